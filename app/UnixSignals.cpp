@@ -1,0 +1,59 @@
+#include "app/UnixSignals.h"
+
+#include <QSocketNotifier>
+
+#include <array>
+#include <csignal>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace {
+
+// A signal handler may do nothing but write, and only to what it reaches without an object.
+std::array<int, 2> signalPipe { -1, -1 };
+
+extern "C" void handleTermination(int)
+{
+    const char byte = 0;
+    [[maybe_unused]] const auto written = ::write(signalPipe[1], &byte, 1);
+}
+
+void setHandler(void (*handler)(int))
+{
+    struct sigaction action = {};
+    action.sa_handler = handler;
+    action.sa_flags = SA_RESTART;
+    for (const int signal : { SIGTERM, SIGINT })
+        ::sigaction(signal, &action, nullptr);
+}
+
+} // namespace
+
+UnixSignals::UnixSignals()
+{
+    if (::pipe2(signalPipe.data(), O_CLOEXEC | O_NONBLOCK) != 0)
+        return;
+    m_notifier = std::make_unique<QSocketNotifier>(signalPipe[0], QSocketNotifier::Read);
+    connect(m_notifier.get(), &QSocketNotifier::activated, this, &UnixSignals::read);
+    setHandler(handleTermination);
+}
+
+UnixSignals::~UnixSignals()
+{
+    if (!m_notifier)
+        return;
+    setHandler(SIG_DFL);
+    m_notifier.reset();
+    for (int &end : signalPipe) {
+        ::close(end);
+        end = -1;
+    }
+}
+
+void UnixSignals::read()
+{
+    std::array<char, 16> bytes;
+    while (::read(signalPipe[0], bytes.data(), bytes.size()) > 0) { }
+    Q_EMIT terminationRequested();
+}

@@ -1,0 +1,64 @@
+#include "app/UnixSignals.h"
+#include "frontpanel/Style.h"
+#include "frontpanel/ZIRVOFSMainWindow.h"
+#include "link/SerialPortController.h"
+
+#include <QApplication>
+#include <QMessageBox>
+
+#include <memory>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+void setIdentity()
+{
+    QCoreApplication::setApplicationVersion(u"2.1.0.9"_s);
+    QCoreApplication::setOrganizationName(u"HURLO"_s);
+    QCoreApplication::setOrganizationDomain(QString());
+    QCoreApplication::setApplicationName(u"HURLO ZIRVO Remote Software"_s);
+}
+
+int refuseWithoutIdentifier()
+{
+    QMessageBox box(QMessageBox::Warning, u"Software Info"_s,
+                    u"Name: HURLO ZIRVO Remote Software\rVersion: "_s + QCoreApplication::applicationVersion()
+                        + u"\r\rA SystemIdentifier cmd line argument must be provided when launching this software"_s,
+                    QMessageBox::Ok);
+    box.exec();
+    return 1;
+}
+
+int run(ZIRVOFSMainWindow &window, const QString &systemIdentifier)
+{
+    UnixSignals signalHandler;
+    QObject::connect(&signalHandler, &UnixSignals::terminationRequested, &window, &QWidget::close);
+    window.setSystemIdentifier(systemIdentifier);
+    window.show();
+    window.StartComms();
+    return QApplication::exec();
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    QApplication application(argc, argv);
+    Style::apply(application);
+    auto window = std::make_unique<ZIRVOFSMainWindow>();
+    setIdentity();
+
+    const QStringList arguments = QCoreApplication::arguments();
+    if (arguments.size() < 2)
+        return refuseWithoutIdentifier();
+    const int exitCode = run(*window, arguments[1]);
+
+    // The window writes its last request to the command link, so the links outlive it; that link owns the channels,
+    // so it goes last.
+    QList<SerialPortController *> links = window->SerialPortControllers();
+    window.reset();
+    while (!links.isEmpty())
+        delete links.takeLast();
+    return exitCode;
+}

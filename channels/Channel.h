@@ -1,0 +1,107 @@
+#pragma once
+
+#include "channels/Catalogue.h"
+#include "link/StandardCommand.h"
+
+#include <QList>
+#include <QObject>
+#include <QString>
+
+class SerialPortController;
+
+/// Base of every channel model: one addressable function of a card.
+///
+/// A channel caches the last known value of each of its settings as the wire's text, asks for them at start-up, turns
+/// operator changes into commands and reports every value in force through SettingChanged. A class is its catalogue;
+/// the one engine here reads it, and a class adds only what differs. The cache changes when the card confirms, never
+/// when a change is asked for. Links and other channels are never owned.
+class Channel : public QObject
+{
+    Q_OBJECT
+
+public:
+    struct Commands
+    {
+        static constexpr QLatin1StringView NAME { "NAME" };
+        static constexpr QLatin1StringView SLAVE { "SLAVE" };
+    };
+
+    /// Channel number as text: "0" for the system, "1" to "3" for the others.
+    [[nodiscard]] const QString &getChannel() const { return m_channel; }
+    /// Class letters and number, for example "R1".
+    [[nodiscard]] const QString &address() const { return m_address; }
+
+    [[nodiscard]] const QString &getNAME() const { return valueOf(m_nameRow); }
+    /// "1" (for some classes also "2") while set commands are copied to the slave channels.
+    [[nodiscard]] const QString &getSLAVE() const { return valueOf(m_slaveRow); }
+    /// Value before the last change; "Unknown" for a mnemonic that keeps none.
+    [[nodiscard]] QString previousValue(QLatin1StringView mnemonic) const;
+
+    /// Makes the other channels of class @p className on @p link the slaves of this one.
+    void SetSlaveChanList(const SerialPortController *link, const QString &className);
+    [[nodiscard]] const QList<Channel *> &slaveChannels() const { return m_slaveChannels; }
+
+    virtual void setSPCRemote(SerialPortController *link) { m_remoteLink = link; }
+    virtual void setSPCRemoteEyeAndStatus(SerialPortController *link) { m_remoteEyeAndStatusLink = link; }
+
+    /// Takes an answer to a request of this channel, or an unsolicited message for it.
+    virtual void ProcessCmd(const StandardCommand &command);
+    /// Queues one query for every setting, in catalogue order.
+    virtual void RequestSettings();
+    /// Copies a set command to the slaved channels while this channel is slaved.
+    virtual void SlavingHandler(const StandardCommand &command);
+    virtual void setNAME(const QString &name) { submit(m_nameRow, name); }
+
+Q_SIGNALS:
+    /// A setting's value in force: a new one, or after a refused or unanswered set the one still held.
+    /// @param Module address of the message, e.g. "R1"
+    /// @param Data   value as wire text
+    /// @param CmdFailed,FailedData always false and empty from the channels themselves
+    void SettingChanged(const QString &Module, const QString &Cmd, const QString &Data, bool CmdFailed = false,
+                        const QString &FailedData = QString());
+
+protected:
+    Channel(QObject *parent, QLatin1StringView chanType, const QString &channel, SerialPortController *link,
+            Catalogue::Table catalogue);
+
+    [[nodiscard]] SerialPortController *link() const { return m_link; }
+    [[nodiscard]] const QString &valueOf(int row) const { return m_values[row].current; }
+
+    /// Asks the card for a new value; the value already held sends nothing.
+    void submit(int row, const QString &value);
+    /// Puts @p value into the cache, the one before into the previous value.
+    void store(int row, const QString &value);
+    void sendQuery(QLatin1StringView mnemonic);
+
+    /// Applies one report by the kind of its catalogue row; a mnemonic without a row is ignored.
+    virtual void CheckForSupportedCmd(const QString &address, const QString &mnemonic, const QString &data,
+                                      StandardCommand::CommandStatus status, StandardCommand::CommandType type);
+    /// A report for a row of the kind Special.
+    virtual void processSpecial(int row, const QString &data);
+    /// A setting has just taken a new value.
+    virtual void settingStored(int row);
+    /// Whether set commands are copied to the slave channels at present.
+    [[nodiscard]] virtual bool isSlaving() const { return false; }
+    /// The channel that the answers to this one's set commands are handed to; null leaves it to their address.
+    [[nodiscard]] virtual Channel *ownerOfSets() { return this; }
+
+private:
+    struct Value
+    {
+        QString current;
+        QString previous;
+    };
+
+    void processReport(int row, const QString &address, const QString &data, bool refused);
+
+    SerialPortController *m_link;
+    const QString m_channel;
+    const QString m_address;
+    const Catalogue::Table m_catalogue;
+    const int m_nameRow;
+    const int m_slaveRow;
+    QList<Value> m_values; ///< one a catalogue row
+    QList<Channel *> m_slaveChannels;
+    SerialPortController *m_remoteLink = nullptr;
+    SerialPortController *m_remoteEyeAndStatusLink = nullptr;
+};

@@ -1,0 +1,35 @@
+#include "channels/UniversalChan.h"
+
+#include "link/SerialPortController.h"
+
+#include <utility>
+
+UniversalChan::UniversalChan(QObject *parent, const QString &number, SerialPortController *link)
+    : Channel(parent, ChanType, number, link, kCatalogue)
+{
+}
+
+void UniversalChan::processSpecial(int row, const QString &data)
+{
+    if (row == at(Commands::CLST))
+        processCardList(data);
+    else if (row == at(Commands::TLST))
+        processTmoipList(data);
+}
+
+void UniversalChan::processCardList(const QString &cardList)
+{
+    // A second list would create every channel twice.
+    if (std::exchange(m_cardListReceived, true))
+        return;
+    store(at(Commands::CLST), cardList);
+    link()->processCardList(cardList);
+}
+
+void UniversalChan::processTmoipList(const QString &list)
+{
+    if (!m_tmoipList.isEmpty())
+        return;
+    store(at(Commands::TLST), list);
+    m_tmoipList = list.split(u',', Qt::SkipEmptyParts);
+}

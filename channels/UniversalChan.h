@@ -1,0 +1,93 @@
+#pragma once
+
+#include "channels/Channel.h"
+
+#include <QStringList>
+
+/// Model of the chassis as a whole, address "U0": system-wide settings, discovery from the card list, preset reports.
+///
+/// Created by its link when the chassis first answers. Values are wire text, "Unknown" until the chassis has answered.
+class UniversalChan : public Channel
+{
+    Q_OBJECT
+
+public:
+    static constexpr QLatin1StringView ChanType { "U" };
+    static constexpr QLatin1StringView SystemType { "ZIRVO" };
+
+    struct Commands : Channel::Commands
+    {
+        static constexpr QLatin1StringView CLST { "CLST" }, TRON { "TRON" }, VER { "VER" }, PLIST { "PLIST" },
+            STORE { "STORE" }, RESTORE { "RESTORE" }, DELPR { "DELPR" }, PDONE { "PDONE" }, UPDT { "UPDT" },
+            NOTIFY { "NOTIFY" }, TMRF { "TMRF" }, TIME { "TIME" }, LOGC { "LOGC" }, LAGC { "LAGC" },
+            VERTSKB { "VERTSKB" }, TLST { "TLST" }, SYSOPT { "SYSOPT" }, ABSSI { "ABSSI" }, SYSID { "SYSID" };
+    };
+
+private:
+    static constexpr auto kCatalogue = [] {
+        using enum Catalogue::Kind;
+        using enum Catalogue::Flag;
+        return std::to_array<Catalogue::Row>({
+            { Commands::NAME, Setting, Queried | Settable, QLatin1StringView("System Name") },
+            { Commands::SLAVE, Setting, Queried | Settable, QLatin1StringView("0") },
+            { Commands::TMRF, Setting, Queried | Settable },
+            { Commands::TLST, Special, Queried | NoPrevious },
+            { Commands::SYSOPT, Silent, Queried | NoPrevious },
+            { Commands::ABSSI, Silent, Queried | Settable | NoPrevious },
+            { Commands::CLST, Special, NoFlags },
+            { Commands::TIME, Silent, Settable },
+            { Commands::LOGC, Silent, Settable },
+            { Commands::LAGC, Status, NoFlags },
+            { Commands::VERTSKB, Silent, NoPrevious },
+            { Commands::PLIST, Event, NoFlags },
+            { Commands::PDONE, Event, NoFlags },
+            { Commands::UPDT, Event, NoFlags },
+        });
+    }();
+    static_assert(Catalogue::isWellFormed(kCatalogue));
+
+    static consteval int at(QLatin1StringView mnemonic) { return Catalogue::at(kCatalogue, mnemonic); }
+    static consteval int settableAt(QLatin1StringView mnemonic) { return Catalogue::settableAt(kCatalogue, mnemonic); }
+
+public:
+    /// @param number "0"
+    UniversalChan(QObject *parent, const QString &number, SerialPortController *link);
+
+    [[nodiscard]] QString getSTYPE() const { return SystemType; }
+    [[nodiscard]] QString getCLST() const { return valueOf(at(Commands::CLST)); } ///< card list as received
+    [[nodiscard]] QString getTMRF() const { return valueOf(at(Commands::TMRF)); } ///< "0" external 10 MHz, "1" internal
+    [[nodiscard]] QString getTIME() const { return valueOf(at(Commands::TIME)); }
+    [[nodiscard]] QString getLOGC() const { return valueOf(at(Commands::LOGC)); }
+    [[nodiscard]] QString getLAGC() const { return valueOf(at(Commands::LAGC)); }
+    [[nodiscard]] QString getTLST() const { return valueOf(at(Commands::TLST)); } ///< TMoIP list as received
+    [[nodiscard]] QString getSYSOPT() const { return valueOf(at(Commands::SYSOPT)); }
+    [[nodiscard]] QString getABSSI() const { return valueOf(at(Commands::ABSSI)); }
+    [[nodiscard]] QString getVERTSKB() const { return valueOf(at(Commands::VERTSKB)); }
+
+    void setSLAVE(const QString &value) { submit(settableAt(Commands::SLAVE), value); }
+    void setTMRF(const QString &value) { submit(settableAt(Commands::TMRF), value); }
+    void setTIME(const QString &value) { submit(settableAt(Commands::TIME), value); }
+    void setLOGC(const QString &value) { submit(settableAt(Commands::LOGC), value); }
+    void setABSSI(const QString &value) { submit(settableAt(Commands::ABSSI), value); }
+
+    /// Answer to the first version query.
+    [[nodiscard]] const QString &verTsMain() const { return m_mainVersion; }
+    void setVerTsMain(const QString &version) { m_mainVersion = version; }
+    /// Identity of the chassis that this display head belongs to.
+    [[nodiscard]] const QString &systemIdentifier() const { return m_systemIdentifier; }
+    void setSystemIdentifier(const QString &identifier) { m_systemIdentifier = identifier; }
+
+protected:
+    void processSpecial(int row, const QString &data) override;
+    /// Answers on the system address find this channel by that address.
+    [[nodiscard]] Channel *ownerOfSets() override { return nullptr; }
+
+private:
+    void processCardList(const QString &cardList);
+    void processTmoipList(const QString &list);
+
+    bool m_cardListReceived = false;
+    QString m_systemIdentifier;
+    QString m_mainVersion;
+    QStringList m_tmoipList;
+};

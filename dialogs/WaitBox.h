@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+
+class QMessageBox;
+class QWidget;
+
+/// A modal box without buttons that is shown while the chassis is busy with something.
+///
+/// While it is open a nested event loop runs, so the report that ends it, or a second one that would open it, arrives
+/// inside. A chassis that never reports the end must not lock the operator out: the box closes by itself after 60 s.
+class WaitBox : public QObject
+{
+    Q_OBJECT
+
+public:
+    static constexpr int kLongestMs = 60'000;
+
+    /// @param parent the window that waits
+    WaitBox(const QString &text, QWidget *parent);
+
+    /// Takes the chassis' report: "0" opens the box and returns when it has closed, "1" closes it, anything else, and
+    /// any repeat, does nothing.
+    void update(const QString &report);
+
+    [[nodiscard]] bool isShown() const { return !m_box.isNull(); }
+
+Q_SIGNALS:
+    /// The box has closed.
+    void closed();
+
+private:
+    void open();
+    void end();
+
+    const QString m_text;
+    QWidget *m_window;
+    QPointer<QMessageBox> m_box;
+};

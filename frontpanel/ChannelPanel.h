@@ -1,0 +1,66 @@
+#pragma once
+
+#include "frontpanel/ControlGuard.h"
+#include "frontpanel/FocusReturn.h"
+
+#include <QWidget>
+
+class Channel;
+
+/// What the panels of one window share; both outlive the panels.
+struct PanelContext
+{
+    ControlGuard &guard;
+    FocusReturn &focusReturn;
+};
+
+/// Base of the main window's panels: the controls and displays of one channel.
+///
+/// A panel is built empty and hidden. It gets its channel once, when all settings are known: it is filled first and
+/// connected afterwards. Display code shows values and sends nothing; handlers send and leave the showing to the
+/// confirmed value, except where a control answers at once.
+class ChannelPanel : public QWidget
+{
+    Q_OBJECT
+
+public:
+    [[nodiscard]] bool hasChannel() const { return m_channel != nullptr; }
+    /// Address of the channel shown; empty while there is none.
+    [[nodiscard]] QString address() const;
+
+    /// Shows a confirmed setting. A mnemonic that the panel does not show is ignored.
+    void UpdateSetting(const QString &Cmd, const QString &Data);
+    /// Shows the channel's status values; about once a second.
+    virtual void updateDynamicParams() = 0;
+    /// Puts the confirmed values back into fields that the operator left half-typed.
+    virtual void restoreEntries() = 0;
+    /// Shows or hides the mark of a slaved channel.
+    virtual void showSlaved(bool slaved) = 0;
+
+protected:
+    ChannelPanel(const PanelContext &context, QWidget *parent);
+
+    /// Sends @p channel's settings to this panel from now on.
+    void follow(const Channel *channel) { m_channel = channel; }
+    /// Gives every child its documented name: @p suffix for all, the bare @p number for group boxes.
+    void nameChildren(const QString &suffix, const QString &number);
+    virtual void showSetting(const QString &Cmd, const QString &Data) = 0;
+
+    [[nodiscard]] bool AcceptControlChanges() const { return m_context.guard.AcceptControlChanges(); }
+    [[nodiscard]] ControlGuard &guard() const { return m_context.guard; }
+    [[nodiscard]] FocusReturn &focusReturn() const { return m_context.focusReturn; }
+
+    /// Runs @p action if the operator made the change, and starts the focus return.
+    template <typename Action>
+    void onOperatorChange(Action action)
+    {
+        if (!AcceptControlChanges())
+            return;
+        focusReturn().start();
+        action();
+    }
+
+private:
+    PanelContext m_context;
+    const Channel *m_channel = nullptr;
+};

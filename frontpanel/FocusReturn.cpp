@@ -1,0 +1,22 @@
+#include "frontpanel/FocusReturn.h"
+
+#include <QWidget>
+
+FocusReturn::FocusReturn(QObject *parent) : QObject(parent)
+{
+    m_timer.setSingleShot(true);
+    m_timer.setInterval(kDelayMs);
+    connect(&m_timer, &QTimer::timeout, this, &FocusReturn::tick, Qt::QueuedConnection);
+}
+
+void FocusReturn::giveBack()
+{
+    if (m_holder)
+        m_holder->setFocus(Qt::OtherFocusReason);
+}
+
+void FocusReturn::tick()
+{
+    Q_EMIT restoreDue();
+    giveBack();
+}

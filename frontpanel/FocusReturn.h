@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <QTimer>
+
+class QWidget;
+
+/// Gives the keyboard focus back to a neutral place when the operator has left a control alone for 3 s, and discards
+/// what stands half-typed in it.
+class FocusReturn : public QObject
+{
+    Q_OBJECT
+
+public:
+    static constexpr int kDelayMs = 3000;
+
+    explicit FocusReturn(QObject *parent);
+
+    /// The widget that holds the focus while no control does; not owned.
+    void setHolder(QWidget *holder) { m_holder = holder; }
+
+    /// Starts the 3 s afresh.
+    void start() { m_timer.start(); }
+    void stop() { m_timer.stop(); }
+    [[nodiscard]] bool isRunning() const { return m_timer.isActive(); }
+
+    /// Moves the focus at once.
+    void giveBack();
+
+public Q_SLOTS:
+    /// The 3 s are over.
+    void tick();
+
+Q_SIGNALS:
+    /// Fields show their confirmed values again now. Comes before the focus moves, or its loss would commit the text
+    /// half-typed.
+    void restoreDue();
+
+private:
+    QTimer m_timer;
+    QPointer<QWidget> m_holder;
+};

@@ -1,0 +1,496 @@
+#include "frontpanel/ReceiverPanel.h"
+
+#include "channels/RcvrChan.h"
+#include "frontpanel/NumberText.h"
+#include "frontpanel/WheelGuard.h"
+#include "frontpanel/WidgetUpdate.h"
+#include "ui_ReceiverPanel.h"
+
+#include <QHash>
+#include <QLineEdit>
+
+#include <cmath>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using Commands = RcvrChan::Commands;
+
+constexpr double kFrequencyStep = 0.1;      // MHz
+constexpr double kFrequencyTolerance = 1e-6; // MHz; sums of tenths are not exact
+constexpr int kCarrierThreshold = 3;        // dB above the AGC zero
+
+const QString kGood = u"background-color: #24d620;"_s;
+const QString kBad = u"background-color: #f11029;"_s;
+const QString kStressLocked = u"background-color: rgb(229, 227, 225); color: #28c125;"_s;
+const QString kStressUnlocked = u"background-color: rgb(229, 227, 225); color: #f11029;"_s;
+const QString kManualOffset = u"background-color: rgb(229, 227, 225); color: #000000;"_s;
+
+bool isOn(const QString &value)
+{
+    return value == "1"_L1;
+}
+
+bool isOff(const QString &value)
+{
+    return value == "0"_L1;
+}
+
+bool isManualAfc(const QString &AFC)
+{
+    return AFC == "4"_L1;
+}
+
+bool isAutomaticAfc(const QString &AFC)
+{
+    const auto mode = NumberText::parseWhole(AFC);
+    return mode && *mode >= 0 && *mode <= 3;
+}
+
+bool isSameFrequency(double a, double b)
+{
+    return std::abs(a - b) < kFrequencyTolerance;
+}
+
+/// A lamp tells its state three ways: by colour, by the word in its mark, and to a screen reader.
+void showLamp(QLabel *lamp, QLabel *mark, bool good, const QString &word)
+{
+    WidgetUpdate::style(lamp, good ? kGood : kBad);
+    WidgetUpdate::text(mark, word);
+    WidgetUpdate::description(lamp, word);
+}
+
+} // namespace
+
+ReceiverPanel::ReceiverPanel(int number, const PanelContext &context, QWidget *parent)
+    : ChannelPanel(context, parent), ui(std::make_unique<Ui::ReceiverPanel>())
+{
+    ui->setupUi(this);
+    const QString digit = QString::number(number);
+    ui->groupBoxRcvr->setTitle(ui->groupBoxRcvr->title() + digit);
+    ui->lblChanRcvr->setText(ui->lblChanRcvr->text() + u' ' + digit);
+    nameChildren(u"ch"_s + digit, digit);
+    ui->lblSlaved->hide();
+    ui->lblPLYB->hide();
+    ui->cboPLYB->hide();
+    WheelGuard::protect(this);
+    hide();
+}
+
+ReceiverPanel::~ReceiverPanel() = default;
+
+QWidget *ReceiverPanel::neutralFocusHolder() const
+{
+    return ui->lblRFFQ;
+}
+
+void ReceiverPanel::setChannel(RcvrChan *channel)
+{
+    m_channel = channel;
+    follow(channel);
+    {
+        const ControlGuard::Scope filling(guard());
+        fill();
+    }
+    connectControls();
+    show();
+}
+
+void ReceiverPanel::fill()
+{
+    ui->cboIFBW->addItems(m_channel->ifBandwidths());
+    showFrequency(m_channel->getFREQ());
+    WidgetUpdate::index(ui->cboIFBW, m_channel->getIFBW());
+    AGCFreeze(m_channel->getAGCF());
+    AGCZero(m_channel->getAGCZ());
+    SLPA(m_channel->getSLPA());
+    SLPB(m_channel->getSLPB());
+    WidgetUpdate::index(ui->cboPOLA, m_channel->getPOLA());
+    WidgetUpdate::index(ui->cboPOLB, m_channel->getPOLB());
+    WidgetUpdate::index(ui->cboAGCT, m_channel->getAGCT());
+    AFC(m_channel->getAFC());
+    showManualOffset(m_channel->getAFCM());
+    WidgetUpdate::index(ui->cboCAMP, m_channel->getCAMP());
+    TapePlayback(m_channel->getPLYB());
+    DisplayAntennaCF(m_channel->getACFE(), m_channel->getANCF());
+    ui->groupBoxRcvr->setTitle(m_channel->getNAME());
+}
+
+void ReceiverPanel::connectControls()
+{
+    const auto onIndex = [this](QComboBox *box, void (ReceiverPanel::*handler)(int)) {
+        connect(box, &QComboBox::currentIndexChanged, this, handler);
+    };
+    connect(ui->doubleSpinBoxFREQ, &QDoubleSpinBox::textChanged, this,
+            &ReceiverPanel::doubleSpinBoxFREQ_valueChanged);
+    connect(ui->doubleSpinBoxFREQ->findChild<QLineEdit *>(), &QLineEdit::textEdited, &focusReturn(),
+            &FocusReturn::start);
+    onIndex(ui->cboIFBW, &ReceiverPanel::cboIFBW_currentIndexChanged);
+    onIndex(ui->cboSLPA, &ReceiverPanel::cboSLPA_currentIndexChanged);
+    onIndex(ui->cboSLPB, &ReceiverPanel::cboSLPB_currentIndexChanged);
+    onIndex(ui->cboPOLA, &ReceiverPanel::cboPOLA_currentIndexChanged);
+    onIndex(ui->cboPOLB, &ReceiverPanel::cboPOLB_currentIndexChanged);
+    onIndex(ui->cboAGCT, &ReceiverPanel::cboAGCT_currentIndexChanged);
+    onIndex(ui->cboAFC, &ReceiverPanel::cboAFC_currentIndexChanged);
+    onIndex(ui->cboCAMP, &ReceiverPanel::cboCAMP_currentIndexChanged);
+    onIndex(ui->cboPLYB, &ReceiverPanel::cboPLYB_currentIndexChanged);
+    connect(ui->btnAGCF, &QPushButton::clicked, this, &ReceiverPanel::btnAGCF_clicked);
+    connect(ui->btnAGCZ, &QPushButton::clicked, this, &ReceiverPanel::btnAGCZ_clicked);
+    connect(ui->sldrAFCM, &QSlider::valueChanged, this, &ReceiverPanel::sldrAFCM_valueChanged);
+    connect(ui->lineAntennaCF, &QLineEdit::returnPressed, this, &ReceiverPanel::lineANCF_returnPressed);
+    connect(ui->lineAntennaCF, &QLineEdit::textEdited, this, &ReceiverPanel::lineANCF_textEdited);
+    connect(ui->checkBoxAntennaCF, &QCheckBox::released, this, &ReceiverPanel::chkboxACFE_released);
+}
+
+void ReceiverPanel::showSetting(const QString &Cmd, const QString &Data)
+{
+    using Show = void (*)(ReceiverPanel &, const QString &);
+    using P = ReceiverPanel;
+    static const QHash<QString, Show> routes {
+        { Commands::FREQ, [](P &p, const QString &v) { p.showFrequency(v); } },
+        { Commands::IFBW, [](P &p, const QString &v) { WidgetUpdate::index(p.ui->cboIFBW, v); } },
+        { Commands::AGCF, [](P &p, const QString &v) { p.AGCFreeze(v); } },
+        { Commands::AGCZ, [](P &p, const QString &v) { p.AGCZero(v); } },
+        { Commands::SLPA, [](P &p, const QString &v) { p.SLPA(v); } },
+        { Commands::SLPB, [](P &p, const QString &v) { p.SLPB(v); } },
+        { Commands::POLA, [](P &p, const QString &v) { WidgetUpdate::index(p.ui->cboPOLA, v); } },
+        { Commands::POLB, [](P &p, const QString &v) { WidgetUpdate::index(p.ui->cboPOLB, v); } },
+        { Commands::AGCT, [](P &p, const QString &v) { WidgetUpdate::index(p.ui->cboAGCT, v); } },
+        { Commands::CAMP, [](P &p, const QString &v) { WidgetUpdate::index(p.ui->cboCAMP, v); } },
+        { Commands::AFC, [](P &p, const QString &v) { p.AFC(v); } },
+        { Commands::AFCM, [](P &p, const QString &v) { p.showManualOffset(v); } },
+        { Commands::PLYB, [](P &p, const QString &v) { p.TapePlayback(v); } },
+        { Commands::ACFE, [](P &p, const QString &v) { p.DisplayAntennaCF(v, p.m_channel->getANCF()); } },
+        { Commands::ANCF, [](P &p, const QString &v) { p.DisplayAntennaCF(p.m_channel->getACFE(), v); } },
+        { Commands::NAME, [](P &p, const QString &v) { p.ui->groupBoxRcvr->setTitle(v); } },
+    };
+    if (const Show route = routes.value(Cmd))
+        route(*this, Data);
+}
+
+void ReceiverPanel::restoreEntries()
+{
+    const ControlGuard::Scope showing(guard());
+    const double frequency
+        = NumberText::parse(m_channel->getFREQ()).value_or(ui->doubleSpinBoxFREQ->minimum());
+    ui->doubleSpinBoxFREQ->setValue(frequency);
+    DisplayAntennaCF(m_channel->getACFE(), m_channel->getANCF());
+}
+
+void ReceiverPanel::showSlaved(bool slaved)
+{
+    ui->lblSlaved->setVisible(slaved);
+}
+
+// Handlers
+
+void ReceiverPanel::doubleSpinBoxFREQ_valueChanged(const QString &text)
+{
+    onOperatorChange([this, &text] {
+        const double frequency = text.toDouble();
+        if (!isTunable(frequency)) {
+            stepOverRangeEdge(frequency);
+            return;
+        }
+        m_channel->setFREQ(text);
+        ui->doubleSpinBoxFREQ->findChild<QLineEdit *>()->deselect();
+    });
+}
+
+bool ReceiverPanel::isTunable(double frequency) const
+{
+    const QList<double> &bounds = m_channel->frequencyBounds();
+    for (qsizetype upper = 0; upper + 1 < bounds.size(); upper += 2) {
+        if (frequency <= bounds[upper] + kFrequencyTolerance && frequency >= bounds[upper + 1] - kFrequencyTolerance)
+            return true;
+    }
+    return false;
+}
+
+/// One step beyond an edge of a range leads to the nearest edge of the next range, round from the last to the first;
+/// the new value comes back here as a valid one. Anything else returns to the confirmed frequency.
+void ReceiverPanel::stepOverRangeEdge(double frequency)
+{
+    const QList<double> &bounds = m_channel->frequencyBounds();
+    for (qsizetype lower = 1; lower < bounds.size(); lower += 2) {
+        if (isSameFrequency(frequency, bounds[lower] - kFrequencyStep)) {
+            ui->doubleSpinBoxFREQ->setValue(bounds[(lower + 1) % bounds.size()]);
+            return;
+        }
+    }
+    for (qsizetype upper = 0; upper < bounds.size(); upper += 2) {
+        if (isSameFrequency(frequency, bounds[upper] + kFrequencyStep)) {
+            ui->doubleSpinBoxFREQ->setValue(bounds[(upper + bounds.size() - 1) % bounds.size()]);
+            return;
+        }
+    }
+    restoreEntries();
+}
+
+void ReceiverPanel::cboIFBW_currentIndexChanged(int index)
+{
+    onOperatorChange([this, index] { m_channel->setIFBW(QString::number(index)); });
+}
+
+void ReceiverPanel::btnAGCF_clicked()
+{
+    const QString value = isOff(m_channel->getAGCF()) ? u"1"_s : u"0"_s;
+    AGCFreeze(value);
+    m_channel->setAGCF(value);
+    focusReturn().giveBack();
+}
+
+void ReceiverPanel::btnAGCZ_clicked()
+{
+    const QString value = isOff(m_channel->getAGCZ()) ? u"1"_s : u"0"_s;
+    AGCZero(value);
+    m_channel->setAGCZ(value);
+    focusReturn().giveBack();
+}
+
+void ReceiverPanel::cboSLPA_currentIndexChanged(int index)
+{
+    onOperatorChange([this, value = QString::number(index)] {
+        WidgetUpdate::agcSlope(ui->progBarAGCA, value);
+        m_channel->setSLPA(value);
+    });
+}
+
+void ReceiverPanel::cboSLPB_currentIndexChanged(int index)
+{
+    onOperatorChange([this, value = QString::number(index)] {
+        WidgetUpdate::agcSlope(ui->progBarAGCB, value);
+        m_channel->setSLPB(value);
+    });
+}
+
+void ReceiverPanel::cboPOLA_currentIndexChanged(int index)
+{
+    onOperatorChange([this, index] { m_channel->setPOLA(QString::number(index)); });
+}
+
+void ReceiverPanel::cboPOLB_currentIndexChanged(int index)
+{
+    onOperatorChange([this, index] { m_channel->setPOLB(QString::number(index)); });
+}
+
+void ReceiverPanel::cboAGCT_currentIndexChanged(int index)
+{
+    onOperatorChange([this, index] { m_channel->setAGCT(QString::number(index)); });
+}
+
+void ReceiverPanel::cboAFC_currentIndexChanged(int index)
+{
+    onOperatorChange([this, value = QString::number(index)] {
+        showAfcMode(value);
+        m_channel->setAFC(value);
+    });
+}
+
+void ReceiverPanel::sldrAFCM_valueChanged(int value)
+{
+    focusReturn().start();
+    const QString offset = QString::number(value);
+    WidgetUpdate::text(ui->lblRLSTval, offset + u" KHz"_s);
+    if (AcceptControlChanges()) // the echo of a confirmed value is not sent again
+        m_channel->setAFCM(offset);
+}
+
+void ReceiverPanel::cboCAMP_currentIndexChanged(int index)
+{
+    onOperatorChange([this, index] { m_channel->setCAMP(QString::number(index)); });
+}
+
+void ReceiverPanel::cboPLYB_currentIndexChanged(int index)
+{
+    onOperatorChange([this, index] { m_channel->setPLYB(QString::number(index)); });
+}
+
+void ReceiverPanel::lineANCF_returnPressed()
+{
+    const int factor = ui->lineAntennaCF->text().toInt(); // anything but a whole number counts as 0
+    if (factor == 0)
+        ui->lineAntennaCF->setText(u"0"_s);
+    m_channel->setANCF(QString::number(factor));
+    focusReturn().stop();
+    focusReturn().giveBack();
+}
+
+void ReceiverPanel::lineANCF_textEdited()
+{
+    focusReturn().start();
+}
+
+void ReceiverPanel::chkboxACFE_released()
+{
+    onOperatorChange([this] {
+        const bool enabled = ui->checkBoxAntennaCF->isChecked();
+        m_channel->setACFE(enabled ? u"1"_s : u"0"_s);
+        ui->lineAntennaCF->setEnabled(enabled);
+    });
+}
+
+// Display of settings
+
+void ReceiverPanel::showFrequency(const QString &FREQ)
+{
+    const auto frequency = NumberText::parse(FREQ);
+    QDoubleSpinBox *const box = ui->doubleSpinBoxFREQ;
+    if (frequency && *frequency >= box->minimum() && *frequency <= box->maximum())
+        box->setValue(*frequency);
+}
+
+void ReceiverPanel::showManualOffset(const QString &AFCM)
+{
+    const QSlider *const slider = ui->sldrAFCM;
+    const auto whole = NumberText::parseWhole(AFCM);
+    if (whole && *whole >= slider->minimum() && *whole <= slider->maximum())
+        ui->sldrAFCM->setValue(*whole);
+    if (NumberText::parse(AFCM))
+        WidgetUpdate::text(ui->lblRLSTval, AFCM + u" KHz"_s);
+}
+
+void ReceiverPanel::AGCFreeze(const QString &value)
+{
+    WidgetUpdate::onOff(ui->btnAGCF, value);
+}
+
+void ReceiverPanel::AGCZero(const QString &value)
+{
+    WidgetUpdate::onOff(ui->btnAGCZ, value);
+    if (isOff(value)) {
+        ui->progBarSSLV->setRange(-140, 20);
+        showSignalReference(m_channel->getACFE());
+    } else if (isOn(value)) {
+        ui->progBarSSLV->setRange(0, 160);
+        WidgetUpdate::text(ui->lblRelAbs, u"(Relative)"_s);
+        WidgetUpdate::style(ui->lblRelAbs, u"color:#28c125"_s);
+    } else {
+        return;
+    }
+    ui->lblCARR->setVisible(isOn(value));
+    ui->lblCARRmark->setVisible(isOn(value));
+}
+
+void ReceiverPanel::showSignalReference(const QString &ACFE)
+{
+    WidgetUpdate::text(ui->lblRelAbs, isOn(ACFE) ? u"(Antenna)"_s : u"(Absolute)"_s);
+    WidgetUpdate::style(ui->lblRelAbs, isOn(ACFE) ? u"color:#fcfd0f"_s : u"color:#000000"_s);
+}
+
+void ReceiverPanel::SLPA(const QString &value)
+{
+    WidgetUpdate::index(ui->cboSLPA, value);
+    WidgetUpdate::agcSlope(ui->progBarAGCA, value);
+}
+
+void ReceiverPanel::SLPB(const QString &value)
+{
+    WidgetUpdate::index(ui->cboSLPB, value);
+    WidgetUpdate::agcSlope(ui->progBarAGCB, value);
+}
+
+void ReceiverPanel::AFC(const QString &value)
+{
+    WidgetUpdate::index(ui->cboAFC, value);
+    showAfcMode(value);
+}
+
+void ReceiverPanel::showAfcMode(const QString &AFC)
+{
+    const bool manual = isManualAfc(AFC);
+    WidgetUpdate::text(ui->lblAFCAutoMan, manual ? u"Offset"_s : u"Loop Stress"_s);
+    ui->sldrAFCM->setVisible(manual);
+    if (manual) {
+        WidgetUpdate::style(ui->lblRLSTval, kManualOffset);
+        WidgetUpdate::text(ui->lblRLSTval, QString::number(ui->sldrAFCM->value()) + u" KHz"_s);
+        WidgetUpdate::text(ui->lblRLSTmark, {});
+        WidgetUpdate::description(ui->lblRLSTval, {});
+    }
+}
+
+void ReceiverPanel::TapePlayback(const QString &value)
+{
+    WidgetUpdate::index(ui->cboPLYB, value);
+    if (!isOn(value) && !isOff(value))
+        return;
+    ui->doubleSpinBoxFREQ->setEnabled(isOff(value));
+    for (QProgressBar *bar : { ui->progBarSSLV, ui->progBarAGCA, ui->progBarAGCB })
+        bar->setVisible(isOff(value));
+}
+
+void ReceiverPanel::DisplayAntennaCF(const QString &ACFE, const QString &ANCF)
+{
+    if (isOn(ACFE) || isOff(ACFE)) {
+        ui->checkBoxAntennaCF->setChecked(isOn(ACFE));
+        ui->lineAntennaCF->setEnabled(isOn(ACFE));
+        if (isOff(m_channel->getAGCZ()))
+            showSignalReference(ACFE);
+    }
+    if (ui->lineAntennaCF->text() != ANCF)
+        ui->lineAntennaCF->setText(ANCF);
+}
+
+// Display of status values
+
+void ReceiverPanel::updateDynamicParams()
+{
+    UpdateSYNL();
+    UpdateMAFL();
+    UpdateRLST();
+    UpdateSSLV();
+    UpdateAGCA();
+    UpdateAGCB();
+}
+
+void ReceiverPanel::UpdateSYNL()
+{
+    const QString locked = m_channel->getSYNL();
+    if (isOn(locked) || isOff(locked))
+        showLamp(ui->lblSYNL, ui->lblSYNLmark, isOn(locked), isOn(locked) ? u"Lock"_s : u"None"_s);
+}
+
+void ReceiverPanel::UpdateMAFL()
+{
+    const QString locked = m_channel->getMAFL();
+    if (!isAutomaticAfc(m_channel->getAFC()) || (!isOn(locked) && !isOff(locked)))
+        return;
+    const QString word = isOn(locked) ? u"in lock"_s : u"out of lock"_s;
+    WidgetUpdate::style(ui->lblRLSTval, isOn(locked) ? kStressLocked : kStressUnlocked);
+    WidgetUpdate::text(ui->lblRLSTmark, word);
+    WidgetUpdate::description(ui->lblRLSTval, word);
+}
+
+void ReceiverPanel::UpdateRLST()
+{
+    const QString stress = m_channel->getRLST();
+    if (isAutomaticAfc(m_channel->getAFC()) && NumberText::parse(stress))
+        WidgetUpdate::text(ui->lblRLSTval, stress + u" KHz"_s);
+}
+
+void ReceiverPanel::UpdateSSLV()
+{
+    const auto level = NumberText::parse(m_channel->getSSLV());
+    if (!level)
+        return;
+    const int decibels = NumberText::rounded(*level);
+    const QString zero = m_channel->getAGCZ();
+    const QString unit = isOff(zero) ? u" dBm"_s : isOn(zero) ? u" dB"_s : QString();
+    WidgetUpdate::format(ui->progBarSSLV, QString::number(decibels) + unit);
+    if (isOn(zero)) {
+        const bool present = decibels >= kCarrierThreshold;
+        showLamp(ui->lblCARR, ui->lblCARRmark, present, present ? u"Yes"_s : u"No"_s);
+    }
+    WidgetUpdate::clampedValue(ui->progBarSSLV, decibels);
+}
+
+void ReceiverPanel::UpdateAGCA()
+{
+    WidgetUpdate::agcLevel(ui->progBarAGCA, m_channel->getAGCA(), m_channel->getPOLA());
+}
+
+void ReceiverPanel::UpdateAGCB()
+{
+    WidgetUpdate::agcLevel(ui->progBarAGCB, m_channel->getAGCB(), m_channel->getPOLB());
+}

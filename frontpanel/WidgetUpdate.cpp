@@ -1,0 +1,77 @@
+#include "frontpanel/WidgetUpdate.h"
+
+#include "frontpanel/NumberText.h"
+
+#include <QComboBox>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+using namespace Qt::StringLiterals;
+
+void WidgetUpdate::text(QLabel *label, const QString &text)
+{
+    if (label->text() != text)
+        label->setText(text);
+}
+
+void WidgetUpdate::style(QWidget *widget, const QString &styleSheet)
+{
+    if (widget->styleSheet() != styleSheet)
+        widget->setStyleSheet(styleSheet);
+}
+
+void WidgetUpdate::description(QWidget *widget, const QString &text)
+{
+    if (widget->accessibleDescription() != text)
+        widget->setAccessibleDescription(text);
+}
+
+void WidgetUpdate::format(QProgressBar *bar, const QString &format)
+{
+    if (bar->format() != format)
+        bar->setFormat(format);
+}
+
+void WidgetUpdate::clampedValue(QProgressBar *bar, int value)
+{
+    bar->setValue(std::clamp(value, bar->minimum(), bar->maximum()));
+}
+
+void WidgetUpdate::index(QComboBox *box, const QString &data)
+{
+    const auto index = NumberText::parseWhole(data);
+    if (index && *index >= 0 && *index < box->count())
+        box->setCurrentIndex(*index);
+}
+
+void WidgetUpdate::onOff(QPushButton *button, const QString &data)
+{
+    if (data != "0"_L1 && data != "1"_L1)
+        return;
+    const bool on = data == "1"_L1;
+    button->setText(on ? u"ON"_s : u"OFF"_s);
+    style(button, on ? u"color:#28c125"_s : u"color:#000000"_s);
+}
+
+void WidgetUpdate::agcSlope(QProgressBar *bar, const QString &slope)
+{
+    static constexpr std::array kFullScaleMillivolts { 2500, 6000, 12000 };
+    const auto index = NumberText::parseWhole(slope);
+    if (index && *index >= 0 && std::size_t(*index) < kFullScaleMillivolts.size())
+        bar->setMaximum(kFullScaleMillivolts[std::size_t(*index)]);
+}
+
+void WidgetUpdate::agcLevel(QProgressBar *bar, const QString &level, const QString &polarity)
+{
+    const auto millivolts = NumberText::parse(level);
+    if (!millivolts)
+        return;
+    format(bar, NumberText::significant(*millivolts / 1000) + u" V"_s);
+    const int value = NumberText::rounded(std::trunc(*millivolts));
+    clampedValue(bar, polarity == "1"_L1 ? -value : value);
+}

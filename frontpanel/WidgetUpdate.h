@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QString>
+
+class QComboBox;
+class QLabel;
+class QProgressBar;
+class QPushButton;
+class QWidget;
+
+/// Writes to widgets that repaint only when something differs, so that a status that stays the same costs nothing.
+namespace WidgetUpdate {
+
+void text(QLabel *label, const QString &text);
+void style(QWidget *widget, const QString &styleSheet);
+/// What a screen reader says besides the accessible name; for states that colour alone would tell.
+void description(QWidget *widget, const QString &text);
+void format(QProgressBar *bar, const QString &format);
+/// Sets the nearest value within the bar's range.
+void clampedValue(QProgressBar *bar, int value);
+/// Selects the item at the position that @p data holds; any other text leaves the box as it is.
+void index(QComboBox *box, const QString &data);
+/// Shows an on/off setting: "1" on, "0" off; any other text leaves the button as it is.
+void onOff(QPushButton *button, const QString &data);
+/// Scales an AGC bar to the slope of its output: "0" 50 dB/V, "1" 20 dB/V, "2" 10 dB/V.
+void agcSlope(QProgressBar *bar, const QString &slope);
+/// Shows an AGC level.
+/// @param level    millivolts as wire text; any other text leaves the bar as it is
+/// @param polarity "1" for an output that falls with the signal
+void agcLevel(QProgressBar *bar, const QString &level, const QString &polarity);
+
+} // namespace WidgetUpdate

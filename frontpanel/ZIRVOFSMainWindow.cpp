@@ -1,0 +1,294 @@
+#include "frontpanel/ZIRVOFSMainWindow.h"
+
+#include "channels/RcvrChan.h"
+#include "channels/UniversalChan.h"
+#include "frontpanel/ReceiverPanel.h"
+#include "link/SerialPortController.h"
+#include "ui_MainWindow.h"
+
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QHash>
+#include <QMessageBox>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kReceiverPanels = 2;
+constexpr int kStartupTickMs = 1000;
+constexpr int kStatusTickMs = 333;
+constexpr int kFinalWriteMs = 1000;
+
+struct PanelPlace
+{
+    int row;
+    int column;
+};
+constexpr PanelPlace kReceiverPlaces[kReceiverPanels] = { { 0, 0 }, { 0, 2 } };
+
+} // namespace
+
+ZIRVOFSMainWindow::ZIRVOFSMainWindow(QWidget *parent)
+    : QMainWindow(parent)
+    , ui(std::make_unique<Ui::MainWindow>())
+    , m_focusReturn(this)
+    , m_loadingPresetBox(u"Loading Preset...."_s, this)
+    , m_configuringBox(u"Configuring... One Moment"_s, this)
+{
+    ui->setupUi(this);
+    setWindowFlags(Qt::Window | Qt::WindowTitleHint | Qt::CustomizeWindowHint);
+    setLocale(QLocale::c());
+    createPanels();
+    connectMenus();
+    for (WaitBox *box : { &m_loadingPresetBox, &m_configuringBox })
+        connect(box, &WaitBox::closed, &m_focusReturn, &FocusReturn::start);
+    m_updateAllDynamicParamsTmr.setInterval(kStatusTickMs);
+    connect(&m_updateAllDynamicParamsTmr, &QTimer::timeout, this, &ZIRVOFSMainWindow::UpdateAllDynamicParamsTmr_Tick);
+    m_focusReturn.giveBack();
+}
+
+ZIRVOFSMainWindow::~ZIRVOFSMainWindow()
+{
+    if (!m_serialPortControllers.isEmpty())
+        m_serialPortControllers.front()->writeFinalReportsOff(kFinalWriteMs);
+}
+
+void ZIRVOFSMainWindow::createPanels()
+{
+    const PanelContext context { m_guard, m_focusReturn };
+    for (int i = 0; i < kReceiverPanels; ++i) {
+        auto *const panel = new ReceiverPanel(i + 1, context, ui->panelPage);
+        ui->panelGrid->addWidget(panel, kReceiverPlaces[i].row, kReceiverPlaces[i].column);
+        m_receiverPanels.append(panel);
+        m_panels[Receivers].append(panel);
+    }
+    m_focusReturn.setHolder(m_receiverPanels.front()->neutralFocusHolder());
+}
+
+void ZIRVOFSMainWindow::connectMenus()
+{
+    // Queued, so that a box or window never runs inside the menu's own event handling.
+    const auto onTriggered = [this](QAction *action, void (ZIRVOFSMainWindow::*slot)()) {
+        connect(action, &QAction::triggered, this, slot, Qt::QueuedConnection);
+    };
+    onTriggered(ui->actionAbout, &ZIRVOFSMainWindow::About_triggered);
+    onTriggered(ui->actionExternalRef, &ZIRVOFSMainWindow::ExternalRef_triggered);
+    onTriggered(ui->actionInternalRef, &ZIRVOFSMainWindow::InternalRef_triggered);
+    onTriggered(ui->actionNoSlaving, &ZIRVOFSMainWindow::NoSlaving_triggered);
+    onTriggered(ui->actionDiversitySlaving, &ZIRVOFSMainWindow::DiversitySlaving_triggered);
+    onTriggered(ui->actionFrequencyDiversitySlaving, &ZIRVOFSMainWindow::FrequencyDiversitySlaving_triggered);
+}
+
+void ZIRVOFSMainWindow::closeEvent(QCloseEvent *event)
+{
+    // Boxes without a parent would keep the application alive behind a closed window.
+    QMainWindow::closeEvent(event);
+    QCoreApplication::exit(0);
+}
+
+// Start-up
+
+void ZIRVOFSMainWindow::StartComms()
+{
+    SerialPortController *const link = openLink(SerialPortController::COMMAND_LINK);
+    connect(link, &SerialPortController::AllSettingsObtained, this, &ZIRVOFSMainWindow::ObtainedAllSettings);
+    link->StartEstablishCommTmr(kStartupTickMs, ui->lblCountdown);
+}
+
+SerialPortController *ZIRVOFSMainWindow::openLink(SerialPortController::PORT_TYPE type)
+{
+    const QString identifier = type == SerialPortController::COMMAND_LINK ? m_systemIdentifier : QString();
+    m_serialPortControllers.append(new SerialPortController(nullptr, type, identifier));
+    return m_serialPortControllers.back();
+}
+
+void ZIRVOFSMainWindow::ObtainedAllSettings()
+{
+    SetChanList();
+    showSystem();
+    fillReceivers();
+    arrangePanels();
+    openFurtherLinks();
+}
+
+void ZIRVOFSMainWindow::SetChanList()
+{
+    m_directory.assign(m_serialPortControllers.front()->channels());
+    m_sysChan = m_directory.all<UniversalChan>().value(0);
+}
+
+void ZIRVOFSMainWindow::showSystem()
+{
+    connect(m_sysChan, &Channel::SettingChanged, this, &ZIRVOFSMainWindow::UpdateSetting, Qt::QueuedConnection);
+    for (QAction *action : ui->menuSlaving->actions() + ui->menu10MHzReference->actions())
+        action->setEnabled(true);
+    DisplaySlaving(m_sysChan->getSLAVE());
+    Display10MHzReference(m_sysChan->getTMRF());
+    showTitle(m_sysChan->getNAME());
+}
+
+void ZIRVOFSMainWindow::fillReceivers()
+{
+    const auto receivers = m_directory.all<RcvrChan>();
+    for (qsizetype i = 0; i < receivers.size() && i < m_receiverPanels.size(); ++i) {
+        m_receiverPanels[i]->setChannel(receivers[i]);
+        connect(receivers[i], &Channel::SettingChanged, this, &ZIRVOFSMainWindow::UpdateSetting,
+                Qt::QueuedConnection);
+    }
+}
+
+void ZIRVOFSMainWindow::arrangePanels()
+{
+    ui->pages->setCurrentWidget(ui->panelPage);
+    m_focusReturn.giveBack();
+    m_updateAllDynamicParamsTmr.start();
+}
+
+void ZIRVOFSMainWindow::openFurtherLinks()
+{
+    SerialPortController *const commandLink = m_serialPortControllers.front();
+    for (const auto type : { SerialPortController::EYE_CONST_LINK, SerialPortController::REMOTE_LINK,
+                             SerialPortController::REMOTE_EYE_AND_STATUS_LINK })
+        openLink(type)->GenerateChannelList(commandLink);
+    openLink(SerialPortController::SPECTRAL_LINK)->StartEstablishCommTmr(kStartupTickMs, nullptr);
+}
+
+// Status
+
+void ZIRVOFSMainWindow::UpdateAllDynamicParamsTmr_Tick()
+{
+    refresh(static_cast<DynamicParamsPhase>(m_dynamicParamsPhase));
+    m_dynamicParamsPhase = (m_dynamicParamsPhase + 1) % PhaseCount;
+}
+
+void ZIRVOFSMainWindow::refresh(DynamicParamsPhase phase)
+{
+    for (ChannelPanel *panel : m_panels[phase]) {
+        if (panel->hasChannel())
+            panel->updateDynamicParams();
+    }
+}
+
+QList<ChannelPanel *> ZIRVOFSMainWindow::panels() const
+{
+    return m_panels[Receivers] + m_panels[Combiners] + m_panels[Demodulators];
+}
+
+// Settings
+
+void ZIRVOFSMainWindow::UpdateSetting(const QString &Module, const QString &Cmd, const QString &Data, bool CmdFailed,
+                                      const QString &FailedData)
+{
+    // After a refused set the channels report the value still held, so both outcomes are shown alike.
+    Q_UNUSED(CmdFailed)
+    Q_UNUSED(FailedData)
+    if (m_sysChan && Module == m_sysChan->address()) {
+        updateSystemSetting(Cmd, Data);
+        return;
+    }
+    for (ChannelPanel *panel : panels()) {
+        if (panel->hasChannel() && panel->address() == Module)
+            panel->UpdateSetting(Cmd, Data);
+    }
+}
+
+void ZIRVOFSMainWindow::updateSystemSetting(const QString &Cmd, const QString &Data)
+{
+    using Commands = UniversalChan::Commands;
+    using Show = void (*)(ZIRVOFSMainWindow &, const QString &);
+    using W = ZIRVOFSMainWindow;
+    static const QHash<QString, Show> routes {
+        { Commands::PLIST, [](W &w, const QString &v) { w.showPresetList(v); } },
+        { Commands::PDONE, [](W &w, const QString &v) { w.m_loadingPresetBox.update(v); } },
+        { Commands::UPDT, [](W &w, const QString &v) { w.m_configuringBox.update(v); } },
+        { Commands::TMRF, [](W &w, const QString &v) { w.Display10MHzReference(v); } },
+        { Commands::SLAVE, [](W &w, const QString &v) { w.DisplaySlaving(v); } },
+        { Commands::NAME, [](W &w, const QString &v) { w.showTitle(v); } },
+    };
+    if (const Show route = routes.value(Cmd))
+        route(*this, Data);
+}
+
+void ZIRVOFSMainWindow::showTitle(const QString &systemName)
+{
+    setWindowTitle(u"(SystemID: "_s + m_systemIdentifier + u") ZIRVO Local Display (SystemName: "_s + systemName
+                   + u')');
+}
+
+void ZIRVOFSMainWindow::showPresetList(const QString &list)
+{
+    // Every name is followed by a blank, so the last part is not one.
+    m_presetNames = list.split(u' ');
+    m_presetNames.removeLast();
+}
+
+void ZIRVOFSMainWindow::DisplaySlaving(const QString &value)
+{
+    const QList<QAction *> modes { ui->actionNoSlaving, ui->actionDiversitySlaving,
+                                   ui->actionFrequencyDiversitySlaving };
+    const QStringList values { u"0"_s, u"1"_s, u"2"_s };
+    const auto chosen = values.indexOf(value);
+    if (chosen < 0)
+        return;
+    for (qsizetype mode = 0; mode < modes.size(); ++mode)
+        modes[mode]->setChecked(mode == chosen);
+    for (ChannelPanel *panel : std::as_const(m_panels[Receivers]))
+        panel->showSlaved(value == "1"_L1);
+}
+
+void ZIRVOFSMainWindow::Display10MHzReference(const QString &value)
+{
+    if (value != "0"_L1 && value != "1"_L1)
+        return;
+    ui->actionExternalRef->setChecked(value == "0"_L1);
+    ui->actionInternalRef->setChecked(value == "1"_L1);
+}
+
+// Menus
+
+void ZIRVOFSMainWindow::NoSlaving_triggered()
+{
+    chooseSlaving(u"0"_s);
+}
+
+void ZIRVOFSMainWindow::DiversitySlaving_triggered()
+{
+    chooseSlaving(u"1"_s);
+}
+
+void ZIRVOFSMainWindow::FrequencyDiversitySlaving_triggered()
+{
+    chooseSlaving(u"2"_s);
+}
+
+void ZIRVOFSMainWindow::chooseSlaving(const QString &value)
+{
+    DisplaySlaving(value);
+    m_sysChan->setSLAVE(value);
+}
+
+void ZIRVOFSMainWindow::ExternalRef_triggered()
+{
+    chooseReference(u"0"_s);
+}
+
+void ZIRVOFSMainWindow::InternalRef_triggered()
+{
+    chooseReference(u"1"_s);
+}
+
+void ZIRVOFSMainWindow::chooseReference(const QString &value)
+{
+    Display10MHzReference(value);
+    m_sysChan->setTMRF(value);
+}
+
+void ZIRVOFSMainWindow::About_triggered()
+{
+    QMessageBox box(QMessageBox::Information, u"ZIRVO Remote Software"_s,
+                    u"Name: HURLO ZIRVO Remote Software\rVersion: "_s + QCoreApplication::applicationVersion(),
+                    QMessageBox::Ok);
+    box.exec();
+    m_focusReturn.start();
+}

@@ -1,0 +1,119 @@
+#pragma once
+
+#include "dialogs/WaitBox.h"
+#include "frontpanel/ControlGuard.h"
+#include "frontpanel/FocusReturn.h"
+#include "inventory/ChannelDirectory.h"
+#include "link/SerialPortController.h"
+
+#include <QList>
+#include <QMainWindow>
+#include <QStringList>
+#include <QTimer>
+
+#include <array>
+#include <memory>
+
+class ChannelPanel;
+class ReceiverPanel;
+class UniversalChan;
+
+namespace Ui {
+class MainWindow;
+}
+
+/// The one main window: panels of the channels found, menus, the timers that keep the displays fresh, and the opening
+/// of the serial links in their order.
+///
+/// It knows channels, never bytes, and owns neither channels nor links: whoever runs the window deletes the links
+/// after it.
+class ZIRVOFSMainWindow : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    explicit ZIRVOFSMainWindow(QWidget *parent = nullptr);
+    /// Stops the chassis' reports.
+    ~ZIRVOFSMainWindow() override;
+
+    /// Identity of the chassis that this display head belongs to.
+    void setSystemIdentifier(const QString &identifier) { m_systemIdentifier = identifier; }
+
+    /// Opens the command link and starts to wait for the chassis.
+    void StartComms();
+
+    /// The serial links in the order of their making, the command link first.
+    [[nodiscard]] const QList<SerialPortController *> &SerialPortControllers() const
+    {
+        return m_serialPortControllers;
+    }
+    /// Whether a changed control was changed by the operator.
+    [[nodiscard]] bool AcceptControlChanges() const { return m_guard.AcceptControlChanges(); }
+    /// Names of the presets that the chassis listed last.
+    [[nodiscard]] const QStringList &PresetNames() const { return m_presetNames; }
+
+public Q_SLOTS:
+    void About_triggered();
+    void ExternalRef_triggered();
+    void InternalRef_triggered();
+    void NoSlaving_triggered();
+    void DiversitySlaving_triggered();
+    void FrequencyDiversitySlaving_triggered();
+
+    /// Refreshes one kind of channel a tick, so each kind about once a second.
+    void UpdateAllDynamicParamsTmr_Tick();
+    void UpdateRcvrDynamicParamsTmr_Tick() { refresh(Receivers); }
+    void UpdateCmbrDynamicParamsTmr_Tick() { refresh(Combiners); }
+    void UpdateDmdDynamicParamsTmr_Tick() { refresh(Demodulators); }
+    void RemoveControlFocusTmr_Tick() { m_focusReturn.tick(); }
+
+    /// Shows a value in force on the panel of the channel that has this address.
+    void UpdateSetting(const QString &Module, const QString &Cmd, const QString &Data, bool CmdFailed,
+                       const QString &FailedData);
+    /// Every setting of the command link's channels is known: builds the panels and opens the further links.
+    void ObtainedAllSettings();
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    enum DynamicParamsPhase { Receivers, Combiners, Demodulators, PhaseCount };
+
+    void createPanels();
+    void connectMenus();
+
+    void SetChanList();
+    void showSystem();
+    void fillReceivers();
+    void arrangePanels();
+    void openFurtherLinks();
+    SerialPortController *openLink(SerialPortController::PORT_TYPE type);
+
+    void refresh(DynamicParamsPhase phase);
+    [[nodiscard]] QList<ChannelPanel *> panels() const;
+
+    void updateSystemSetting(const QString &Cmd, const QString &Data);
+    void showTitle(const QString &systemName);
+    void DisplaySlaving(const QString &value);
+    void Display10MHzReference(const QString &value);
+    void chooseSlaving(const QString &value);
+    void chooseReference(const QString &value);
+    void showPresetList(const QString &list);
+
+    std::unique_ptr<Ui::MainWindow> ui;
+    ControlGuard m_guard;
+    FocusReturn m_focusReturn;
+    WaitBox m_loadingPresetBox;
+    WaitBox m_configuringBox;
+    std::array<QList<ChannelPanel *>, PhaseCount> m_panels; ///< every place of the window, by kind
+    QList<ReceiverPanel *> m_receiverPanels;
+
+    QString m_systemIdentifier;
+    QList<SerialPortController *> m_serialPortControllers;
+    ChannelDirectory m_directory;
+    UniversalChan *m_sysChan = nullptr;
+    QStringList m_presetNames;
+
+    QTimer m_updateAllDynamicParamsTmr;
+    int m_dynamicParamsPhase = Receivers;
+};

@@ -1,0 +1,47 @@
+#include "inventory/ChannelDirectory.h"
+
+#include "channels/RcvrChan.h"
+
+#include <array>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+struct Route
+{
+    QLatin1StringView letters;
+    int highestNumber;
+    const QMetaObject *channelClass;
+};
+
+const auto &routes()
+{
+    static const std::array table { Route { RcvrChan::ChanType, 2, &RcvrChan::staticMetaObject } };
+    return table;
+}
+
+/// Position that the address means within its kind, from 0; -1 if the address is not of this route.
+int positionIn(const Route &route, const QString &address)
+{
+    if (address.size() != route.letters.size() + 1 || !address.startsWith(route.letters))
+        return -1;
+    const int position = address.back().unicode() - u'1';
+    return position < route.highestNumber ? position : -1;
+}
+
+} // namespace
+
+Channel *ChannelDirectory::at(const QString &address) const
+{
+    for (const Route &route : routes()) {
+        int position = positionIn(route, address);
+        if (position < 0)
+            continue;
+        for (Channel *channel : m_channels) {
+            if (channel->metaObject() == route.channelClass && position-- == 0)
+                return channel;
+        }
+    }
+    return nullptr;
+}

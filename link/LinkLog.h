@@ -1,0 +1,7 @@
+#pragma once
+
+#include <QLoggingCategory>
+
+/// Log categories of the links, all off by default; switch one on with QT_LOGGING_RULES.
+Q_DECLARE_LOGGING_CATEGORY(lcLink)    ///< zirvo.link: ports opened and not opened, command time-outs
+Q_DECLARE_LOGGING_CATEGORY(lcTraffic) ///< zirvo.link.traffic: every frame in either direction

@@ -1,0 +1,96 @@
+#include "link/RcvdCmdQueueReader.h"
+
+#include "channels/UniversalChan.h"
+#include "link/SerialPortController.h"
+
+#include <memory>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr auto kSystemAddress = "U0"_L1;
+
+bool concerns(const StandardCommand &command, QLatin1StringView mnemonic)
+{
+    return command.responseMnemonic() == mnemonic || command.mnemonic() == mnemonic;
+}
+
+/// Address of the demodulator whose data source the command selects or reports; empty for any other command. The
+/// acknowledgement of a selection carries no mnemonic of its own, so the request's counts as well.
+QString dataSourceAddress(const StandardCommand &command)
+{
+    for (const auto &[mnemonic, address] : { std::pair("SDM1"_L1, "D1"_L1), std::pair("SDM2"_L1, "D2"_L1),
+                                             std::pair("SDM3"_L1, "D3"_L1) }) {
+        if (concerns(command, mnemonic))
+            return address;
+    }
+    return {};
+}
+
+} // namespace
+
+RcvdCmdQueueReader::RcvdCmdQueueReader(QObject *parent, SerialPortController *controller)
+    : QObject(parent), m_controller(controller)
+{
+}
+
+void RcvdCmdQueueReader::SetChanLists()
+{
+    m_directory.assign(m_controller->channels());
+}
+
+void RcvdCmdQueueReader::CheckRcvdCmdQueue(StandardCommand *command)
+{
+    const std::unique_ptr<const StandardCommand> owned(command);
+    if (!m_controller->isEnding())
+        route(*command);
+    m_controller->txmtCmdQueue().release(command);
+}
+
+void RcvdCmdQueueReader::route(const StandardCommand &command)
+{
+    switch (command.status()) {
+    case StandardCommand::Received:
+    case StandardCommand::Completed:
+    case StandardCommand::Failed:
+    case StandardCommand::TimedOut:
+        break;
+    case StandardCommand::Unparsed:
+        deliver(m_systemChannel, command);
+        return;
+    case StandardCommand::Created:
+    case StandardCommand::Queued:
+    case StandardCommand::Sent:
+        return;
+    }
+
+    // The system address goes first: with owner and address rules behind it a system reply would be handled twice.
+    if (command.address() == kSystemAddress || command.responseAddress() == kSystemAddress)
+        routeSystem(command);
+    else if (command.owner())
+        deliver(command.owner(), command);
+    else
+        deliver(m_directory.at(command.responseAddress()), command);
+}
+
+void RcvdCmdQueueReader::routeSystem(const StandardCommand &command)
+{
+    if (const QString demodulator = dataSourceAddress(command); !demodulator.isEmpty()) {
+        deliver(m_directory.at(demodulator), command);
+    } else if (concerns(command, UniversalChan::Commands::SLAVE)) {
+        for (Channel *channel : m_controller->channels())
+            deliver(channel, command);
+    } else if (command.responseMnemonic() == UniversalChan::Commands::VER
+               || command.mnemonic() == UniversalChan::Commands::NOTIFY) {
+        m_controller->ProcessCmd(command);
+    } else {
+        deliver(m_systemChannel, command);
+    }
+}
+
+void RcvdCmdQueueReader::deliver(Channel *target, const StandardCommand &command)
+{
+    if (target)
+        target->ProcessCmd(command);
+}

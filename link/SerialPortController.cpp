@@ -1,0 +1,379 @@
+#include "link/SerialPortController.h"
+
+#include "channels/UniversalChan.h"
+#include "inventory/Card.h"
+#include "inventory/CardList.h"
+#include "inventory/ChannelFactory.h"
+#include "link/EyeConstData.h"
+#include "link/EyeConstDataQueueReader.h"
+#include "link/LinkLog.h"
+#include "link/RcvdCmdQueueReader.h"
+#include "link/RcvdRemoteCmdQueueReader.h"
+#include "link/SerialDevices.h"
+#include "link/SerialPortReader.h"
+#include "link/TxmtCmdQueueReader.h"
+#include "link/TxmtRemoteCmdQueueReader.h"
+#include "link/TxmtRemoteEyeAndStatusCmdQueueReader.h"
+
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QLabel>
+#include <QMessageBox>
+
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kSpectralStartupSeconds = 2;
+constexpr int kVersionRetrySeconds = 2; ///< ticks between two rounds of version queries, less one
+constexpr int kCardListRetryMs = 3000;
+constexpr qint64 kEyeReadBufferSize = 4096;
+
+constexpr auto kSystemAddress = "U0"_L1;
+
+QByteArray reportsOffRequest()
+{
+    return StandardCommand(nullptr, kSystemAddress, UniversalChan::Commands::TRON, u"OFF"_s, StandardCommand::Created,
+                           StandardCommand::Set, 0)
+        .commandText()
+        .toLocal8Bit();
+}
+
+} // namespace
+
+SerialPortController::SerialPortController(QObject *parent, PORT_TYPE type, const QString &systemIdentifier)
+    : QObject(parent)
+    , m_portType(type)
+    , m_systemIdentifier(systemIdentifier)
+    , m_cards(std::make_unique<QList<Card>>())
+{
+    m_timeOutTmr.setSingleShot(true);
+    if (m_portType == COMMAND_LINK)
+        m_startupCountdown = SerialDevices::commandLinkStartupSeconds();
+    else if (m_portType == SPECTRAL_LINK)
+        m_startupCountdown = kSpectralStartupSeconds;
+
+    createWorkers();
+    configurePort();
+    openPort();
+    if (m_portType == COMMAND_LINK)
+        WriteToPort(0, reportsOffRequest());
+}
+
+SerialPortController::~SerialPortController()
+{
+    // Messages on their way to the receive worker belong to nobody else: let it delete them.
+    m_ending = true;
+    if (m_receiveWorker)
+        QCoreApplication::sendPostedEvents(m_receiveWorker.get(), QEvent::MetaCall);
+    delete m_openFailureBox;
+}
+
+void SerialPortController::createWorkers()
+{
+    switch (m_portType) {
+    case COMMAND_LINK:
+    case SPECTRAL_LINK:
+        createStandardWorkers();
+        break;
+    case REMOTE_LINK:
+        createRemoteWorkers();
+        break;
+    case REMOTE_EYE_AND_STATUS_LINK:
+        createRemoteEyeAndStatusWorkers();
+        break;
+    case EYE_CONST_LINK:
+        createEyeConstWorkers();
+        break;
+    }
+}
+
+void SerialPortController::createStandardWorkers()
+{
+    qRegisterMetaType<StandardCommand>("StandardCommand");
+    auto reader = std::make_unique<SerialPortReader>(nullptr, this, &m_port);
+    auto transmitter = std::make_unique<TxmtCmdQueueReader>(nullptr, this);
+    auto dispatcher = std::make_unique<RcvdCmdQueueReader>(nullptr, this);
+
+    connect(this, &SerialPortController::TrnsmtCmd, transmitter.get(), &TxmtCmdQueueReader::CheckTxmtCmdQueue,
+            Qt::QueuedConnection);
+    connect(this, &SerialPortController::RcvdCmd, dispatcher.get(), &RcvdCmdQueueReader::CheckRcvdCmdQueue,
+            Qt::QueuedConnection);
+    connect(&m_port, &QSerialPort::readyRead, reader.get(), &SerialPortReader::ReadPort);
+    connect(&m_timeOutTmr, &QTimer::timeout, this, &SerialPortController::TimeOutTmr_Tick, Qt::QueuedConnection);
+    connect(&m_establishCommTmr, &QTimer::timeout, this, &SerialPortController::EstablishCommTmr_Tick,
+            Qt::QueuedConnection);
+    connect(&m_cardListTmr, &QTimer::timeout, this, &SerialPortController::requestCardList);
+
+    m_rcvdCmdQueueReader = dispatcher.get();
+    m_reader = std::move(reader);
+    m_transmitWorker = std::move(transmitter);
+    m_receiveWorker = std::move(dispatcher);
+}
+
+void SerialPortController::createRemoteWorkers()
+{
+    qRegisterMetaType<RemoteCommand>("RemoteCommand");
+    auto reader = std::make_unique<SerialPortReader>(nullptr, this, &m_port);
+    auto transmitter = std::make_unique<TxmtRemoteCmdQueueReader>(nullptr, this);
+    auto dispatcher = std::make_unique<RcvdRemoteCmdQueueReader>(nullptr, this);
+
+    connect(this, &SerialPortController::TrnsmtRemoteCmd, transmitter.get(),
+            &TxmtRemoteCmdQueueReader::CheckTxmtRemoteCmdQueue, Qt::QueuedConnection);
+    connect(this, &SerialPortController::RcvdRemoteCmd, dispatcher.get(),
+            &RcvdRemoteCmdQueueReader::CheckRcvdRemoteCmdQueue, Qt::QueuedConnection);
+    connect(&m_port, &QSerialPort::readyRead, reader.get(), &SerialPortReader::ReadPort);
+    connect(&m_timeOutTmr, &QTimer::timeout, this, &SerialPortController::TimeOutTmrRemote_Tick,
+            Qt::QueuedConnection);
+
+    m_reader = std::move(reader);
+    m_transmitWorker = std::move(transmitter);
+    m_receiveWorker = std::move(dispatcher);
+}
+
+void SerialPortController::createRemoteEyeAndStatusWorkers()
+{
+    qRegisterMetaType<RemoteCommand>("RemoteCommand");
+    auto transmitter = std::make_unique<TxmtRemoteEyeAndStatusCmdQueueReader>(nullptr, this);
+
+    connect(this, &SerialPortController::TrnsmtRemoteEyeAndStatusCmd, transmitter.get(),
+            &TxmtRemoteEyeAndStatusCmdQueueReader::CheckTxmtRemoteEyeAndStatusCmdQueue, Qt::QueuedConnection);
+    connect(&m_timeOutTmr, &QTimer::timeout, this, &SerialPortController::TimeOutTmrRemoteEyeAndStatus_Tick,
+            Qt::QueuedConnection);
+
+    m_transmitWorker = std::move(transmitter);
+}
+
+void SerialPortController::createEyeConstWorkers()
+{
+    qRegisterMetaType<EyeConstData>("EyeConstData");
+    auto reader = std::make_unique<SerialPortReader>(nullptr, this, &m_port);
+    auto dispatcher = std::make_unique<EyeConstDataQueueReader>(nullptr);
+
+    connect(this, &SerialPortController::RcvdEyeConstData, dispatcher.get(),
+            &EyeConstDataQueueReader::CheckEyeConstDataQueue, Qt::QueuedConnection);
+    connect(&m_port, &QSerialPort::readyRead, reader.get(), &SerialPortReader::ReadPort);
+
+    m_reader = std::move(reader);
+    m_receiveWorker = std::move(dispatcher);
+}
+
+void SerialPortController::configurePort()
+{
+    const bool legacyBoard = QCoreApplication::arguments().contains(u"-legacyboard"_s);
+    m_port.setPortName(SerialDevices::path(m_portType, legacyBoard));
+    m_port.setFlowControl(QSerialPort::NoFlowControl);
+    m_port.setParity(QSerialPort::NoParity);
+    m_port.setDataBits(QSerialPort::Data8);
+    m_port.setStopBits(QSerialPort::OneStop);
+    m_port.setBaudRate(921600);
+    if (m_portType == EYE_CONST_LINK)
+        m_port.setReadBufferSize(kEyeReadBufferSize);
+}
+
+void SerialPortController::openPort()
+{
+    if (m_port.open(QIODevice::ReadWrite)) {
+        qCInfo(lcLink) << "opened" << m_port.portName();
+        return;
+    }
+    qCInfo(lcLink) << "cannot open" << m_port.portName() << m_port.errorString();
+    const QString text = m_portType == EYE_CONST_LINK ? u"%1 Comm Port Won't Open"_s : u"Can't Open %1"_s;
+    m_openFailureBox = new QMessageBox;
+    m_openFailureBox->setAttribute(Qt::WA_DeleteOnClose);
+    m_openFailureBox->setText(text.arg(m_port.portName()));
+    m_openFailureBox->open();
+}
+
+void SerialPortController::AddCmdToTxmtCmdQueue(StandardCommand *command)
+{
+    m_txmtCmdQueue.append(command);
+    EmitTrnsmtCmd();
+}
+
+void SerialPortController::AddCmdToTxmtRemoteCmdQueue(RemoteCommand *command)
+{
+    m_txmtRemoteCmdQueue.append(command);
+    EmitTrnsmtRemoteCmd();
+}
+
+void SerialPortController::AddCmdToTxmtRemoteEyeAndStatusCmdQueue(RemoteCommand *command)
+{
+    m_txmtRemoteEyeAndStatusCmdQueue.append(command);
+    EmitTrnsmtRemoteEyeAndStatusCmd();
+}
+
+void SerialPortController::WriteToPort(int timeOutMs, const QByteArray &bytes)
+{
+    if (timeOutMs != 0)
+        StartTimeOutTmr(timeOutMs);
+    if (m_port.isOpen()) {
+        qCDebug(lcTraffic) << m_port.portName() << ">" << bytes;
+        m_port.write(bytes);
+    }
+}
+
+void SerialPortController::writeFinalReportsOff(int timeOutMs)
+{
+    WriteToPort(0, reportsOffRequest());
+    QDeadlineTimer deadline(timeOutMs);
+    while (m_port.isOpen() && m_port.bytesToWrite() > 0 && !deadline.hasExpired()) {
+        if (!m_port.waitForBytesWritten(static_cast<int>(deadline.remainingTime())))
+            return;
+    }
+}
+
+void SerialPortController::StartTimeOutTmr(int ms)
+{
+    m_timeOutTmr.start(ms);
+}
+
+void SerialPortController::TimeOutTmr_Tick()
+{
+    // A running timer belongs to a command sent after this tick was queued.
+    if (m_timeOutTmr.isActive() || !m_txmtCmdQueue.isAwaitingAnswer())
+        return;
+    StandardCommand *command = m_txmtCmdQueue.inFlight();
+    command->setStatus(StandardCommand::TimedOut);
+    qCInfo(lcLink) << m_port.portName() << "timed out:" << command->address() << command->mnemonic();
+    EmitRcvdCmd(command);
+    m_txmtCmdQueue.setReadyToSend();
+    EmitTrnsmtCmd();
+}
+
+void SerialPortController::TimeOutTmrRemote_Tick()
+{
+    if (m_timeOutTmr.isActive() || !m_txmtRemoteCmdQueue.isAwaitingAnswer())
+        return;
+    m_txmtRemoteCmdQueue.deleteInFlight();
+    m_txmtRemoteCmdQueue.setReadyToSend();
+    EmitTrnsmtRemoteCmd();
+}
+
+void SerialPortController::TimeOutTmrRemoteEyeAndStatus_Tick()
+{
+    if (m_timeOutTmr.isActive() || !m_txmtRemoteEyeAndStatusCmdQueue.isAwaitingAnswer())
+        return;
+    m_txmtRemoteEyeAndStatusCmdQueue.deleteInFlight();
+    m_txmtRemoteEyeAndStatusCmdQueue.setReadyToSend();
+    EmitTrnsmtRemoteEyeAndStatusCmd();
+}
+
+void SerialPortController::StartEstablishCommTmr(int ms, QLabel *label)
+{
+    m_countdownLabel = label;
+    m_establishCommTmr.start(ms);
+}
+
+void SerialPortController::EstablishCommTmr_Tick()
+{
+    if (m_countdownLabel)
+        m_countdownLabel->setText(QString::number(m_startupCountdown));
+    if (m_startupCountdown > 0) {
+        // A booting chassis chatters; whole frames among it were read when they arrived.
+        if (m_port.isOpen())
+            m_port.readAll();
+        --m_startupCountdown;
+        return;
+    }
+    if (m_communicationEstablished)
+        return;
+    queueSystemRequest(UniversalChan::Commands::VER, {}, StandardCommand::Query);
+    queueSystemRequest(UniversalChan::Commands::VERTSKB, {}, StandardCommand::Query);
+    m_startupCountdown = kVersionRetrySeconds;
+}
+
+const QList<Card> &SerialPortController::cards() const
+{
+    return *m_cards;
+}
+
+void SerialPortController::ProcessCmd(const StandardCommand &command)
+{
+    if (command.mnemonic() == UniversalChan::Commands::NOTIFY) {
+        // However the marker ended: a stray NAK inside its millisecond must not end start-up for ever.
+        if (!std::exchange(m_allSettingsObtained, true))
+            EmitAllSettingsObtained();
+    } else if (command.type() == StandardCommand::Query && command.status() == StandardCommand::Completed
+               && !m_communicationEstablished) {
+        establishCommunication(command.responseData());
+    }
+}
+
+void SerialPortController::establishCommunication(const QString &version)
+{
+    StopEstablishCommTmr();
+    m_communicationEstablished = true;
+    if (m_countdownLabel)
+        m_countdownLabel->hide();
+
+    auto systemChannel = std::make_unique<UniversalChan>(nullptr, u"0"_s, this);
+    m_systemChannel = systemChannel.get();
+    m_systemChannel->setSystemIdentifier(m_systemIdentifier);
+    m_rcvdCmdQueueReader->setSystemChannel(m_systemChannel);
+    addChannel(std::move(systemChannel));
+
+    queueSystemRequest(u"SYSID"_s, m_systemIdentifier, StandardCommand::Set);
+    requestCardList();
+    m_cardListTmr.start(kCardListRetryMs);
+    m_systemChannel->setVerTsMain(version);
+}
+
+void SerialPortController::requestCardList()
+{
+    queueSystemRequest(UniversalChan::Commands::CLST, {}, StandardCommand::Query);
+}
+
+void SerialPortController::processCardList(const QString &cardList)
+{
+    m_cardListTmr.stop();
+    *m_cards = CardList::parse(cardList);
+    ConsolidateCardList();
+    GenerateChannelList(cardList);
+    for (Channel *channel : std::as_const(m_chanList)) {
+        channel->RequestSettings();
+        channel->SetSlaveChanList(this, QString::fromLatin1(channel->metaObject()->className()));
+    }
+    AddCmdToTxmtCmdQueue(new StandardCommand(m_systemChannel, kSystemAddress, UniversalChan::Commands::NOTIFY, {},
+                                             StandardCommand::Queued, StandardCommand::Marker,
+                                             StandardCommand::kMarkerTimeOutMs));
+    queueSystemRequest(UniversalChan::Commands::TRON, u"ON"_s, StandardCommand::Set);
+}
+
+void SerialPortController::ConsolidateCardList()
+{
+    *m_cards = CardList::consolidated(*m_cards);
+}
+
+void SerialPortController::GenerateChannelList(const QString &cardList)
+{
+    for (auto &channel : ChannelFactory::create(cardList, this))
+        addChannel(std::move(channel));
+    m_rcvdCmdQueueReader->SetChanLists();
+}
+
+void SerialPortController::GenerateChannelList(SerialPortController *source)
+{
+    for (Channel *channel : source->channels()) {
+        m_chanList.append(channel);
+        if (m_portType == REMOTE_LINK)
+            channel->setSPCRemote(this);
+        else if (m_portType == REMOTE_EYE_AND_STATUS_LINK)
+            channel->setSPCRemoteEyeAndStatus(this);
+    }
+}
+
+void SerialPortController::addChannel(std::unique_ptr<Channel> channel)
+{
+    m_chanList.append(channel.get());
+    m_ownChannels.push_back(std::move(channel));
+}
+
+void SerialPortController::queueSystemRequest(const QString &mnemonic, const QString &data,
+                                              StandardCommand::CommandType type)
+{
+    AddCmdToTxmtCmdQueue(new StandardCommand(nullptr, kSystemAddress, mnemonic, data, StandardCommand::Queued, type,
+                                             StandardCommand::kTimeOutMs));
+}

@@ -1,0 +1,173 @@
+#pragma once
+
+#include "link/RemoteCommand.h"
+#include "link/StandardCommand.h"
+#include "link/TransmitQueue.h"
+
+#include <QList>
+#include <QObject>
+#include <QPointer>
+#include <QSerialPort>
+#include <QString>
+#include <QTimer>
+
+#include <memory>
+#include <vector>
+
+class Card;
+class Channel;
+class EyeConstData;
+class QLabel;
+class QMessageBox;
+class RcvdCmdQueueReader;
+class UniversalChan;
+
+/// One serial link with everything that moves messages over it: port, reader, transmit queue with its worker, receive
+/// dispatcher and timers; on the command and spectral links also what discovery found there.
+///
+/// Everything runs on the GUI thread. Queued connections put transmitting and dispatching off to the next pass of the
+/// event loop, so neither re-enters the other, and their order is the order of the events. On the standard links at
+/// most one command is in flight: the next is written only when the one before was acknowledged, answered, rejected
+/// or timed out. There is no retry.
+class SerialPortController : public QObject
+{
+    Q_OBJECT
+
+public:
+    enum PORT_TYPE : qint32 {
+        REMOTE_LINK = 0,
+        REMOTE_EYE_AND_STATUS_LINK = 1,
+        COMMAND_LINK = 3,
+        EYE_CONST_LINK = 4,
+        SPECTRAL_LINK = 5,
+    };
+    Q_ENUM(PORT_TYPE)
+
+    /// Opens the device of the kind. One that will not open is told in a message box that blocks nothing; the link
+    /// then simply never receives anything.
+    /// @param systemIdentifier identity of the chassis, sent to it on the command link; any text elsewhere
+    SerialPortController(QObject *parent, PORT_TYPE type, const QString &systemIdentifier);
+    ~SerialPortController() override;
+
+    [[nodiscard]] PORT_TYPE portType() const { return m_portType; }
+    [[nodiscard]] bool isStandardLink() const { return m_portType == COMMAND_LINK || m_portType == SPECTRAL_LINK; }
+    [[nodiscard]] QSerialPort &port() { return m_port; }
+
+    /// Appends to the transmit queue. The link takes ownership; the receive dispatcher deletes the command.
+    void AddCmdToTxmtCmdQueue(StandardCommand *command);
+    void AddCmdToTxmtRemoteCmdQueue(RemoteCommand *command);
+    void AddCmdToTxmtRemoteEyeAndStatusCmdQueue(RemoteCommand *command);
+
+    [[nodiscard]] TransmitQueue<StandardCommand> &txmtCmdQueue() { return m_txmtCmdQueue; }
+    [[nodiscard]] TransmitQueue<RemoteCommand> &txmtRemoteCmdQueue() { return m_txmtRemoteCmdQueue; }
+    [[nodiscard]] TransmitQueue<RemoteCommand> &txmtRemoteEyeAndStatusCmdQueue()
+    {
+        return m_txmtRemoteEyeAndStatusCmdQueue;
+    }
+
+    /// Writes the request that stops the chassis' reports and waits until it has left, at most @p timeOutMs.
+    /// For the end of the program, when no event loop is left to write it.
+    void writeFinalReportsOff(int timeOutMs);
+
+    void StopTimeOutTmr() { m_timeOutTmr.stop(); }
+
+    /// Whether the program is ending: what is still on its way is deleted and reaches no channel.
+    [[nodiscard]] bool isEnding() const { return m_ending; }
+
+    /// Starts to wait for the chassis.
+    /// @param ms    interval of the countdown in ms
+    /// @param label shows the remaining seconds until the chassis answers; may be null
+    void StartEstablishCommTmr(int ms, QLabel *label);
+    void StopEstablishCommTmr() { m_establishCommTmr.stop(); }
+
+    // Inventory
+
+    [[nodiscard]] QList<Channel *>::const_iterator ChanList_begin() const { return m_chanList.cbegin(); }
+    [[nodiscard]] QList<Channel *>::const_iterator ChanList_end() const { return m_chanList.cend(); }
+    [[nodiscard]] const QList<Channel *> &channels() const { return m_chanList; }
+    /// The cards of the chassis, one entry a card however many micros it reported.
+    [[nodiscard]] const QList<Card> &cards() const;
+
+    /// Answer to the version query, or the end of the end-of-settings marker.
+    void ProcessCmd(const StandardCommand &command);
+    /// The chassis' card list: creates cards and channels and queues every settings query, the end-of-settings marker
+    /// behind them, and the request that starts the reports. Called once, by the system channel.
+    void processCardList(const QString &cardList);
+    /// Creates the channels that the card list tells of.
+    void GenerateChannelList(const QString &cardList);
+    /// Takes over the channels of another link, which keeps owning them.
+    void GenerateChannelList(SerialPortController *source);
+    /// Merges the card list's entries into one card each.
+    void ConsolidateCardList();
+
+    void EmitTrnsmtCmd() { Q_EMIT TrnsmtCmd(); }
+    void EmitRcvdCmd(StandardCommand *command) { Q_EMIT RcvdCmd(command); }
+    void EmitTrnsmtRemoteCmd() { Q_EMIT TrnsmtRemoteCmd(); }
+    void EmitRcvdRemoteCmd(RemoteCommand *command) { Q_EMIT RcvdRemoteCmd(command); }
+    void EmitTrnsmtRemoteEyeAndStatusCmd() { Q_EMIT TrnsmtRemoteEyeAndStatusCmd(); }
+    void EmitRcvdEyeConstData(EyeConstData *data) { Q_EMIT RcvdEyeConstData(data); }
+    void EmitAllSettingsObtained() { Q_EMIT AllSettingsObtained(); }
+
+Q_SIGNALS:
+    void RcvdCmd(StandardCommand *command);
+    void TrnsmtCmd();
+    void RcvdRemoteCmd(RemoteCommand *command);
+    void TrnsmtRemoteCmd();
+    void RcvdEyeConstData(EyeConstData *data);
+    void TrnsmtRemoteEyeAndStatusCmd();
+    /// Every settings query of every channel was answered or has timed out; emitted once.
+    void AllSettingsObtained();
+
+public Q_SLOTS:
+    /// Starts or restarts the time-out of the message in flight; 0 starts none.
+    void StartTimeOutTmr(int ms);
+    /// Starts the time-out, unless @p timeOutMs is 0, and writes; skipped while the port is not open.
+    void WriteToPort(int timeOutMs, const QByteArray &bytes);
+    void TimeOutTmr_Tick();
+    void TimeOutTmrRemote_Tick();
+    void TimeOutTmrRemoteEyeAndStatus_Tick();
+    void EstablishCommTmr_Tick();
+
+private:
+    void configurePort();
+    void openPort();
+    void createWorkers();
+    void createStandardWorkers();
+    void createRemoteWorkers();
+    void createRemoteEyeAndStatusWorkers();
+    void createEyeConstWorkers();
+
+    void establishCommunication(const QString &version);
+    void requestCardList();
+    void queueSystemRequest(const QString &mnemonic, const QString &data, StandardCommand::CommandType type);
+    void addChannel(std::unique_ptr<Channel> channel);
+
+    const PORT_TYPE m_portType;
+    const QString m_systemIdentifier;
+    QSerialPort m_port;
+
+    TransmitQueue<StandardCommand> m_txmtCmdQueue;
+    TransmitQueue<RemoteCommand> m_txmtRemoteCmdQueue;
+    TransmitQueue<RemoteCommand> m_txmtRemoteEyeAndStatusCmdQueue;
+    QTimer m_timeOutTmr;
+
+    bool m_communicationEstablished = false;
+    bool m_allSettingsObtained = false;
+    int m_startupCountdown = 0; ///< seconds
+    QTimer m_establishCommTmr;
+    QTimer m_cardListTmr;
+    QPointer<QLabel> m_countdownLabel;
+    QPointer<QMessageBox> m_openFailureBox;
+
+    UniversalChan *m_systemChannel = nullptr;
+    QList<Channel *> m_chanList;
+    std::vector<std::unique_ptr<Channel>> m_ownChannels;
+    std::unique_ptr<QList<Card>> m_cards;
+
+    // The workers of this kind of link; they find each other through this controller's signals.
+    std::unique_ptr<QObject> m_reader;
+    std::unique_ptr<QObject> m_transmitWorker;
+    std::unique_ptr<QObject> m_receiveWorker; ///< none on the remote eye-and-status link, which only sends
+    RcvdCmdQueueReader *m_rcvdCmdQueueReader = nullptr; ///< the receive worker of a standard link
+    bool m_ending = false;
+};

@@ -1,0 +1,129 @@
+#include "link/SerialPortReader.h"
+
+#include "link/EyeConstData.h"
+#include "link/LinkLog.h"
+#include "link/SerialPortController.h"
+
+#include <QSerialPort>
+#include <QStringList>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr qsizetype kRegisterNumberSize = 2;
+
+bool namesSameRegister(const QString &a, const QString &b)
+{
+    return QStringView(a).left(kRegisterNumberSize) == QStringView(b).left(kRegisterNumberSize);
+}
+
+} // namespace
+
+SerialPortReader::SerialPortReader(QObject *parent, SerialPortController *controller, QSerialPort *port)
+    : QObject(parent)
+    , m_controller(controller)
+    , m_port(port)
+    , m_decoder(controller->portType() == SerialPortController::EYE_CONST_LINK ? FrameDecoder::kEot
+                                                                               : FrameDecoder::kCr)
+{
+}
+
+void SerialPortReader::ReadPort()
+{
+    m_decoder.feed(m_port->readAll(), [this](const QByteArray &frame) { HandleFrame(frame); });
+}
+
+void SerialPortReader::HandleFrame(const QByteArray &frame)
+{
+    qCDebug(lcTraffic) << m_port->portName() << "<" << frame;
+    switch (m_controller->portType()) {
+    case SerialPortController::COMMAND_LINK:
+    case SerialPortController::SPECTRAL_LINK:
+        HandleStandardCommand(frame);
+        break;
+    case SerialPortController::EYE_CONST_LINK:
+        HandleEyeConstData(frame);
+        break;
+    case SerialPortController::REMOTE_LINK:
+    case SerialPortController::REMOTE_EYE_AND_STATUS_LINK:
+        break;
+    }
+}
+
+void SerialPortReader::HandleEyeConstData(const QByteArray &frame)
+{
+    if (frame.size() == EyeConstData::kEyeFrameSize || frame.size() == EyeConstData::kSerialDataFrameSize)
+        m_controller->EmitRcvdEyeConstData(new EyeConstData(frame));
+}
+
+void SerialPortReader::HandleStandardCommand(const QByteArray &frame)
+{
+    const QString text = QString::fromLocal8Bit(frame);
+    if (frame.size() == 1)
+        handleAcknowledgement(text);
+    else if (text.contains(u':'))
+        handleMessage(text);
+    else
+        deliverUnparsed(text);
+}
+
+void SerialPortReader::handleAcknowledgement(const QString &frame)
+{
+    const auto &queue = m_controller->txmtCmdQueue();
+    const QChar byte = frame.front();
+    const bool isAck = byte == StandardCommand::kAck;
+    const bool isNak = byte == StandardCommand::kNak;
+    if (queue.isAwaitingAnswer() && (isNak || (isAck && queue.inFlight()->type() == StandardCommand::Set)))
+        completeCommandInFlight(frame);
+    else
+        deliverUnparsed(frame);
+}
+
+void SerialPortReader::handleMessage(const QString &frame)
+{
+    const QStringList parts = frame.split(u':');
+    const QString &address = parts[0];
+    const QString &mnemonic = parts[1];
+    if (parts.size() == 2) {
+        m_controller->EmitRcvdCmd(new StandardCommand(nullptr, address, mnemonic, {}, StandardCommand::Received,
+                                                      StandardCommand::Query, StandardCommand::kTimeOutMs));
+        return;
+    }
+
+    // Only a time of day keeps its colons.
+    const bool keepsColons = address.startsWith("TM"_L1) && mnemonic == "TIME"_L1;
+    const QString data = parts.sliced(2).join(keepsColons ? u":"_s : QString());
+    if (answersCommandInFlight(address, mnemonic, data))
+        completeCommandInFlight(frame);
+    else
+        m_controller->EmitRcvdCmd(new StandardCommand(nullptr, address, mnemonic, data, StandardCommand::Received,
+                                                      StandardCommand::Set, StandardCommand::kTimeOutMs));
+}
+
+bool SerialPortReader::answersCommandInFlight(const QString &address, const QString &mnemonic,
+                                              const QString &data) const
+{
+    const auto &queue = m_controller->txmtCmdQueue();
+    if (!queue.isAwaitingAnswer())
+        return false;
+    const StandardCommand &command = *queue.inFlight();
+    return command.type() == StandardCommand::Query && command.address() == address && command.mnemonic() == mnemonic
+        && (mnemonic != "RDRG"_L1 || namesSameRegister(command.data(), data));
+}
+
+void SerialPortReader::completeCommandInFlight(const QString &frame)
+{
+    StandardCommand *command = m_controller->txmtCmdQueue().inFlight();
+    m_controller->StopTimeOutTmr();
+    command->ResponseReceived(frame);
+    m_controller->EmitRcvdCmd(command);
+    m_controller->txmtCmdQueue().setReadyToSend();
+    m_controller->EmitTrnsmtCmd();
+}
+
+void SerialPortReader::deliverUnparsed(const QString &frame)
+{
+    m_controller->EmitRcvdCmd(
+        new StandardCommand(nullptr, frame, StandardCommand::Unparsed, StandardCommand::Set));
+}

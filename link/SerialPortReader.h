@@ -1,0 +1,39 @@
+#pragma once
+
+#include "link/FrameDecoder.h"
+
+#include <QObject>
+
+class QSerialPort;
+class SerialPortController;
+
+/// Reads one link: cuts the bytes into frames and, on the standard links, ties each answer to the command in flight.
+///
+/// Noise, late answers and stray acknowledgements never disturb the command in flight; they go on as unsolicited
+/// messages.
+class SerialPortReader : public QObject
+{
+    Q_OBJECT
+
+public:
+    SerialPortReader(QObject *parent, SerialPortController *controller, QSerialPort *port);
+
+public Q_SLOTS:
+    void ReadPort();
+
+private:
+    void HandleFrame(const QByteArray &frame);
+    void HandleStandardCommand(const QByteArray &frame);
+    void HandleEyeConstData(const QByteArray &frame);
+
+    void handleAcknowledgement(const QString &frame);
+    void handleMessage(const QString &frame);
+    [[nodiscard]] bool answersCommandInFlight(const QString &address, const QString &mnemonic,
+                                              const QString &data) const;
+    void completeCommandInFlight(const QString &frame);
+    void deliverUnparsed(const QString &frame);
+
+    SerialPortController *m_controller;
+    QSerialPort *m_port;
+    FrameDecoder m_decoder;
+};

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <deque>
+#include <memory>
+#include <utility>
+
+/// The transmit side of one link: what waits, what is in flight, and whether the next one may go.
+///
+/// At most one message is in flight. It stays referenced here until release(), which the receive side calls just
+/// before it deletes the message.
+template <typename Message>
+class TransmitQueue
+{
+public:
+    TransmitQueue() = default;
+    TransmitQueue(const TransmitQueue &) = delete;
+    TransmitQueue &operator=(const TransmitQueue &) = delete;
+    ~TransmitQueue() { deleteInFlight(); }
+
+    /// Takes ownership and marks the message as queued.
+    void append(Message *message)
+    {
+        message->setStatus(Message::Queued);
+        m_waiting.emplace_back(message);
+    }
+
+    /// The next message, now sent and in flight; null while nothing waits or the one before is unfinished.
+    [[nodiscard]] Message *takeNext()
+    {
+        if (m_waiting.empty() || !m_readyToSend)
+            return nullptr;
+        m_inFlight = m_waiting.front().release();
+        m_waiting.pop_front();
+        m_inFlight->setStatus(Message::Sent);
+        m_readyToSend = false;
+        return m_inFlight;
+    }
+
+    /// The message written last and not yet released; its status tells whether it still waits for an answer.
+    [[nodiscard]] Message *inFlight() const { return m_inFlight; }
+    [[nodiscard]] bool isAwaitingAnswer() const { return m_inFlight && m_inFlight->status() == Message::Sent; }
+
+    /// The message in flight is finished: the next one may go.
+    void setReadyToSend() { m_readyToSend = true; }
+
+    /// Forgets @p message if it is the one in flight; to be called before it is deleted.
+    void release(const Message *message)
+    {
+        if (m_inFlight == message)
+            m_inFlight = nullptr;
+    }
+
+    void deleteInFlight() { delete std::exchange(m_inFlight, nullptr); }
+
+private:
+    std::deque<std::unique_ptr<Message>> m_waiting;
+    Message *m_inFlight = nullptr;
+    bool m_readyToSend = true;
+};

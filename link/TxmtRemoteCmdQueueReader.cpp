@@ -1,0 +1,14 @@
+#include "link/TxmtRemoteCmdQueueReader.h"
+
+#include "link/SerialPortController.h"
+
+TxmtRemoteCmdQueueReader::TxmtRemoteCmdQueueReader(QObject *parent, SerialPortController *controller)
+    : QObject(parent), m_controller(controller)
+{
+}
+
+void TxmtRemoteCmdQueueReader::CheckTxmtRemoteCmdQueue()
+{
+    if (const RemoteCommand *command = m_controller->txmtRemoteCmdQueue().takeNext())
+        m_controller->WriteToPort(command->timeOutMs(), command->commandText().toLocal8Bit());
+}

@@ -1,0 +1,14 @@
+#include "link/TxmtRemoteEyeAndStatusCmdQueueReader.h"
+
+#include "link/SerialPortController.h"
+
+TxmtRemoteEyeAndStatusCmdQueueReader::TxmtRemoteEyeAndStatusCmdQueueReader(QObject *parent, SerialPortController *controller)
+    : QObject(parent), m_controller(controller)
+{
+}
+
+void TxmtRemoteEyeAndStatusCmdQueueReader::CheckTxmtRemoteEyeAndStatusCmdQueue()
+{
+    if (const RemoteCommand *command = m_controller->txmtRemoteEyeAndStatusCmdQueue().takeNext())
+        m_controller->WriteToPort(command->timeOutMs(), command->commandText().toLocal8Bit());
+}
