@@ -11,7 +11,7 @@
 namespace {
 
 // A signal handler may do nothing but write, and only to what it reaches without an object.
-std::array<int, 2> signalPipe { -1, -1 };
+std::array<int, 2> signalPipe{ -1, -1 };
 
 extern "C" void handleTermination(int)
 {
@@ -54,6 +54,7 @@ UnixSignals::~UnixSignals()
 void UnixSignals::read()
 {
     std::array<char, 16> bytes;
-    while (::read(signalPipe[0], bytes.data(), bytes.size()) > 0) { }
+    while (::read(signalPipe[0], bytes.data(), bytes.size()) > 0) {
+    }
     Q_EMIT terminationRequested();
 }

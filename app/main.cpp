@@ -23,8 +23,8 @@ void setIdentity()
 int refuseWithoutIdentifier()
 {
     QMessageBox box(QMessageBox::Warning, u"Software Info"_s,
-                    u"Name: HURLO ZIRVO Remote Software\rVersion: "_s + QCoreApplication::applicationVersion()
-                        + u"\r\rA SystemIdentifier cmd line argument must be provided when launching this software"_s,
+                    u"Name: HURLO ZIRVO Remote Software\rVersion: "_s + QCoreApplication::applicationVersion() +
+                        u"\r\rA SystemIdentifier cmd line argument must be provided when launching this software"_s,
                     QMessageBox::Ok);
     box.exec();
     return 1;
@@ -36,6 +36,7 @@ int run(ZIRVOFSMainWindow &window, const QString &systemIdentifier)
     QObject::connect(&signalHandler, &UnixSignals::terminationRequested, &window, &QWidget::close);
     window.setSystemIdentifier(systemIdentifier);
     window.show();
+    window.activateWindow(); // a head without a window manager gives nobody the keyboard focus
     window.StartComms();
     return QApplication::exec();
 }

@@ -42,8 +42,8 @@ constexpr int find(Table table, QLatin1StringView name)
 {
     for (std::size_t row = 0; row < table.size(); ++row) {
         const QLatin1StringView candidate = table[row].name;
-        if (std::string_view(candidate.data(), std::size_t(candidate.size()))
-            == std::string_view(name.data(), std::size_t(name.size())))
+        if (std::string_view(candidate.data(), std::size_t(candidate.size())) ==
+            std::string_view(name.data(), std::size_t(name.size())))
             return static_cast<int>(row);
     }
     return -1;

@@ -29,8 +29,8 @@ void Channel::SetSlaveChanList(const SerialPortController *link, const QString &
 {
     std::copy_if(link->ChanList_begin(), link->ChanList_end(), std::back_inserter(m_slaveChannels),
                  [this, &className](const Channel *other) {
-                     return QLatin1StringView(other->metaObject()->className()) == className
-                         && other->getChannel() != m_channel;
+                     return QLatin1StringView(other->metaObject()->className()) == className &&
+                            other->getChannel() != m_channel;
                  });
 }
 
@@ -76,11 +76,11 @@ void Channel::ProcessCmd(const StandardCommand &command)
 {
     const auto status = command.status();
     const auto type = command.type();
-    const bool isReport = (type == StandardCommand::Query && status == StandardCommand::Completed)
-        || (type == StandardCommand::Set && status == StandardCommand::Received);
-    const bool isSetFinished = type == StandardCommand::Set
-        && (status == StandardCommand::Completed || status == StandardCommand::Failed
-            || status == StandardCommand::TimedOut);
+    const bool isReport = (type == StandardCommand::Query && status == StandardCommand::Completed) ||
+                          (type == StandardCommand::Set && status == StandardCommand::Received);
+    const bool isSetFinished =
+        type == StandardCommand::Set && (status == StandardCommand::Completed || status == StandardCommand::Failed ||
+                                         status == StandardCommand::TimedOut);
 
     if (isReport)
         CheckForSupportedCmd(command.responseAddress(), command.responseMnemonic(), command.responseData(), status,
@@ -96,8 +96,8 @@ void Channel::CheckForSupportedCmd(const QString &address, const QString &mnemon
                                     [&mnemonic](const Catalogue::Row &row) { return mnemonic == row.name; });
     if (known == m_catalogue.end())
         return;
-    const bool refused = type == StandardCommand::Set
-        && (status == StandardCommand::Failed || status == StandardCommand::TimedOut);
+    const bool refused =
+        type == StandardCommand::Set && (status == StandardCommand::Failed || status == StandardCommand::TimedOut);
     processReport(static_cast<int>(known - m_catalogue.begin()), address, data, refused);
 }
 
@@ -143,7 +143,4 @@ void Channel::processSpecial(int row, const QString &data)
     Q_UNUSED(data)
 }
 
-void Channel::settingStored(int row)
-{
-    Q_UNUSED(row)
-}
+void Channel::settingStored(int row) { Q_UNUSED(row) }

@@ -22,8 +22,8 @@ class Channel : public QObject
 public:
     struct Commands
     {
-        static constexpr QLatin1StringView NAME { "NAME" };
-        static constexpr QLatin1StringView SLAVE { "SLAVE" };
+        static constexpr QLatin1StringView NAME{ "NAME" };
+        static constexpr QLatin1StringView SLAVE{ "SLAVE" };
     };
 
     /// Channel number as text: "0" for the system, "1" to "3" for the others.

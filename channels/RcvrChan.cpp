@@ -5,10 +5,7 @@ RcvrChan::RcvrChan(QObject *parent, const QString &channel, SerialPortController
 {
 }
 
-bool RcvrChan::isSlaving() const
-{
-    return getSLAVE() == QLatin1StringView("1");
-}
+bool RcvrChan::isSlaving() const { return getSLAVE() == QLatin1StringView("1"); }
 
 void RcvrChan::settingStored(int row)
 {
@@ -29,7 +26,4 @@ void RcvrChan::SetUpFreqRangeBounds(const QString &ranges)
     }
 }
 
-void RcvrChan::SetUpIFBWsList(const QString &names)
-{
-    m_ifBandwidths = names.split(u',');
-}
+void RcvrChan::SetUpIFBWsList(const QString &names) { m_ifBandwidths = names.split(u','); }

@@ -14,24 +14,24 @@ class RcvrChan : public Channel
     Q_OBJECT
 
 public:
-    static constexpr QLatin1StringView ChanType { "R" };
+    static constexpr QLatin1StringView ChanType{ "R" };
 
     struct Commands : Channel::Commands
     {
-        static constexpr QLatin1StringView FREQ { "FREQ" }, FLST { "FLST" }, IFLS { "IFLS" }, IFBW { "IFBW" },
-            AIFB { "AIFB" }, CIFS { "CIFS" }, AGCF { "AGCF" }, AGCZ { "AGCZ" }, AGCT { "AGCT" }, AFC { "AFC" },
-            AFCM { "AFCM" }, SLPA { "SLPA" }, SLPB { "SLPB" }, POLA { "POLA" }, POLB { "POLB" }, IMPA { "IMPA" },
-            IMPB { "IMPB" }, CAMP { "CAMP" }, CAMF { "CAMF" }, AMIP { "AMIP" }, PLYB { "PLYB" }, ACFE { "ACFE" },
-            ANCF { "ANCF" }, CINP { "CINP" }, CIF1 { "CIF1" }, CATN { "CATN" }, MANG { "MANG" }, SYNL { "SYNL" },
-            SSLV { "SSLV" }, MAFL { "MAFL" }, RLST { "RLST" }, AGCA { "AGCA" }, AGCB { "AGCB" }, CARL { "CARL" },
-            MVAL { "MVAL" }, LSCI { "LSCI" }, LSCL { "LSCL" };
+        static constexpr QLatin1StringView FREQ{ "FREQ" }, FLST{ "FLST" }, IFLS{ "IFLS" }, IFBW{ "IFBW" },
+            AIFB{ "AIFB" }, CIFS{ "CIFS" }, AGCF{ "AGCF" }, AGCZ{ "AGCZ" }, AGCT{ "AGCT" }, AFC{ "AFC" },
+            AFCM{ "AFCM" }, SLPA{ "SLPA" }, SLPB{ "SLPB" }, POLA{ "POLA" }, POLB{ "POLB" }, IMPA{ "IMPA" },
+            IMPB{ "IMPB" }, CAMP{ "CAMP" }, CAMF{ "CAMF" }, AMIP{ "AMIP" }, PLYB{ "PLYB" }, ACFE{ "ACFE" },
+            ANCF{ "ANCF" }, CINP{ "CINP" }, CIF1{ "CIF1" }, CATN{ "CATN" }, MANG{ "MANG" }, SYNL{ "SYNL" },
+            SSLV{ "SSLV" }, MAFL{ "MAFL" }, RLST{ "RLST" }, AGCA{ "AGCA" }, AGCB{ "AGCB" }, CARL{ "CARL" },
+            MVAL{ "MVAL" }, LSCI{ "LSCI" }, LSCL{ "LSCL" };
     };
 
 private:
     static constexpr auto kCatalogue = [] {
         using enum Catalogue::Kind;
         using enum Catalogue::Flag;
-        constexpr auto kOwn = Queried | Settable;              // a change concerns this channel alone
+        constexpr auto kOwn = Queried | Settable;               // a change concerns this channel alone
         constexpr auto kShared = Queried | Settable | ToSlaves; // a change goes to the slaved receivers too
         return std::to_array<Catalogue::Row>({
             { Commands::NAME, Setting, kOwn, QLatin1StringView("Chan Name") },

@@ -12,15 +12,15 @@ class UniversalChan : public Channel
     Q_OBJECT
 
 public:
-    static constexpr QLatin1StringView ChanType { "U" };
-    static constexpr QLatin1StringView SystemType { "ZIRVO" };
+    static constexpr QLatin1StringView ChanType{ "U" };
+    static constexpr QLatin1StringView SystemType{ "ZIRVO" };
 
     struct Commands : Channel::Commands
     {
-        static constexpr QLatin1StringView CLST { "CLST" }, TRON { "TRON" }, VER { "VER" }, PLIST { "PLIST" },
-            STORE { "STORE" }, RESTORE { "RESTORE" }, DELPR { "DELPR" }, PDONE { "PDONE" }, UPDT { "UPDT" },
-            NOTIFY { "NOTIFY" }, TMRF { "TMRF" }, TIME { "TIME" }, LOGC { "LOGC" }, LAGC { "LAGC" },
-            VERTSKB { "VERTSKB" }, TLST { "TLST" }, SYSOPT { "SYSOPT" }, ABSSI { "ABSSI" }, SYSID { "SYSID" };
+        static constexpr QLatin1StringView CLST{ "CLST" }, TRON{ "TRON" }, VER{ "VER" }, PLIST{ "PLIST" },
+            STORE{ "STORE" }, RESTORE{ "RESTORE" }, DELPR{ "DELPR" }, PDONE{ "PDONE" }, UPDT{ "UPDT" },
+            NOTIFY{ "NOTIFY" }, TMRF{ "TMRF" }, TIME{ "TIME" }, LOGC{ "LOGC" }, LAGC{ "LAGC" }, VERTSKB{ "VERTSKB" },
+            TLST{ "TLST" }, SYSOPT{ "SYSOPT" }, ABSSI{ "ABSSI" }, SYSID{ "SYSID" };
     };
 
 private:

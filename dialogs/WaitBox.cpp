@@ -5,7 +5,7 @@
 
 using namespace Qt::StringLiterals;
 
-WaitBox::WaitBox(const QString &text, QWidget *parent) : QObject(parent), m_text(text), m_window(parent) { }
+WaitBox::WaitBox(const QString &text, QWidget *parent) : QObject(parent), m_text(text), m_window(parent) {}
 
 void WaitBox::update(const QString &report)
 {

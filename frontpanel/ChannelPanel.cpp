@@ -3,6 +3,16 @@
 #include "channels/Channel.h"
 
 #include <QGroupBox>
+#include <QResizeEvent>
+#include <QStyle>
+
+#include <utility>
+
+namespace {
+
+constexpr int kRoomyHeight = 560; // pixels
+
+} // namespace
 
 ChannelPanel::ChannelPanel(const PanelContext &context, QWidget *parent) : QWidget(parent), m_context(context)
 {
@@ -12,10 +22,7 @@ ChannelPanel::ChannelPanel(const PanelContext &context, QWidget *parent) : QWidg
     });
 }
 
-QString ChannelPanel::address() const
-{
-    return m_channel ? m_channel->address() : QString();
-}
+QString ChannelPanel::address() const { return m_channel ? m_channel->address() : QString(); }
 
 void ChannelPanel::UpdateSetting(const QString &Cmd, const QString &Data)
 {
@@ -31,5 +38,23 @@ void ChannelPanel::nameChildren(const QString &suffix, const QString &number)
         if (name.isEmpty() || name.startsWith(QLatin1StringView("qt_")))
             continue;
         child->setObjectName(name + (qobject_cast<QGroupBox *>(child) ? number : suffix));
+    }
+}
+
+void ChannelPanel::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    setRoomy(event->size().height() >= kRoomyHeight);
+}
+
+void ChannelPanel::setRoomy(bool roomy)
+{
+    if (std::exchange(m_roomy, roomy) == roomy)
+        return;
+    setProperty("roomy", roomy);
+    const auto children = findChildren<QWidget *>();
+    for (QWidget *child : children) { // the style sheet's rules about the panel apply to what is in it
+        style()->unpolish(child);
+        style()->polish(child);
     }
 }

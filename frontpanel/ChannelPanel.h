@@ -45,6 +45,7 @@ protected:
     /// Gives every child its documented name: @p suffix for all, the bare @p number for group boxes.
     void nameChildren(const QString &suffix, const QString &number);
     virtual void showSetting(const QString &Cmd, const QString &Data) = 0;
+    void resizeEvent(QResizeEvent *event) override;
 
     [[nodiscard]] bool AcceptControlChanges() const { return m_context.guard.AcceptControlChanges(); }
     [[nodiscard]] ControlGuard &guard() const { return m_context.guard; }
@@ -61,6 +62,9 @@ protected:
     }
 
 private:
+    void setRoomy(bool roomy);
+
     PanelContext m_context;
     const Channel *m_channel = nullptr;
+    bool m_roomy = false; ///< laid out large, since the window has few panels to show
 };

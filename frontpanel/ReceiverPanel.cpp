@@ -17,30 +17,22 @@ namespace {
 
 using Commands = RcvrChan::Commands;
 
-constexpr double kFrequencyStep = 0.1;      // MHz
+constexpr double kFrequencyStep = 0.1;       // MHz
 constexpr double kFrequencyTolerance = 1e-6; // MHz; sums of tenths are not exact
-constexpr int kCarrierThreshold = 3;        // dB above the AGC zero
+constexpr int kCarrierThreshold = 3;         // dB above the AGC zero
 
 const QString kGood = u"background-color: #24d620;"_s;
 const QString kBad = u"background-color: #f11029;"_s;
 const QString kStressLocked = u"background-color: rgb(229, 227, 225); color: #28c125;"_s;
 const QString kStressUnlocked = u"background-color: rgb(229, 227, 225); color: #f11029;"_s;
 const QString kManualOffset = u"background-color: rgb(229, 227, 225); color: #000000;"_s;
+const QString kPlainReference = u"color:#000000"_s;
 
-bool isOn(const QString &value)
-{
-    return value == "1"_L1;
-}
+bool isOn(const QString &value) { return value == "1"_L1; }
 
-bool isOff(const QString &value)
-{
-    return value == "0"_L1;
-}
+bool isOff(const QString &value) { return value == "0"_L1; }
 
-bool isManualAfc(const QString &AFC)
-{
-    return AFC == "4"_L1;
-}
+bool isManualAfc(const QString &AFC) { return AFC == "4"_L1; }
 
 bool isAutomaticAfc(const QString &AFC)
 {
@@ -48,10 +40,7 @@ bool isAutomaticAfc(const QString &AFC)
     return mode && *mode >= 0 && *mode <= 3;
 }
 
-bool isSameFrequency(double a, double b)
-{
-    return std::abs(a - b) < kFrequencyTolerance;
-}
+bool isSameFrequency(double a, double b) { return std::abs(a - b) < kFrequencyTolerance; }
 
 /// A lamp tells its state three ways: by colour, by the word in its mark, and to a screen reader.
 void showLamp(QLabel *lamp, QLabel *mark, bool good, const QString &word)
@@ -64,7 +53,8 @@ void showLamp(QLabel *lamp, QLabel *mark, bool good, const QString &word)
 } // namespace
 
 ReceiverPanel::ReceiverPanel(int number, const PanelContext &context, QWidget *parent)
-    : ChannelPanel(context, parent), ui(std::make_unique<Ui::ReceiverPanel>())
+    : ChannelPanel(context, parent)
+    , ui(std::make_unique<Ui::ReceiverPanel>())
 {
     ui->setupUi(this);
     const QString digit = QString::number(number);
@@ -80,10 +70,7 @@ ReceiverPanel::ReceiverPanel(int number, const PanelContext &context, QWidget *p
 
 ReceiverPanel::~ReceiverPanel() = default;
 
-QWidget *ReceiverPanel::neutralFocusHolder() const
-{
-    return ui->lblRFFQ;
-}
+QWidget *ReceiverPanel::neutralFocusHolder() const { return ui->lblRFFQ; }
 
 void ReceiverPanel::setChannel(RcvrChan *channel)
 {
@@ -122,8 +109,7 @@ void ReceiverPanel::connectControls()
     const auto onIndex = [this](QComboBox *box, void (ReceiverPanel::*handler)(int)) {
         connect(box, &QComboBox::currentIndexChanged, this, handler);
     };
-    connect(ui->doubleSpinBoxFREQ, &QDoubleSpinBox::textChanged, this,
-            &ReceiverPanel::doubleSpinBoxFREQ_valueChanged);
+    connect(ui->doubleSpinBoxFREQ, &QDoubleSpinBox::textChanged, this, &ReceiverPanel::doubleSpinBoxFREQ_valueChanged);
     connect(ui->doubleSpinBoxFREQ->findChild<QLineEdit *>(), &QLineEdit::textEdited, &focusReturn(),
             &FocusReturn::start);
     onIndex(ui->cboIFBW, &ReceiverPanel::cboIFBW_currentIndexChanged);
@@ -147,7 +133,7 @@ void ReceiverPanel::showSetting(const QString &Cmd, const QString &Data)
 {
     using Show = void (*)(ReceiverPanel &, const QString &);
     using P = ReceiverPanel;
-    static const QHash<QString, Show> routes {
+    static const QHash<QString, Show> routes{
         { Commands::FREQ, [](P &p, const QString &v) { p.showFrequency(v); } },
         { Commands::IFBW, [](P &p, const QString &v) { WidgetUpdate::index(p.ui->cboIFBW, v); } },
         { Commands::AGCF, [](P &p, const QString &v) { p.AGCFreeze(v); } },
@@ -172,16 +158,12 @@ void ReceiverPanel::showSetting(const QString &Cmd, const QString &Data)
 void ReceiverPanel::restoreEntries()
 {
     const ControlGuard::Scope showing(guard());
-    const double frequency
-        = NumberText::parse(m_channel->getFREQ()).value_or(ui->doubleSpinBoxFREQ->minimum());
+    const double frequency = NumberText::parse(m_channel->getFREQ()).value_or(ui->doubleSpinBoxFREQ->minimum());
     ui->doubleSpinBoxFREQ->setValue(frequency);
     DisplayAntennaCF(m_channel->getACFE(), m_channel->getANCF());
 }
 
-void ReceiverPanel::showSlaved(bool slaved)
-{
-    ui->lblSlaved->setVisible(slaved);
-}
+void ReceiverPanel::showSlaved(bool slaved) { ui->lblSlaved->setVisible(slaved); }
 
 // Handlers
 
@@ -317,10 +299,7 @@ void ReceiverPanel::lineANCF_returnPressed()
     focusReturn().giveBack();
 }
 
-void ReceiverPanel::lineANCF_textEdited()
-{
-    focusReturn().start();
-}
+void ReceiverPanel::lineANCF_textEdited() { focusReturn().start(); }
 
 void ReceiverPanel::chkboxACFE_released()
 {
@@ -351,10 +330,7 @@ void ReceiverPanel::showManualOffset(const QString &AFCM)
         WidgetUpdate::text(ui->lblRLSTval, AFCM + u" KHz"_s);
 }
 
-void ReceiverPanel::AGCFreeze(const QString &value)
-{
-    WidgetUpdate::onOff(ui->btnAGCF, value);
-}
+void ReceiverPanel::AGCFreeze(const QString &value) { WidgetUpdate::onOff(ui->btnAGCF, value); }
 
 void ReceiverPanel::AGCZero(const QString &value)
 {
@@ -364,8 +340,7 @@ void ReceiverPanel::AGCZero(const QString &value)
         showSignalReference(m_channel->getACFE());
     } else if (isOn(value)) {
         ui->progBarSSLV->setRange(0, 160);
-        WidgetUpdate::text(ui->lblRelAbs, u"(Relative)"_s);
-        WidgetUpdate::style(ui->lblRelAbs, u"color:#28c125"_s);
+        showReference(u"(Relative)"_s, u"color:#28c125"_s);
     } else {
         return;
     }
@@ -375,8 +350,17 @@ void ReceiverPanel::AGCZero(const QString &value)
 
 void ReceiverPanel::showSignalReference(const QString &ACFE)
 {
-    WidgetUpdate::text(ui->lblRelAbs, isOn(ACFE) ? u"(Antenna)"_s : u"(Absolute)"_s);
-    WidgetUpdate::style(ui->lblRelAbs, isOn(ACFE) ? u"color:#fcfd0f"_s : u"color:#000000"_s);
+    if (isOn(ACFE))
+        showReference(u"(Antenna)"_s, u"color:#fcfd0f"_s);
+    else
+        showReference(u"(Absolute)"_s, kPlainReference);
+}
+
+void ReceiverPanel::showReference(const QString &text, const QString &style)
+{
+    WidgetUpdate::text(ui->lblRelAbs, text);
+    ui->lblRelAbs->setProperty("bright", style != kPlainReference); // bright text stands on a dark ground
+    WidgetUpdate::style(ui->lblRelAbs, style);
 }
 
 void ReceiverPanel::SLPA(const QString &value)
@@ -448,7 +432,7 @@ void ReceiverPanel::UpdateSYNL()
 {
     const QString locked = m_channel->getSYNL();
     if (isOn(locked) || isOff(locked))
-        showLamp(ui->lblSYNL, ui->lblSYNLmark, isOn(locked), isOn(locked) ? u"Lock"_s : u"None"_s);
+        showLamp(ui->lblSYNL, ui->lblSYNLmark, isOn(locked), isOn(locked) ? u"Lock"_s : u"Lost"_s);
 }
 
 void ReceiverPanel::UpdateMAFL()

@@ -66,6 +66,7 @@ private:
     void TapePlayback(const QString &value);
     void DisplayAntennaCF(const QString &ACFE, const QString &ANCF);
     void showSignalReference(const QString &ACFE);
+    void showReference(const QString &text, const QString &style);
 
     // Display of status values
     void UpdateSYNL();

@@ -7,10 +7,7 @@
 using namespace Qt::StringLiterals;
 
 /// A static library's resources do not register themselves; the macro works only outside namespaces.
-static void registerResources()
-{
-    Q_INIT_RESOURCE(resources);
-}
+static void registerResources() { Q_INIT_RESOURCE(resources); }
 
 void Style::apply(QApplication &application)
 {

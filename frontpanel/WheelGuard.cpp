@@ -11,8 +11,8 @@ void WheelGuard::protect(QWidget *root)
     auto *const guard = new WheelGuard(root);
     const auto controls = root->findChildren<QWidget *>();
     for (QWidget *control : controls) {
-        const bool isWheeled = qobject_cast<QComboBox *>(control) || qobject_cast<QAbstractSpinBox *>(control)
-            || qobject_cast<QAbstractSlider *>(control);
+        const bool isWheeled = qobject_cast<QComboBox *>(control) || qobject_cast<QAbstractSpinBox *>(control) ||
+                               qobject_cast<QAbstractSlider *>(control);
         if (!isWheeled)
             continue;
         control->setFocusPolicy(Qt::StrongFocus); // the wheel itself must not bring the focus

@@ -60,7 +60,7 @@ void WidgetUpdate::onOff(QPushButton *button, const QString &data)
 
 void WidgetUpdate::agcSlope(QProgressBar *bar, const QString &slope)
 {
-    static constexpr std::array kFullScaleMillivolts { 2500, 6000, 12000 };
+    static constexpr std::array kFullScaleMillivolts{ 2500, 6000, 12000 };
     const auto index = NumberText::parseWhole(slope);
     if (index && *index >= 0 && std::size_t(*index) < kFullScaleMillivolts.size())
         bar->setMaximum(kFullScaleMillivolts[std::size_t(*index)]);

@@ -11,6 +11,8 @@
 #include <QHash>
 #include <QMessageBox>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -56,7 +58,7 @@ ZIRVOFSMainWindow::~ZIRVOFSMainWindow()
 
 void ZIRVOFSMainWindow::createPanels()
 {
-    const PanelContext context { m_guard, m_focusReturn };
+    const PanelContext context{ m_guard, m_focusReturn };
     for (int i = 0; i < kReceiverPanels; ++i) {
         auto *const panel = new ReceiverPanel(i + 1, context, ui->panelPage);
         ui->panelGrid->addWidget(panel, kReceiverPlaces[i].row, kReceiverPlaces[i].column);
@@ -92,6 +94,8 @@ void ZIRVOFSMainWindow::closeEvent(QCloseEvent *event)
 void ZIRVOFSMainWindow::StartComms()
 {
     SerialPortController *const link = openLink(SerialPortController::COMMAND_LINK);
+    connect(link, &SerialPortController::CommunicationEstablished, this,
+            [this] { ui->lblStarting->setText(u"Reading the settings"_s); });
     connect(link, &SerialPortController::AllSettingsObtained, this, &ZIRVOFSMainWindow::ObtainedAllSettings);
     link->StartEstablishCommTmr(kStartupTickMs, ui->lblCountdown);
 }
@@ -108,7 +112,7 @@ void ZIRVOFSMainWindow::ObtainedAllSettings()
     SetChanList();
     showSystem();
     fillReceivers();
-    arrangePanels();
+    showPanels();
     openFurtherLinks();
 }
 
@@ -133,16 +137,20 @@ void ZIRVOFSMainWindow::fillReceivers()
     const auto receivers = m_directory.all<RcvrChan>();
     for (qsizetype i = 0; i < receivers.size() && i < m_receiverPanels.size(); ++i) {
         m_receiverPanels[i]->setChannel(receivers[i]);
-        connect(receivers[i], &Channel::SettingChanged, this, &ZIRVOFSMainWindow::UpdateSetting,
-                Qt::QueuedConnection);
+        ui->panelGrid->setColumnStretch(kReceiverPlaces[i].column, 1);
+        connect(receivers[i], &Channel::SettingChanged, this, &ZIRVOFSMainWindow::UpdateSetting, Qt::QueuedConnection);
     }
 }
 
-void ZIRVOFSMainWindow::arrangePanels()
+void ZIRVOFSMainWindow::showPanels()
 {
+    const auto panelList = panels();
+    if (std::none_of(panelList.begin(), panelList.end(), [](const ChannelPanel *p) { return p->hasChannel(); })) {
+        ui->lblStarting->setText(u"The chassis reports no channel to show"_s);
+        return;
+    }
     ui->pages->setCurrentWidget(ui->panelPage);
     m_focusReturn.giveBack();
-    m_updateAllDynamicParamsTmr.start();
 }
 
 void ZIRVOFSMainWindow::openFurtherLinks()
@@ -151,6 +159,7 @@ void ZIRVOFSMainWindow::openFurtherLinks()
     for (const auto type : { SerialPortController::EYE_CONST_LINK, SerialPortController::REMOTE_LINK,
                              SerialPortController::REMOTE_EYE_AND_STATUS_LINK })
         openLink(type)->GenerateChannelList(commandLink);
+    m_updateAllDynamicParamsTmr.start();
     openLink(SerialPortController::SPECTRAL_LINK)->StartEstablishCommTmr(kStartupTickMs, nullptr);
 }
 
@@ -198,7 +207,7 @@ void ZIRVOFSMainWindow::updateSystemSetting(const QString &Cmd, const QString &D
     using Commands = UniversalChan::Commands;
     using Show = void (*)(ZIRVOFSMainWindow &, const QString &);
     using W = ZIRVOFSMainWindow;
-    static const QHash<QString, Show> routes {
+    static const QHash<QString, Show> routes{
         { Commands::PLIST, [](W &w, const QString &v) { w.showPresetList(v); } },
         { Commands::PDONE, [](W &w, const QString &v) { w.m_loadingPresetBox.update(v); } },
         { Commands::UPDT, [](W &w, const QString &v) { w.m_configuringBox.update(v); } },
@@ -212,8 +221,8 @@ void ZIRVOFSMainWindow::updateSystemSetting(const QString &Cmd, const QString &D
 
 void ZIRVOFSMainWindow::showTitle(const QString &systemName)
 {
-    setWindowTitle(u"(SystemID: "_s + m_systemIdentifier + u") ZIRVO Local Display (SystemName: "_s + systemName
-                   + u')');
+    setWindowTitle(u"(SystemID: "_s + m_systemIdentifier + u") ZIRVO Local Display (SystemName: "_s + systemName +
+                   u')');
 }
 
 void ZIRVOFSMainWindow::showPresetList(const QString &list)
@@ -225,9 +234,9 @@ void ZIRVOFSMainWindow::showPresetList(const QString &list)
 
 void ZIRVOFSMainWindow::DisplaySlaving(const QString &value)
 {
-    const QList<QAction *> modes { ui->actionNoSlaving, ui->actionDiversitySlaving,
-                                   ui->actionFrequencyDiversitySlaving };
-    const QStringList values { u"0"_s, u"1"_s, u"2"_s };
+    const QList<QAction *> modes{ ui->actionNoSlaving, ui->actionDiversitySlaving,
+                                  ui->actionFrequencyDiversitySlaving };
+    const QStringList values{ u"0"_s, u"1"_s, u"2"_s };
     const auto chosen = values.indexOf(value);
     if (chosen < 0)
         return;
@@ -247,20 +256,11 @@ void ZIRVOFSMainWindow::Display10MHzReference(const QString &value)
 
 // Menus
 
-void ZIRVOFSMainWindow::NoSlaving_triggered()
-{
-    chooseSlaving(u"0"_s);
-}
+void ZIRVOFSMainWindow::NoSlaving_triggered() { chooseSlaving(u"0"_s); }
 
-void ZIRVOFSMainWindow::DiversitySlaving_triggered()
-{
-    chooseSlaving(u"1"_s);
-}
+void ZIRVOFSMainWindow::DiversitySlaving_triggered() { chooseSlaving(u"1"_s); }
 
-void ZIRVOFSMainWindow::FrequencyDiversitySlaving_triggered()
-{
-    chooseSlaving(u"2"_s);
-}
+void ZIRVOFSMainWindow::FrequencyDiversitySlaving_triggered() { chooseSlaving(u"2"_s); }
 
 void ZIRVOFSMainWindow::chooseSlaving(const QString &value)
 {
@@ -268,15 +268,9 @@ void ZIRVOFSMainWindow::chooseSlaving(const QString &value)
     m_sysChan->setSLAVE(value);
 }
 
-void ZIRVOFSMainWindow::ExternalRef_triggered()
-{
-    chooseReference(u"0"_s);
-}
+void ZIRVOFSMainWindow::ExternalRef_triggered() { chooseReference(u"0"_s); }
 
-void ZIRVOFSMainWindow::InternalRef_triggered()
-{
-    chooseReference(u"1"_s);
-}
+void ZIRVOFSMainWindow::InternalRef_triggered() { chooseReference(u"1"_s); }
 
 void ZIRVOFSMainWindow::chooseReference(const QString &value)
 {

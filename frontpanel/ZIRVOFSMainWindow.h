@@ -43,10 +43,7 @@ public:
     void StartComms();
 
     /// The serial links in the order of their making, the command link first.
-    [[nodiscard]] const QList<SerialPortController *> &SerialPortControllers() const
-    {
-        return m_serialPortControllers;
-    }
+    [[nodiscard]] const QList<SerialPortController *> &SerialPortControllers() const { return m_serialPortControllers; }
     /// Whether a changed control was changed by the operator.
     [[nodiscard]] bool AcceptControlChanges() const { return m_guard.AcceptControlChanges(); }
     /// Names of the presets that the chassis listed last.
@@ -85,7 +82,7 @@ private:
     void SetChanList();
     void showSystem();
     void fillReceivers();
-    void arrangePanels();
+    void showPanels();
     void openFurtherLinks();
     SerialPortController *openLink(SerialPortController::PORT_TYPE type);
 

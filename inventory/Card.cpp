@@ -6,10 +6,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString orNotAvailable(const QString &text)
-{
-    return text.isEmpty() ? Micro::kNotAvailable : text;
-}
+QString orNotAvailable(const QString &text) { return text.isEmpty() ? Micro::kNotAvailable : text; }
 
 } // namespace
 

@@ -17,7 +17,7 @@ struct Route
 
 const auto &routes()
 {
-    static const std::array table { Route { RcvrChan::ChanType, 2, &RcvrChan::staticMetaObject } };
+    static const std::array table{ Route{ RcvrChan::ChanType, 2, &RcvrChan::staticMetaObject } };
     return table;
 }
 

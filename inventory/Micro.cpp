@@ -7,7 +7,4 @@ Micro::Micro(const QStringList &addresses, const QString &kind, const QString &v
 {
 }
 
-QString Micro::GetFormattedMicroInfoString() const
-{
-    return m_addresses.join(u'/') + u';' + m_kind + u';' + m_version;
-}
+QString Micro::GetFormattedMicroInfoString() const { return m_addresses.join(u'/') + u';' + m_kind + u';' + m_version; }

@@ -2,7 +2,4 @@
 
 #include "link/EyeConstData.h"
 
-void EyeConstDataQueueReader::CheckEyeConstDataQueue(EyeConstData *data)
-{
-    delete data;
-}
+void EyeConstDataQueueReader::CheckEyeConstDataQueue(EyeConstData *data) { delete data; }

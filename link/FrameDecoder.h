@@ -22,7 +22,7 @@ public:
 
     using FrameHandler = std::function<void(const QByteArray &frame)>;
 
-    explicit FrameDecoder(char endByte) : m_endByte(endByte) { }
+    explicit FrameDecoder(char endByte) : m_endByte(endByte) {}
 
     /// Takes the next bytes of the stream and calls @p frameComplete once for every frame that they complete,
     /// with the content between STX and end byte.

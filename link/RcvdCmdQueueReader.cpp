@@ -20,8 +20,8 @@ bool concerns(const StandardCommand &command, QLatin1StringView mnemonic)
 /// acknowledgement of a selection carries no mnemonic of its own, so the request's counts as well.
 QString dataSourceAddress(const StandardCommand &command)
 {
-    for (const auto &[mnemonic, address] : { std::pair("SDM1"_L1, "D1"_L1), std::pair("SDM2"_L1, "D2"_L1),
-                                             std::pair("SDM3"_L1, "D3"_L1) }) {
+    for (const auto &[mnemonic, address] :
+         { std::pair("SDM1"_L1, "D1"_L1), std::pair("SDM2"_L1, "D2"_L1), std::pair("SDM3"_L1, "D3"_L1) }) {
         if (concerns(command, mnemonic))
             return address;
     }
@@ -31,14 +31,12 @@ QString dataSourceAddress(const StandardCommand &command)
 } // namespace
 
 RcvdCmdQueueReader::RcvdCmdQueueReader(QObject *parent, SerialPortController *controller)
-    : QObject(parent), m_controller(controller)
+    : QObject(parent)
+    , m_controller(controller)
 {
 }
 
-void RcvdCmdQueueReader::SetChanLists()
-{
-    m_directory.assign(m_controller->channels());
-}
+void RcvdCmdQueueReader::SetChanLists() { m_directory.assign(m_controller->channels()); }
 
 void RcvdCmdQueueReader::CheckRcvdCmdQueue(StandardCommand *command)
 {
@@ -81,8 +79,8 @@ void RcvdCmdQueueReader::routeSystem(const StandardCommand &command)
     } else if (concerns(command, UniversalChan::Commands::SLAVE)) {
         for (Channel *channel : m_controller->channels())
             deliver(channel, command);
-    } else if (command.responseMnemonic() == UniversalChan::Commands::VER
-               || command.mnemonic() == UniversalChan::Commands::NOTIFY) {
+    } else if (command.responseMnemonic() == UniversalChan::Commands::VER ||
+               command.mnemonic() == UniversalChan::Commands::NOTIFY) {
         m_controller->ProcessCmd(command);
     } else {
         deliver(m_systemChannel, command);

@@ -125,8 +125,7 @@ void SerialPortController::createRemoteWorkers()
     connect(this, &SerialPortController::RcvdRemoteCmd, dispatcher.get(),
             &RcvdRemoteCmdQueueReader::CheckRcvdRemoteCmdQueue, Qt::QueuedConnection);
     connect(&m_port, &QSerialPort::readyRead, reader.get(), &SerialPortReader::ReadPort);
-    connect(&m_timeOutTmr, &QTimer::timeout, this, &SerialPortController::TimeOutTmrRemote_Tick,
-            Qt::QueuedConnection);
+    connect(&m_timeOutTmr, &QTimer::timeout, this, &SerialPortController::TimeOutTmrRemote_Tick, Qt::QueuedConnection);
 
     m_reader = std::move(reader);
     m_transmitWorker = std::move(transmitter);
@@ -149,6 +148,8 @@ void SerialPortController::createRemoteEyeAndStatusWorkers()
 void SerialPortController::createEyeConstWorkers()
 {
     qRegisterMetaType<EyeConstData>("EyeConstData");
+    // The signal's header only declares the class, so a queued connection finds the pointer's type by name alone.
+    qRegisterMetaType<EyeConstData *>("EyeConstData*");
     auto reader = std::make_unique<SerialPortReader>(nullptr, this, &m_port);
     auto dispatcher = std::make_unique<EyeConstDataQueueReader>(nullptr);
 
@@ -207,8 +208,7 @@ void SerialPortController::AddCmdToTxmtRemoteEyeAndStatusCmdQueue(RemoteCommand 
 
 void SerialPortController::WriteToPort(int timeOutMs, const QByteArray &bytes)
 {
-    if (timeOutMs != 0)
-        StartTimeOutTmr(timeOutMs);
+    StartTimeOutTmr(timeOutMs);
     if (m_port.isOpen()) {
         qCDebug(lcTraffic) << m_port.portName() << ">" << bytes;
         m_port.write(bytes);
@@ -227,7 +227,8 @@ void SerialPortController::writeFinalReportsOff(int timeOutMs)
 
 void SerialPortController::StartTimeOutTmr(int ms)
 {
-    m_timeOutTmr.start(ms);
+    if (ms != 0)
+        m_timeOutTmr.start(ms);
 }
 
 void SerialPortController::TimeOutTmr_Tick()
@@ -285,10 +286,7 @@ void SerialPortController::EstablishCommTmr_Tick()
     m_startupCountdown = kVersionRetrySeconds;
 }
 
-const QList<Card> &SerialPortController::cards() const
-{
-    return *m_cards;
-}
+const QList<Card> &SerialPortController::cards() const { return *m_cards; }
 
 void SerialPortController::ProcessCmd(const StandardCommand &command)
 {
@@ -296,8 +294,8 @@ void SerialPortController::ProcessCmd(const StandardCommand &command)
         // However the marker ended: a stray NAK inside its millisecond must not end start-up for ever.
         if (!std::exchange(m_allSettingsObtained, true))
             EmitAllSettingsObtained();
-    } else if (command.type() == StandardCommand::Query && command.status() == StandardCommand::Completed
-               && !m_communicationEstablished) {
+    } else if (command.type() == StandardCommand::Query && command.status() == StandardCommand::Completed &&
+               !m_communicationEstablished) {
         establishCommunication(command.responseData());
     }
 }
@@ -319,6 +317,7 @@ void SerialPortController::establishCommunication(const QString &version)
     requestCardList();
     m_cardListTmr.start(kCardListRetryMs);
     m_systemChannel->setVerTsMain(version);
+    Q_EMIT CommunicationEstablished();
 }
 
 void SerialPortController::requestCardList()
@@ -342,10 +341,7 @@ void SerialPortController::processCardList(const QString &cardList)
     queueSystemRequest(UniversalChan::Commands::TRON, u"ON"_s, StandardCommand::Set);
 }
 
-void SerialPortController::ConsolidateCardList()
-{
-    *m_cards = CardList::consolidated(*m_cards);
-}
+void SerialPortController::ConsolidateCardList() { *m_cards = CardList::consolidated(*m_cards); }
 
 void SerialPortController::GenerateChannelList(const QString &cardList)
 {

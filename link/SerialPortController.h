@@ -115,6 +115,8 @@ Q_SIGNALS:
     void TrnsmtRemoteCmd();
     void RcvdEyeConstData(EyeConstData *data);
     void TrnsmtRemoteEyeAndStatusCmd();
+    /// The chassis has answered for the first time.
+    void CommunicationEstablished();
     /// Every settings query of every channel was answered or has timed out; emitted once.
     void AllSettingsObtained();
 
@@ -167,7 +169,7 @@ private:
     // The workers of this kind of link; they find each other through this controller's signals.
     std::unique_ptr<QObject> m_reader;
     std::unique_ptr<QObject> m_transmitWorker;
-    std::unique_ptr<QObject> m_receiveWorker; ///< none on the remote eye-and-status link, which only sends
+    std::unique_ptr<QObject> m_receiveWorker;           ///< none on the remote eye-and-status link, which only sends
     RcvdCmdQueueReader *m_rcvdCmdQueueReader = nullptr; ///< the receive worker of a standard link
     bool m_ending = false;
 };

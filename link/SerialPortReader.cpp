@@ -24,8 +24,7 @@ SerialPortReader::SerialPortReader(QObject *parent, SerialPortController *contro
     : QObject(parent)
     , m_controller(controller)
     , m_port(port)
-    , m_decoder(controller->portType() == SerialPortController::EYE_CONST_LINK ? FrameDecoder::kEot
-                                                                               : FrameDecoder::kCr)
+    , m_decoder(controller->portType() == SerialPortController::EYE_CONST_LINK ? FrameDecoder::kEot : FrameDecoder::kCr)
 {
 }
 
@@ -108,8 +107,8 @@ bool SerialPortReader::answersCommandInFlight(const QString &address, const QStr
     if (!queue.isAwaitingAnswer())
         return false;
     const StandardCommand &command = *queue.inFlight();
-    return command.type() == StandardCommand::Query && command.address() == address && command.mnemonic() == mnemonic
-        && (mnemonic != "RDRG"_L1 || namesSameRegister(command.data(), data));
+    return command.type() == StandardCommand::Query && command.address() == address && command.mnemonic() == mnemonic &&
+           (mnemonic != "RDRG"_L1 || namesSameRegister(command.data(), data));
 }
 
 void SerialPortReader::completeCommandInFlight(const QString &frame)
@@ -124,6 +123,5 @@ void SerialPortReader::completeCommandInFlight(const QString &frame)
 
 void SerialPortReader::deliverUnparsed(const QString &frame)
 {
-    m_controller->EmitRcvdCmd(
-        new StandardCommand(nullptr, frame, StandardCommand::Unparsed, StandardCommand::Set));
+    m_controller->EmitRcvdCmd(new StandardCommand(nullptr, frame, StandardCommand::Unparsed, StandardCommand::Set));
 }

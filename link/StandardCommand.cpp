@@ -19,7 +19,10 @@ QString framed(const QString &address, const QString &mnemonic, const QString &d
 
 StandardCommand::StandardCommand(Channel *owner, const QString &address, const QString &mnemonic, const QString &data,
                                  CommandStatus status, CommandType type, int timeOutMs)
-    : m_owner(owner), m_type(type), m_status(status), m_timeOutMs(timeOutMs)
+    : m_owner(owner)
+    , m_type(type)
+    , m_status(status)
+    , m_timeOutMs(timeOutMs)
 {
     if (status == Received) {
         m_responseText = framed(address, mnemonic, data);
@@ -35,7 +38,10 @@ StandardCommand::StandardCommand(Channel *owner, const QString &address, const Q
 }
 
 StandardCommand::StandardCommand(Channel *owner, const QString &frame, CommandStatus status, CommandType type)
-    : m_owner(owner), m_responseText(framed(frame)), m_type(type), m_status(status)
+    : m_owner(owner)
+    , m_responseText(framed(frame))
+    , m_type(type)
+    , m_status(status)
 {
 }
 

@@ -32,7 +32,7 @@ public:
 
     static constexpr char16_t kAck = 0x06;
     static constexpr char16_t kNak = 0x15;
-    static constexpr int kTimeOutMs = 1000;     ///< for every request that is written
+    static constexpr int kTimeOutMs = 1000;    ///< for every request that is written
     static constexpr int kMarkerTimeOutMs = 1; ///< for the end-of-settings marker
 
     StandardCommand() = default;

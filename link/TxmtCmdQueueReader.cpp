@@ -3,7 +3,8 @@
 #include "link/SerialPortController.h"
 
 TxmtCmdQueueReader::TxmtCmdQueueReader(QObject *parent, SerialPortController *controller)
-    : QObject(parent), m_controller(controller)
+    : QObject(parent)
+    , m_controller(controller)
 {
 }
 

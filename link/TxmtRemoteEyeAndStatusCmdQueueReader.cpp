@@ -2,8 +2,10 @@
 
 #include "link/SerialPortController.h"
 
-TxmtRemoteEyeAndStatusCmdQueueReader::TxmtRemoteEyeAndStatusCmdQueueReader(QObject *parent, SerialPortController *controller)
-    : QObject(parent), m_controller(controller)
+TxmtRemoteEyeAndStatusCmdQueueReader::TxmtRemoteEyeAndStatusCmdQueueReader(QObject *parent,
+                                                                           SerialPortController *controller)
+    : QObject(parent)
+    , m_controller(controller)
 {
 }
 

@@ -4,7 +4,8 @@
 
 class SerialPortController;
 
-/// Transmit worker of the remote eye-and-status link: one message a pass of the event loop, queries wait for the client.
+/// Transmit worker of the remote eye-and-status link: one message a pass of the event loop, queries wait for the
+/// client.
 class TxmtRemoteEyeAndStatusCmdQueueReader : public QObject
 {
     Q_OBJECT

@@ -1,0 +1,22 @@
+# Shared by ./run and ./test: what the project needs on a machine, and how it is built. To be sourced.
+
+packages=(cmake g++ ninja-build ccache qt6-base-dev qt6-serialport-dev fonts-inter xvfb xauth xdotool scrot)
+
+ensure_packages() {
+    local missing=() package
+    for package in "${packages[@]}"; do
+        dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'ok installed' || missing+=("$package")
+    done
+    [ ${#missing[@]} -eq 0 ] && return
+    echo "Installing: ${missing[*]}"
+    local root=()
+    [ "$(id -u)" -eq 0 ] || root=(sudo)
+    "${root[@]}" apt-get update -qq
+    "${root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}"
+}
+
+# build PRESET
+build() {
+    cmake --preset "$1" >/dev/null
+    cmake --build --preset "$1"
+}

@@ -1,0 +1,254 @@
+#include "Chassis.h"
+
+#include "Family.h"
+#include "Link.h"
+#include "ReceiverUnit.h"
+#include "SystemUnit.h"
+
+#include <QDir>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace {
+
+constexpr double kStepSeconds = Chassis::kStepMs / 1000.0;
+constexpr int kChatterSteps = 5;
+constexpr int kStepsPerSecond = 1000 / Chassis::kStepMs;
+/// A chassis that was stopped for longer goes on from where it was instead of reliving the time at full speed.
+constexpr qint64 kMostStepsMadeUp = kStepsPerSecond;
+
+struct LinkPlan
+{
+    const char *role;
+    std::array<int, 2> devices; ///< numbers of the device names; 0 in second place: only one
+};
+
+/// The first link is the command link. The spare one has no purpose but exists on the head as well.
+constexpr auto kLinks = std::to_array<LinkPlan>({ { "command", { 0, 3 } },
+                                                  { "eye", { 1, 7 } },
+                                                  { "spectral", { 2, 0 } },
+                                                  { "remote", { 4, 8 } },
+                                                  { "status", { 5, 9 } },
+                                                  { "spare", { 6, 0 } } });
+
+int stepsIn(double seconds) { return int(std::lround(seconds * kStepsPerSecond)); }
+
+/// Each part that needs chance gets its own stream, so that one cannot disturb another.
+quint32 derivedSeed(quint32 seed, quint32 part)
+{
+    QRandomGenerator random(seed);
+    random.discard(part);
+    return random.generate();
+}
+
+} // namespace
+
+Chassis::Chassis(const Setup &setup, QObject *parent)
+    : QObject(parent)
+    , m_setup(setup)
+    , m_faults(derivedSeed(setup.seed, 1))
+    , m_chatter(derivedSeed(setup.seed, 2))
+    , m_presets(m_presetStore, m_announcer)
+{
+    for (const LinkPlan &plan : kLinks) {
+        QStringList paths;
+        for (const int device : plan.devices) {
+            if (paths.isEmpty() || device != 0)
+                paths.append(QStringLiteral("%1/ttyUSB%2").arg(m_setup.deviceDir).arg(device));
+        }
+        m_links.push_back(std::make_unique<Link>(QString::fromLatin1(plan.role), paths));
+    }
+    m_port = std::make_unique<CommandPort>(*m_links.front(), m_faults, m_trace);
+    connect(&m_announcer, &ChangeAnnouncer::announced, m_port.get(), &CommandPort::sendText);
+    m_timer.setTimerType(Qt::PreciseTimer);
+    connect(&m_timer, &QTimer::timeout, this, &Chassis::catchUp);
+}
+
+Chassis::~Chassis() = default;
+
+bool Chassis::start(const Family &family, QString &error)
+{
+    if (!m_setup.presetsFile.isEmpty() && !m_presetStore.useFile(m_setup.presetsFile, error))
+        return false;
+    if (!m_setup.traceFile.isEmpty() && !m_trace.open(m_setup.traceFile)) {
+        error = QStringLiteral("cannot write %1").arg(m_setup.traceFile);
+        return false;
+    }
+    m_scene = std::make_unique<RadioScene>(family.scene, derivedSeed(m_setup.seed, 0));
+    if (!buildUnits(family, error) || !openLinks(error))
+        return false;
+    powerCycle(m_setup.bootSeconds);
+    m_clock.start();
+    m_timer.start(kStepMs);
+    return true;
+}
+
+bool Chassis::buildUnits(const Family &family, QString &error)
+{
+    const auto addUnit = [this, &error](Unit *unit, const QJsonObject &values) {
+        m_port->addUnit(unit);
+        m_presets.addUnit(unit);
+        const QByteArray refused = unit->initialise(values);
+        if (!refused.isEmpty())
+            error = QString::fromUtf8("family: " + unit->address() + " does not take the value of " + refused);
+        return refused.isEmpty();
+    };
+    m_system = std::make_unique<SystemUnit>(m_presets);
+    if (!addUnit(m_system.get(), family.system))
+        return false;
+    for (auto receiver = family.receivers.cbegin(); receiver != family.receivers.cend(); ++receiver) {
+        m_receivers.push_back(std::make_unique<ReceiverUnit>(receiver.key()));
+        ReceiverUnit *const unit = m_receivers.back().get();
+        connect(m_system.get(), &SystemUnit::slavingChanged, unit, &ReceiverUnit::setSlaving);
+        if (!addUnit(unit, receiver.value()))
+            return false;
+    }
+    return true;
+}
+
+bool Chassis::openLinks(QString &error)
+{
+    if (!QDir().mkpath(m_setup.deviceDir)) {
+        error = QStringLiteral("cannot make the folder %1").arg(m_setup.deviceDir);
+        return false;
+    }
+    return setPlugged(QStringLiteral("all"), true, error);
+}
+
+QStringList Chassis::linkRoles() const
+{
+    QStringList roles;
+    for (const auto &link : m_links)
+        roles.append(link->role());
+    return roles;
+}
+
+bool Chassis::setPlugged(const QString &role, bool plugged, QString &error)
+{
+    const bool all = role == QStringLiteral("all");
+    if (!all && !linkRoles().contains(role)) {
+        error = QStringLiteral("no link \"%1\"; there are: all %2").arg(role, linkRoles().join(u' '));
+        return false;
+    }
+    for (const auto &link : m_links) {
+        if ((!all && link->role() != role) || link->isPlugged() == plugged)
+            continue;
+        if (!plugged)
+            link->unplug();
+        else if (!link->plug(error))
+            return false;
+    }
+    return true;
+}
+
+void Chassis::flood(int rate, double seconds)
+{
+    m_floodRate = rate;
+    m_floodStepsLeft = stepsIn(seconds);
+    m_floodDue = 0;
+}
+
+void Chassis::powerCycle(double bootSeconds)
+{
+    m_port->setAwake(false);
+    m_announcer.abort();
+    m_floodStepsLeft = 0;
+    for (Unit *unit : m_port->units())
+        unit->loseVolatileState();
+    m_bootStepsLeft = stepsIn(bootSeconds);
+    if (m_bootStepsLeft == 0)
+        m_port->setAwake(true);
+}
+
+bool Chassis::reconfigure()
+{
+    if (m_announcer.isBusy() || !m_port->isAwake())
+        return false;
+    QList<ChangeAnnouncer::Change> changes;
+    for (const auto &receiver : m_receivers) {
+        for (const QByteArray &mnemonic : receiver->storedMnemonics())
+            changes.append({ receiver.get(), mnemonic });
+    }
+    m_announcer.start("UPDT", changes);
+    return true;
+}
+
+QByteArray Chassis::summary() const
+{
+    QByteArray text = m_port->isAwake() ? "awake" : "booting";
+    for (const auto &link : m_links) {
+        const char *state = !link->isPlugged() ? "unplugged" : link->hasClient() ? "open" : "plugged";
+        text += ' ' + link->role().toLatin1() + '=' + state;
+    }
+    for (const char *mnemonic : { "TRON", "SLAVE" })
+        text += ' ' + m_system->reply(mnemonic);
+    for (const auto &receiver : m_receivers) {
+        for (const char *mnemonic : { "FREQ", "SSLV", "SYNL", "MAFL" })
+            text += ' ' + receiver->reply(mnemonic);
+    }
+    return text + " overruns=" + QByteArray::number(m_links.front()->overruns());
+}
+
+void Chassis::catchUp()
+{
+    const qint64 due = m_clock.elapsed() / kStepMs;
+    m_wallSteps = std::max(m_wallSteps, due - kMostStepsMadeUp);
+    for (; m_wallSteps < due; ++m_wallSteps)
+        step();
+}
+
+void Chassis::step()
+{
+    ++m_steps;
+    for (const auto &link : m_links)
+        link->watchClient();
+    m_scene->step(kStepSeconds);
+    m_system->step(kStepSeconds);
+    for (const auto &receiver : m_receivers)
+        receiver->step(*m_scene, kStepSeconds);
+    if (m_bootStepsLeft > 0)
+        stepBoot();
+    else
+        stepAwake();
+    Q_EMIT stepped(double(m_steps) * kStepSeconds);
+}
+
+void Chassis::stepBoot()
+{
+    if (m_bootStepsLeft % kChatterSteps == 0)
+        m_port->sendRaw(m_chatter.next());
+    if (--m_bootStepsLeft == 0)
+        m_port->setAwake(true);
+}
+
+void Chassis::stepAwake()
+{
+    m_port->step(kStepMs);
+    m_announcer.step(kStepMs);
+    stepFlood();
+    if (!m_system->isReporting())
+        return;
+    const int period = std::max(1, stepsIn(1.0 / m_setup.reportHz));
+    for (size_t index = 0; index < m_receivers.size(); ++index) {
+        if (m_steps % period == int(index) * period / 2)
+            m_receivers[index]->reportStatus();
+    }
+    if (m_system->isLogging() && m_steps % kStepsPerSecond == 0 && !m_receivers.empty())
+        m_system->logAgc(m_receivers.front()->agcLevel());
+}
+
+void Chassis::stepFlood()
+{
+    if (m_floodStepsLeft == 0)
+        return;
+    --m_floodStepsLeft;
+    m_floodDue += m_floodRate * kStepSeconds;
+    for (; m_floodDue >= 1; m_floodDue -= 1) {
+        if (m_receivers.empty())
+            m_system->report("TIME");
+        else
+            m_receivers[size_t(m_floodDue) % m_receivers.size()]->report("SSLV");
+    }
+}

@@ -1,0 +1,102 @@
+#pragma once
+
+#include "BootChatter.h"
+#include "ChangeAnnouncer.h"
+#include "CommandPort.h"
+#include "FaultRules.h"
+#include "PresetKeeper.h"
+#include "PresetStore.h"
+#include "RadioScene.h"
+#include "Trace.h"
+
+#include <QElapsedTimer>
+#include <QObject>
+#include <QTimer>
+
+#include <memory>
+#include <vector>
+
+struct Family;
+class Link;
+class ReceiverUnit;
+class SystemUnit;
+
+/// The whole chassis: links, units and the time they live in. Everything advances in steps of equal length, so that
+/// the same seed and the same inputs at the same step give the same values.
+class Chassis : public QObject
+{
+    Q_OBJECT
+
+public:
+    static constexpr int kStepMs = 20;
+
+    struct Setup
+    {
+        QString deviceDir;
+        double bootSeconds = 3;
+        double reportHz = 5;
+        quint32 seed = 1;
+        QString presetsFile; ///< empty: presets are forgotten at the end
+        QString traceFile;   ///< empty: no trace
+    };
+
+    explicit Chassis(const Setup &setup, QObject *parent = nullptr);
+    ~Chassis() override;
+    Q_DISABLE_COPY_MOVE(Chassis)
+
+    /// Builds the units, makes the links and powers on. False with `error` set if that cannot be.
+    [[nodiscard]] bool start(const Family &family, QString &error);
+
+    [[nodiscard]] FaultRules &faults() { return m_faults; }
+    [[nodiscard]] RadioScene &scene() { return *m_scene; }
+    [[nodiscard]] CommandPort &port() { return *m_port; }
+
+    /// Names of the links that can be unplugged and plugged.
+    [[nodiscard]] QStringList linkRoles() const;
+    /// Plugs or unplugs the link of that role, or "all". False with `error` set if there is none or it cannot be made.
+    [[nodiscard]] bool setPlugged(const QString &role, bool plugged, QString &error);
+    /// Sends valid unprompted messages, `rate` a second, for some seconds.
+    void flood(int rate, double seconds);
+    /// Power off and on: silent at once, then booting for `bootSeconds`.
+    void powerCycle(double bootSeconds);
+    [[nodiscard]] double bootSeconds() const { return m_setup.bootSeconds; }
+    /// The receivers set themselves up anew and tell so. False if another change is under way.
+    [[nodiscard]] bool reconfigure();
+    /// One line about power, links and receivers.
+    [[nodiscard]] QByteArray summary() const;
+
+Q_SIGNALS:
+    /// After every step; `seconds` of simulated time since the start.
+    void stepped(double seconds);
+
+private:
+    [[nodiscard]] bool buildUnits(const Family &family, QString &error);
+    [[nodiscard]] bool openLinks(QString &error);
+    void catchUp();
+    void step();
+    void stepBoot();
+    void stepAwake();
+    void stepFlood();
+
+    Setup m_setup;
+    Trace m_trace;
+    FaultRules m_faults;
+    BootChatter m_chatter;
+    std::unique_ptr<RadioScene> m_scene;
+    PresetStore m_presetStore;
+    ChangeAnnouncer m_announcer;
+    PresetKeeper m_presets;
+    std::vector<std::unique_ptr<Link>> m_links;
+    std::unique_ptr<CommandPort> m_port;
+    std::unique_ptr<SystemUnit> m_system;
+    std::vector<std::unique_ptr<ReceiverUnit>> m_receivers;
+
+    QTimer m_timer;
+    QElapsedTimer m_clock;
+    qint64 m_wallSteps = 0; // steps that have passed on the wall clock
+    qint64 m_steps = 0;     // steps simulated
+    int m_bootStepsLeft = 0;
+    qint64 m_floodStepsLeft = 0;
+    double m_floodRate = 0;
+    double m_floodDue = 0;
+};

@@ -1,0 +1,116 @@
+#include "CommandPort.h"
+
+#include "Link.h"
+#include "Trace.h"
+#include "Unit.h"
+
+namespace {
+const QByteArray kAcknowledged(1, Wire::kAck);
+const QByteArray kRefused(1, Wire::kNak);
+} // namespace
+
+CommandPort::CommandPort(Link &link, FaultRules &faults, Trace &trace, QObject *parent)
+    : QObject(parent)
+    , m_link(link)
+    , m_faults(faults)
+    , m_trace(trace)
+{
+    connect(&m_link, &Link::received, this, &CommandPort::receive);
+    connect(&m_link, &Link::interrupted, this, [this] {
+        m_cutter.reset();
+        m_lateAnswers.clear();
+    });
+}
+
+void CommandPort::addUnit(Unit *unit)
+{
+    m_units.append(unit);
+    connect(unit, &Unit::reported, this, [this](const QByteArray &text) {
+        if (m_awake)
+            sendText(text);
+    });
+}
+
+Unit *CommandPort::unit(const QByteArray &address) const
+{
+    for (Unit *unit : m_units) {
+        if (unit->address() == address)
+            return unit;
+    }
+    return nullptr;
+}
+
+void CommandPort::setAwake(bool awake)
+{
+    m_awake = awake;
+    m_cutter.reset();
+    m_lateAnswers.clear();
+    if (!awake)
+        m_link.silence();
+}
+
+bool CommandPort::sendText(const QByteArray &text)
+{
+    const QByteArray wire = m_faults.onTheWire(Wire::framed(text));
+    const bool sent = m_link.send(wire);
+    if (sent)
+        m_trace.write(Trace::Direction::Sent, m_link.role(), wire == Wire::framed(text) ? text : wire);
+    return sent;
+}
+
+bool CommandPort::sendRaw(const QByteArray &bytes)
+{
+    const bool sent = m_link.send(bytes);
+    if (sent)
+        m_trace.write(Trace::Direction::Sent, m_link.role(), bytes);
+    return sent;
+}
+
+void CommandPort::step(int ms)
+{
+    for (LateAnswer &answer : m_lateAnswers)
+        answer.leftMs -= ms;
+    while (!m_lateAnswers.isEmpty() && m_lateAnswers.first().leftMs <= 0)
+        sendText(m_lateAnswers.takeFirst().text);
+}
+
+void CommandPort::receive(const QByteArray &bytes)
+{
+    for (const QByteArray &text : m_cutter.feed(bytes)) {
+        m_trace.write(Trace::Direction::Received, m_link.role(), text);
+        if (m_awake)
+            handleRequest(text);
+    }
+}
+
+void CommandPort::handleRequest(const QByteArray &text)
+{
+    const qsizetype first = text.indexOf(':');
+    if (first < 0)
+        return;
+    const qsizetype second = text.indexOf(':', first + 1);
+    const bool hasData = second >= 0;
+    const QByteArray address = text.left(first);
+    const QByteArray mnemonic = text.mid(first + 1, hasData ? second - first - 1 : -1);
+    const QByteArray data = hasData ? text.mid(second + 1) : QByteArray();
+    if (m_faults.strikes(FaultRules::Fault::Ignore, address, mnemonic))
+        return;
+    const bool refused = m_faults.strikes(FaultRules::Fault::Refuse, address, mnemonic);
+    const QByteArray answer = refused ? kRefused : answerTo(address, mnemonic, hasData ? &data : nullptr);
+    if (answer.isEmpty())
+        return;
+    const int late = m_faults.delayMs(address, mnemonic);
+    if (late > 0)
+        m_lateAnswers.append({ late, answer });
+    else
+        sendText(answer);
+}
+
+QByteArray CommandPort::answerTo(const QByteArray &address, const QByteArray &mnemonic, const QByteArray *data)
+{
+    Unit *const target = unit(address);
+    if (data)
+        return target && !data->isEmpty() && target->set(mnemonic, *data) ? kAcknowledged : kRefused;
+    // A card without an answer stays silent, the client's time-out is what ends the query.
+    return target && target->query(mnemonic) ? target->reply(mnemonic) : QByteArray();
+}

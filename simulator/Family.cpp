@@ -1,0 +1,82 @@
+#include "Family.h"
+
+#include <QDir>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+
+namespace {
+
+const QString kFolder = QStringLiteral(":/families");
+
+QString builtInPath(const QString &name) { return kFolder + u'/' + name + QStringLiteral(".json"); }
+
+/// The card list is kept as a list of entries for the reader's sake; on the wire commas join them.
+QString cardList(const QJsonArray &entries)
+{
+    QStringList texts;
+    for (const QJsonValue &entry : entries)
+        texts.append(entry.toString());
+    return texts.join(u',');
+}
+
+QList<RadioSignal> readScene(const QJsonArray &entries)
+{
+    QList<RadioSignal> scene;
+    for (const QJsonValue &entry : entries) {
+        const RadioSignal signal{ .frequency = entry[u"frequency"].toDouble(),
+                                  .level = entry[u"level"].toDouble(),
+                                  .bandwidth = entry[u"bandwidth"].toDouble(1.0),
+                                  .fading = entry[u"fading"].toDouble(),
+                                  .drift = entry[u"drift"].toDouble() };
+        scene.append(signal);
+    }
+    return scene;
+}
+
+QString faultIn(const Family &family)
+{
+    for (auto receiver = family.receivers.cbegin(); receiver != family.receivers.cend(); ++receiver) {
+        if (receiver.key() < 1 || receiver.key() > RadioScene::kPolarisations)
+            return QStringLiteral("receivers are numbered 1 and 2");
+    }
+    for (const RadioSignal &signal : family.scene) {
+        if (signal.frequency <= 0 || signal.bandwidth <= 0 || signal.fading < 0)
+            return QStringLiteral("a signal needs a frequency, a bandwidth above 0 and no negative fading");
+    }
+    return {};
+}
+
+} // namespace
+
+QStringList Family::builtIn()
+{
+    QStringList names = QDir(kFolder).entryList(QDir::Files, QDir::Name);
+    for (QString &name : names)
+        name.chop(int(sizeof(".json")) - 1);
+    return names;
+}
+
+std::optional<Family> Family::load(const QString &nameOrPath, QString &error)
+{
+    QFile file(builtIn().contains(nameOrPath) ? builtInPath(nameOrPath) : nameOrPath);
+    if (!file.open(QIODevice::ReadOnly)) {
+        error = QStringLiteral("no family \"%1\": %2").arg(nameOrPath, file.errorString());
+        return std::nullopt;
+    }
+    QJsonParseError parseError{};
+    const QJsonObject object = QJsonDocument::fromJson(file.readAll(), &parseError).object();
+    Family family;
+    family.title = object[u"title"].toString();
+    family.system = object[u"system"].toObject();
+    family.system.insert(QStringLiteral("CLST"), cardList(object[u"cards"].toArray()));
+    const QJsonObject receivers = object[u"receivers"].toObject();
+    for (const QString &address : receivers.keys())
+        family.receivers.insert(address.mid(1).toInt(), receivers.value(address).toObject());
+    family.scene = readScene(object[u"scene"].toArray());
+    error = parseError.error != QJsonParseError::NoError ? parseError.errorString() : faultIn(family);
+    if (error.isEmpty())
+        return family;
+    error = QStringLiteral("family %1: %2").arg(nameOrPath, error);
+    return std::nullopt;
+}

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "RadioScene.h"
+
+#include <QJsonObject>
+#include <QMap>
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+/// What one kind of chassis contains, read from a JSON file.
+struct Family
+{
+    QString title;
+    QJsonObject system;               ///< start values of "U0", card list included
+    QMap<int, QJsonObject> receivers; ///< start values by receiver number, 1 or 2
+    QList<RadioSignal> scene;
+
+    /// Names of the families that come with the simulator.
+    [[nodiscard]] static QStringList builtIn();
+    /// A built-in family by name, or a file by path. Nothing, with `error` set, if neither or malformed.
+    [[nodiscard]] static std::optional<Family> load(const QString &nameOrPath, QString &error);
+};

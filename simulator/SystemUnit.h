@@ -1,0 +1,37 @@
+#pragma once
+
+#include "Unit.h"
+
+class PresetKeeper;
+
+/// The chassis as a whole, "U0".
+class SystemUnit : public Unit
+{
+    Q_OBJECT
+
+public:
+    /// `presets` must outlive the unit.
+    explicit SystemUnit(PresetKeeper &presets, QObject *parent = nullptr);
+
+    /// Passes simulated time: the chassis clock runs.
+    void step(double seconds);
+    /// Whether clients want unprompted reports.
+    [[nodiscard]] bool isReporting() const;
+    [[nodiscard]] bool isLogging() const;
+    /// Takes the AGC level (dBm) that the log shows and reports it.
+    void logAgc(double level);
+    void loseVolatileState() override;
+
+Q_SIGNALS:
+    void slavingChanged(const QByteArray &mode);
+
+protected:
+    [[nodiscard]] bool accepts(const SettingRow &row, const QByteArray &value) const override;
+    [[nodiscard]] bool perform(const SettingRow &row, const QByteArray &value) override;
+    void applied(const SettingRow &row) override;
+    [[nodiscard]] QByteArray measure(const SettingRow &row) const override;
+
+private:
+    PresetKeeper &m_presets;
+    double m_clock = 0; // seconds of the day
+};

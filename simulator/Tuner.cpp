@@ -1,0 +1,53 @@
+#include "Tuner.h"
+
+#include "RadioScene.h"
+
+#include <cmath>
+#include <numbers>
+
+namespace {
+
+constexpr double kSettlingSeconds = 0.3;
+constexpr double kPullRange = 200.0; // kHz
+constexpr double kLockWindow = 1.0;  // kHz
+
+/// How much of the way to its target a first-order loop goes in one step.
+double approach(double seconds, double timeConstant) { return 1.0 - std::exp(-seconds / timeConstant); }
+
+} // namespace
+
+void Tuner::setControls(const Controls &controls)
+{
+    if (controls.frequency != m_controls.frequency)
+        m_settling = kSettlingSeconds;
+    m_controls = controls;
+}
+
+void Tuner::step(const RadioScene &scene, double seconds)
+{
+    m_settling -= isSynthesizerLocked() ? 0 : seconds;
+    m_level = isSynthesizerLocked() ? scene.power(m_controls.frequency, m_controls.bandwidth, m_polarisation)
+                                    : scene.noise(m_controls.bandwidth, m_polarisation);
+    if (!m_started)
+        m_agcLevel = m_level;
+    m_started = true;
+    if (!m_controls.agcFrozen)
+        m_agcLevel += (m_level - m_agcLevel) * approach(seconds, m_controls.agcSeconds);
+    stepLoop(scene, seconds);
+}
+
+void Tuner::stepLoop(const RadioScene &scene, double seconds)
+{
+    const auto carrier = scene.carrier(m_controls.frequency, m_controls.bandwidth, m_polarisation);
+    m_hasCarrier = isSynthesizerLocked() && carrier.has_value();
+    if (m_controls.loopBandwidth <= 0) {
+        m_loopStress = m_controls.manualOffset;
+        m_loopLocked = false;
+        return;
+    }
+    const bool inReach = m_hasCarrier && std::abs(carrier->offset) <= kPullRange;
+    const double target = inReach ? carrier->offset : 0;
+    m_loopStress +=
+        (target - m_loopStress) * approach(seconds, 1.0 / (2 * std::numbers::pi * m_controls.loopBandwidth));
+    m_loopLocked = inReach && std::abs(target - m_loopStress) < kLockWindow;
+}

@@ -1,0 +1,84 @@
+#include "Chassis.h"
+#include "Console.h"
+#include "Family.h"
+#include "LineReader.h"
+#include "Options.h"
+#include "Script.h"
+
+#include <QCoreApplication>
+#include <QSocketNotifier>
+
+#include <csignal>
+#include <cstdio>
+
+#include <sys/signalfd.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr int kCannotStart = 2;
+
+int fail(const QString &reason)
+{
+    std::fprintf(stderr, "zirvo-chassis-sim: %s\n", qPrintable(reason));
+    return kCannotStart;
+}
+
+void say(const QByteArray &line)
+{
+    std::fprintf(stdout, "%s\n", line.constData());
+    std::fflush(stdout);
+}
+
+/// Turns the signals that end a program into something readable, so that the links are removed on the way out.
+int takeEndSignals()
+{
+    sigset_t endSignals;
+    sigemptyset(&endSignals);
+    sigaddset(&endSignals, SIGINT);
+    sigaddset(&endSignals, SIGTERM);
+    sigprocmask(SIG_BLOCK, &endSignals, nullptr);
+    // A reader of standard output that goes away, or a terminal that is not ours to read, ends nothing.
+    std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGTTIN, SIG_IGN);
+    return signalfd(-1, &endSignals, SFD_CLOEXEC);
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    QCoreApplication application(argc, argv);
+    Options options;
+    const int exitCode = options.read(QCoreApplication::arguments());
+    if (exitCode >= 0)
+        return exitCode;
+
+    QString error;
+    Script script;
+    if (!options.scriptFile.isEmpty() && !script.load(options.scriptFile, error))
+        return fail(error);
+    const auto family = Family::load(options.family, error);
+    if (!family)
+        return fail(error);
+
+    QSocketNotifier endNotifier(takeEndSignals(), QSocketNotifier::Read);
+    QObject::connect(&endNotifier, &QSocketNotifier::activated, &application, &QCoreApplication::quit);
+    Chassis chassis(options.setup);
+    Console console(chassis);
+    const auto execute = [&console](const QByteArray &line) {
+        say(console.execute(line));
+        if (console.wantsQuit())
+            QCoreApplication::quit();
+    };
+    QObject::connect(&chassis, &Chassis::stepped, &application, [&script, &execute](double seconds) {
+        for (const QByteArray &order : script.takeDue(seconds))
+            execute(order);
+    });
+    if (!chassis.start(*family, error))
+        return fail(error);
+    LineReader input;
+    QObject::connect(&input, &LineReader::lineRead, &application, execute);
+    say("ready " + family->title.toUtf8());
+    return QCoreApplication::exec();
+}
