@@ -3,6 +3,7 @@
 #include <QSocketNotifier>
 
 #include <array>
+#include <cerrno>
 #include <csignal>
 
 #include <fcntl.h>
@@ -15,8 +16,10 @@ std::array<int, 2> signalPipe{ -1, -1 };
 
 extern "C" void handleTermination(int)
 {
+    const int interrupted = errno;
     const char byte = 0;
     [[maybe_unused]] const auto written = ::write(signalPipe[1], &byte, 1);
+    errno = interrupted;
 }
 
 void setHandler(void (*handler)(int))
@@ -43,7 +46,7 @@ UnixSignals::~UnixSignals()
 {
     if (!m_notifier)
         return;
-    setHandler(SIG_DFL);
+    setHandler(SIG_IGN); // a repeat must not cut short the end that the first one has begun
     m_notifier.reset();
     for (int &end : signalPipe) {
         ::close(end);

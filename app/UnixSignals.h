@@ -14,6 +14,7 @@ class UnixSignals : public QObject
 public:
     /// Only one may exist at a time.
     UnixSignals();
+    /// The signals are ignored from here on: the program is ending.
     ~UnixSignals() override;
 
 Q_SIGNALS:

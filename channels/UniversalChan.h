@@ -13,6 +13,7 @@ class UniversalChan : public Channel
 
 public:
     static constexpr QLatin1StringView ChanType{ "U" };
+    static constexpr QLatin1StringView Address{ "U0" };
     static constexpr QLatin1StringView SystemType{ "ZIRVO" };
 
     struct Commands : Channel::Commands

@@ -19,6 +19,7 @@ void WaitBox::open()
 {
     if (m_box)
         return;
+    Q_EMIT opening();
     auto *const box = new QMessageBox(QMessageBox::Information, {}, m_text, QMessageBox::NoButton, m_window);
     box->setStandardButtons(QMessageBox::NoButton); // Qt would add an OK button of its own
     QTimer::singleShot(kLongestMs, box, [this] { end(); });

@@ -27,6 +27,8 @@ public:
     [[nodiscard]] bool isShown() const { return !m_box.isNull(); }
 
 Q_SIGNALS:
+    /// The box is about to open and will take the focus.
+    void opening();
     /// The box has closed.
     void closed();
 

@@ -6,13 +6,19 @@ FocusReturn::FocusReturn(QObject *parent) : QObject(parent)
 {
     m_timer.setSingleShot(true);
     m_timer.setInterval(kDelayMs);
-    connect(&m_timer, &QTimer::timeout, this, &FocusReturn::tick, Qt::QueuedConnection);
+    connect(&m_timer, &QTimer::timeout, this, &FocusReturn::timeOut, Qt::QueuedConnection);
 }
 
 void FocusReturn::giveBack()
 {
     if (m_holder)
         m_holder->setFocus(Qt::OtherFocusReason);
+}
+
+void FocusReturn::timeOut()
+{
+    if (!m_timer.isActive()) // started again meanwhile, for a newer touch
+        tick();
 }
 
 void FocusReturn::tick()

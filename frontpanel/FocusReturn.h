@@ -38,6 +38,8 @@ Q_SIGNALS:
     void restoreDue();
 
 private:
+    void timeOut();
+
     QTimer m_timer;
     QPointer<QWidget> m_holder;
 };

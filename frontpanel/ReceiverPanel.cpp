@@ -9,6 +9,7 @@
 #include <QHash>
 #include <QLineEdit>
 
+#include <algorithm>
 #include <cmath>
 
 using namespace Qt::StringLiterals;
@@ -158,9 +159,15 @@ void ReceiverPanel::showSetting(const QString &Cmd, const QString &Data)
 void ReceiverPanel::restoreEntries()
 {
     const ControlGuard::Scope showing(guard());
-    const double frequency = NumberText::parse(m_channel->getFREQ()).value_or(ui->doubleSpinBoxFREQ->minimum());
-    ui->doubleSpinBoxFREQ->setValue(frequency);
+    restoreFrequency();
     DisplayAntennaCF(m_channel->getACFE(), m_channel->getANCF());
+}
+
+void ReceiverPanel::restoreFrequency()
+{
+    const ControlGuard::Scope showing(guard());
+    QDoubleSpinBox *const box = ui->doubleSpinBoxFREQ;
+    box->setValue(NumberText::parse(m_channel->getFREQ()).value_or(box->minimum()));
 }
 
 void ReceiverPanel::showSlaved(bool slaved) { ui->lblSlaved->setVisible(slaved); }
@@ -172,7 +179,7 @@ void ReceiverPanel::doubleSpinBoxFREQ_valueChanged(const QString &text)
     onOperatorChange([this, &text] {
         const double frequency = text.toDouble();
         if (!isTunable(frequency)) {
-            stepOverRangeEdge(frequency);
+            refuseFrequency(frequency);
             return;
         }
         m_channel->setFREQ(text);
@@ -190,24 +197,34 @@ bool ReceiverPanel::isTunable(double frequency) const
     return false;
 }
 
-/// One step beyond an edge of a range leads to the nearest edge of the next range, round from the last to the first;
-/// the new value comes back here as a valid one. Anything else returns to the confirmed frequency.
-void ReceiverPanel::stepOverRangeEdge(double frequency)
+/// The edge of a range that lies one step before @p frequency, and where that step leads to: the nearest edge of the
+/// next range, round from the last to the first.
+std::optional<double> ReceiverPanel::beyondRangeEdge(double frequency) const
 {
     const QList<double> &bounds = m_channel->frequencyBounds();
-    for (qsizetype lower = 1; lower < bounds.size(); lower += 2) {
-        if (isSameFrequency(frequency, bounds[lower] - kFrequencyStep)) {
-            ui->doubleSpinBoxFREQ->setValue(bounds[(lower + 1) % bounds.size()]);
+    const auto count = bounds.size();
+    for (qsizetype lower = 1; lower < count; lower += 2) {
+        if (isSameFrequency(frequency, bounds[lower] - kFrequencyStep))
+            return bounds[(lower + 1) % count];
+    }
+    for (qsizetype upper = 0; upper < count; upper += 2) {
+        if (isSameFrequency(frequency, bounds[upper] + kFrequencyStep))
+            return bounds[(upper + count - 1) % count];
+    }
+    return std::nullopt;
+}
+
+void ReceiverPanel::refuseFrequency(double frequency)
+{
+    QDoubleSpinBox *const box = ui->doubleSpinBoxFREQ;
+    if (auto next = beyondRangeEdge(frequency)) {
+        next = std::clamp(*next, box->minimum(), box->maximum());
+        if (isTunable(*next)) {   // a card may report ranges that make no sense
+            box->setValue(*next); // comes back to the handler, which sends it
             return;
         }
     }
-    for (qsizetype upper = 0; upper < bounds.size(); upper += 2) {
-        if (isSameFrequency(frequency, bounds[upper] + kFrequencyStep)) {
-            ui->doubleSpinBoxFREQ->setValue(bounds[(upper + bounds.size() - 1) % bounds.size()]);
-            return;
-        }
-    }
-    restoreEntries();
+    restoreFrequency();
 }
 
 void ReceiverPanel::cboIFBW_currentIndexChanged(int index)
@@ -336,10 +353,10 @@ void ReceiverPanel::AGCZero(const QString &value)
 {
     WidgetUpdate::onOff(ui->btnAGCZ, value);
     if (isOff(value)) {
-        ui->progBarSSLV->setRange(-140, 20);
+        WidgetUpdate::range(ui->progBarSSLV, -140, 20);
         showSignalReference(m_channel->getACFE());
     } else if (isOn(value)) {
-        ui->progBarSSLV->setRange(0, 160);
+        WidgetUpdate::range(ui->progBarSSLV, 0, 160);
         showReference(u"(Relative)"_s, u"color:#28c125"_s);
     } else {
         return;

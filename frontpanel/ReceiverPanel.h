@@ -3,8 +3,8 @@
 #include "frontpanel/ChannelPanel.h"
 
 #include <memory>
+#include <optional>
 
-class QProgressBar;
 class RcvrChan;
 
 namespace Ui {
@@ -77,7 +77,9 @@ private:
     void UpdateAGCB();
 
     [[nodiscard]] bool isTunable(double frequency) const;
-    void stepOverRangeEdge(double frequency);
+    [[nodiscard]] std::optional<double> beyondRangeEdge(double frequency) const;
+    void refuseFrequency(double frequency);
+    void restoreFrequency();
 
     std::unique_ptr<Ui::ReceiverPanel> ui;
     RcvrChan *m_channel = nullptr;

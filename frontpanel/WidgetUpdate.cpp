@@ -42,6 +42,13 @@ void WidgetUpdate::clampedValue(QProgressBar *bar, int value)
     bar->setValue(std::clamp(value, bar->minimum(), bar->maximum()));
 }
 
+void WidgetUpdate::range(QProgressBar *bar, int minimum, int maximum)
+{
+    const int value = bar->value();
+    bar->setRange(minimum, maximum); // empties a bar whose value the new range does not hold
+    clampedValue(bar, value);
+}
+
 void WidgetUpdate::index(QComboBox *box, const QString &data)
 {
     const auto index = NumberText::parseWhole(data);
@@ -63,7 +70,7 @@ void WidgetUpdate::agcSlope(QProgressBar *bar, const QString &slope)
     static constexpr std::array kFullScaleMillivolts{ 2500, 6000, 12000 };
     const auto index = NumberText::parseWhole(slope);
     if (index && *index >= 0 && std::size_t(*index) < kFullScaleMillivolts.size())
-        bar->setMaximum(kFullScaleMillivolts[std::size_t(*index)]);
+        range(bar, bar->minimum(), kFullScaleMillivolts[std::size_t(*index)]);
 }
 
 void WidgetUpdate::agcLevel(QProgressBar *bar, const QString &level, const QString &polarity)
@@ -72,6 +79,6 @@ void WidgetUpdate::agcLevel(QProgressBar *bar, const QString &level, const QStri
     if (!millivolts)
         return;
     format(bar, NumberText::significant(*millivolts / 1000) + u" V"_s);
-    const int value = NumberText::rounded(std::trunc(*millivolts));
-    clampedValue(bar, polarity == "1"_L1 ? -value : value);
+    const double shown = polarity == "1"_L1 ? -*millivolts : *millivolts;
+    clampedValue(bar, NumberText::rounded(std::trunc(shown)));
 }

@@ -18,6 +18,8 @@ void description(QWidget *widget, const QString &text);
 void format(QProgressBar *bar, const QString &format);
 /// Sets the nearest value within the bar's range.
 void clampedValue(QProgressBar *bar, int value);
+/// Changes the range and keeps the value as near as the new range allows.
+void range(QProgressBar *bar, int minimum, int maximum);
 /// Selects the item at the position that @p data holds; any other text leaves the box as it is.
 void index(QComboBox *box, const QString &data);
 /// Shows an on/off setting: "1" on, "0" off; any other text leaves the button as it is.

@@ -43,8 +43,10 @@ ZIRVOFSMainWindow::ZIRVOFSMainWindow(QWidget *parent)
     setLocale(QLocale::c());
     createPanels();
     connectMenus();
-    for (WaitBox *box : { &m_loadingPresetBox, &m_configuringBox })
+    for (WaitBox *box : { &m_loadingPresetBox, &m_configuringBox }) {
+        connect(box, &WaitBox::opening, &m_focusReturn, &FocusReturn::tick);
         connect(box, &WaitBox::closed, &m_focusReturn, &FocusReturn::start);
+    }
     m_updateAllDynamicParamsTmr.setInterval(kStatusTickMs);
     connect(&m_updateAllDynamicParamsTmr, &QTimer::timeout, this, &ZIRVOFSMainWindow::UpdateAllDynamicParamsTmr_Tick);
     m_focusReturn.giveBack();
@@ -54,6 +56,9 @@ ZIRVOFSMainWindow::~ZIRVOFSMainWindow()
 {
     if (!m_serialPortControllers.isEmpty())
         m_serialPortControllers.front()->writeFinalReportsOff(kFinalWriteMs);
+    // The panels refer to the guard and the focus return, so they go first; losing the focus must not commit an entry.
+    const ControlGuard::Scope ending(m_guard);
+    delete takeCentralWidget();
 }
 
 void ZIRVOFSMainWindow::createPanels()
@@ -84,6 +89,7 @@ void ZIRVOFSMainWindow::connectMenus()
 
 void ZIRVOFSMainWindow::closeEvent(QCloseEvent *event)
 {
+    m_focusReturn.tick(); // half an entry is not one
     // Boxes without a parent would keep the application alive behind a closed window.
     QMainWindow::closeEvent(event);
     QCoreApplication::exit(0);
@@ -264,6 +270,8 @@ void ZIRVOFSMainWindow::FrequencyDiversitySlaving_triggered() { chooseSlaving(u"
 
 void ZIRVOFSMainWindow::chooseSlaving(const QString &value)
 {
+    if (!m_sysChan)
+        return;
     DisplaySlaving(value);
     m_sysChan->setSLAVE(value);
 }
@@ -274,6 +282,8 @@ void ZIRVOFSMainWindow::InternalRef_triggered() { chooseReference(u"1"_s); }
 
 void ZIRVOFSMainWindow::chooseReference(const QString &value)
 {
+    if (!m_sysChan)
+        return;
     Display10MHzReference(value);
     m_sysChan->setTMRF(value);
 }
@@ -283,6 +293,7 @@ void ZIRVOFSMainWindow::About_triggered()
     QMessageBox box(QMessageBox::Information, u"ZIRVO Remote Software"_s,
                     u"Name: HURLO ZIRVO Remote Software\rVersion: "_s + QCoreApplication::applicationVersion(),
                     QMessageBox::Ok);
+    m_focusReturn.tick();
     box.exec();
     m_focusReturn.start();
 }

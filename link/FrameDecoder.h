@@ -18,7 +18,7 @@ public:
 
     /// Longest frame content in bytes; a longer one is dropped up to the next STX, so that a peer that never
     /// ends its frame cannot fill the memory.
-    static constexpr qsizetype kMaxFrameSize = 1024 * 1024;
+    static constexpr qsizetype kMaxFrameSize = qsizetype(1024) * 1024;
 
     using FrameHandler = std::function<void(const QByteArray &frame)>;
 

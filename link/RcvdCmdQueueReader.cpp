@@ -1,6 +1,7 @@
 #include "link/RcvdCmdQueueReader.h"
 
 #include "channels/UniversalChan.h"
+#include "inventory/ChannelDirectory.h"
 #include "link/SerialPortController.h"
 
 #include <memory>
@@ -8,8 +9,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-constexpr auto kSystemAddress = "U0"_L1;
 
 bool concerns(const StandardCommand &command, QLatin1StringView mnemonic)
 {
@@ -33,10 +32,13 @@ QString dataSourceAddress(const StandardCommand &command)
 RcvdCmdQueueReader::RcvdCmdQueueReader(QObject *parent, SerialPortController *controller)
     : QObject(parent)
     , m_controller(controller)
+    , m_directory(std::make_unique<ChannelDirectory>())
 {
 }
 
-void RcvdCmdQueueReader::SetChanLists() { m_directory.assign(m_controller->channels()); }
+RcvdCmdQueueReader::~RcvdCmdQueueReader() = default;
+
+void RcvdCmdQueueReader::SetChanLists() { m_directory->assign(m_controller->channels()); }
 
 void RcvdCmdQueueReader::CheckRcvdCmdQueue(StandardCommand *command)
 {
@@ -64,18 +66,18 @@ void RcvdCmdQueueReader::route(const StandardCommand &command)
     }
 
     // The system address goes first: with owner and address rules behind it a system reply would be handled twice.
-    if (command.address() == kSystemAddress || command.responseAddress() == kSystemAddress)
+    if (command.address() == UniversalChan::Address || command.responseAddress() == UniversalChan::Address)
         routeSystem(command);
     else if (command.owner())
         deliver(command.owner(), command);
     else
-        deliver(m_directory.at(command.responseAddress()), command);
+        deliver(m_directory->at(command.responseAddress()), command);
 }
 
 void RcvdCmdQueueReader::routeSystem(const StandardCommand &command)
 {
     if (const QString demodulator = dataSourceAddress(command); !demodulator.isEmpty()) {
-        deliver(m_directory.at(demodulator), command);
+        deliver(m_directory->at(demodulator), command);
     } else if (concerns(command, UniversalChan::Commands::SLAVE)) {
         for (Channel *channel : m_controller->channels())
             deliver(channel, command);

@@ -1,10 +1,11 @@
 #pragma once
 
-#include "inventory/ChannelDirectory.h"
-
 #include <QObject>
 
+#include <memory>
+
 class Channel;
+class ChannelDirectory;
 class SerialPortController;
 class StandardCommand;
 class UniversalChan;
@@ -17,6 +18,7 @@ class RcvdCmdQueueReader : public QObject
 
 public:
     RcvdCmdQueueReader(QObject *parent, SerialPortController *controller);
+    ~RcvdCmdQueueReader() override;
 
     /// Not owned; set when the first version reply has created it.
     void setSystemChannel(UniversalChan *channel) { m_systemChannel = channel; }
@@ -34,5 +36,5 @@ private:
 
     SerialPortController *m_controller;
     UniversalChan *m_systemChannel = nullptr;
-    ChannelDirectory m_directory;
+    std::unique_ptr<ChannelDirectory> m_directory;
 };

@@ -19,8 +19,11 @@
 #include <QDeadlineTimer>
 #include <QLabel>
 #include <QMessageBox>
+#include <QThread>
 
 #include <utility>
+
+#include <sys/ioctl.h>
 
 using namespace Qt::StringLiterals;
 
@@ -31,12 +34,10 @@ constexpr int kVersionRetrySeconds = 2; ///< ticks between two rounds of version
 constexpr int kCardListRetryMs = 3000;
 constexpr qint64 kEyeReadBufferSize = 4096;
 
-constexpr auto kSystemAddress = "U0"_L1;
-
 QByteArray reportsOffRequest()
 {
-    return StandardCommand(nullptr, kSystemAddress, UniversalChan::Commands::TRON, u"OFF"_s, StandardCommand::Created,
-                           StandardCommand::Set, 0)
+    return StandardCommand(nullptr, UniversalChan::Address, UniversalChan::Commands::TRON, u"OFF"_s,
+                           StandardCommand::Created, StandardCommand::Set, 0)
         .commandText()
         .toLocal8Bit();
 }
@@ -217,12 +218,18 @@ void SerialPortController::WriteToPort(int timeOutMs, const QByteArray &bytes)
 
 void SerialPortController::writeFinalReportsOff(int timeOutMs)
 {
+    if (!m_port.isOpen())
+        return;
     WriteToPort(0, reportsOffRequest());
-    QDeadlineTimer deadline(timeOutMs);
-    while (m_port.isOpen() && m_port.bytesToWrite() > 0 && !deadline.hasExpired()) {
+    const QDeadlineTimer deadline(timeOutMs);
+    while (m_port.bytesToWrite() > 0 && !deadline.hasExpired()) {
         if (!m_port.waitForBytesWritten(static_cast<int>(deadline.remainingTime())))
             return;
     }
+    // Closing puts the line speed back at once, so what the kernel still holds has to be out by then.
+    int held = 0;
+    while (::ioctl(m_port.handle(), TIOCOUTQ, &held) == 0 && held > 0 && !deadline.hasExpired())
+        QThread::msleep(1);
 }
 
 void SerialPortController::StartTimeOutTmr(int ms)
@@ -246,20 +253,23 @@ void SerialPortController::TimeOutTmr_Tick()
 
 void SerialPortController::TimeOutTmrRemote_Tick()
 {
-    if (m_timeOutTmr.isActive() || !m_txmtRemoteCmdQueue.isAwaitingAnswer())
-        return;
-    m_txmtRemoteCmdQueue.deleteInFlight();
-    m_txmtRemoteCmdQueue.setReadyToSend();
-    EmitTrnsmtRemoteCmd();
+    if (finishRemoteMessage(m_txmtRemoteCmdQueue))
+        EmitTrnsmtRemoteCmd();
 }
 
 void SerialPortController::TimeOutTmrRemoteEyeAndStatus_Tick()
 {
-    if (m_timeOutTmr.isActive() || !m_txmtRemoteEyeAndStatusCmdQueue.isAwaitingAnswer())
-        return;
-    m_txmtRemoteEyeAndStatusCmdQueue.deleteInFlight();
-    m_txmtRemoteEyeAndStatusCmdQueue.setReadyToSend();
-    EmitTrnsmtRemoteEyeAndStatusCmd();
+    if (finishRemoteMessage(m_txmtRemoteEyeAndStatusCmdQueue))
+        EmitTrnsmtRemoteEyeAndStatusCmd();
+}
+
+bool SerialPortController::finishRemoteMessage(TransmitQueue<RemoteCommand> &queue)
+{
+    if (m_timeOutTmr.isActive() || !queue.isAwaitingAnswer())
+        return false;
+    queue.deleteInFlight();
+    queue.setReadyToSend();
+    return true;
 }
 
 void SerialPortController::StartEstablishCommTmr(int ms, QLabel *label)
@@ -313,7 +323,7 @@ void SerialPortController::establishCommunication(const QString &version)
     m_rcvdCmdQueueReader->setSystemChannel(m_systemChannel);
     addChannel(std::move(systemChannel));
 
-    queueSystemRequest(u"SYSID"_s, m_systemIdentifier, StandardCommand::Set);
+    queueSystemRequest(UniversalChan::Commands::SYSID, m_systemIdentifier, StandardCommand::Set);
     requestCardList();
     m_cardListTmr.start(kCardListRetryMs);
     m_systemChannel->setVerTsMain(version);
@@ -335,8 +345,8 @@ void SerialPortController::processCardList(const QString &cardList)
         channel->RequestSettings();
         channel->SetSlaveChanList(this, QString::fromLatin1(channel->metaObject()->className()));
     }
-    AddCmdToTxmtCmdQueue(new StandardCommand(m_systemChannel, kSystemAddress, UniversalChan::Commands::NOTIFY, {},
-                                             StandardCommand::Queued, StandardCommand::Marker,
+    AddCmdToTxmtCmdQueue(new StandardCommand(m_systemChannel, UniversalChan::Address, UniversalChan::Commands::NOTIFY,
+                                             {}, StandardCommand::Queued, StandardCommand::Marker,
                                              StandardCommand::kMarkerTimeOutMs));
     queueSystemRequest(UniversalChan::Commands::TRON, u"ON"_s, StandardCommand::Set);
 }
@@ -370,6 +380,6 @@ void SerialPortController::addChannel(std::unique_ptr<Channel> channel)
 void SerialPortController::queueSystemRequest(const QString &mnemonic, const QString &data,
                                               StandardCommand::CommandType type)
 {
-    AddCmdToTxmtCmdQueue(new StandardCommand(nullptr, kSystemAddress, mnemonic, data, StandardCommand::Queued, type,
-                                             StandardCommand::kTimeOutMs));
+    AddCmdToTxmtCmdQueue(new StandardCommand(nullptr, UniversalChan::Address, mnemonic, data, StandardCommand::Queued,
+                                             type, StandardCommand::kTimeOutMs));
 }

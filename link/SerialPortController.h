@@ -55,9 +55,11 @@ public:
 
     /// Appends to the transmit queue. The link takes ownership; the receive dispatcher deletes the command.
     void AddCmdToTxmtCmdQueue(StandardCommand *command);
+    /// As AddCmdToTxmtCmdQueue(), for the two remote links.
     void AddCmdToTxmtRemoteCmdQueue(RemoteCommand *command);
     void AddCmdToTxmtRemoteEyeAndStatusCmdQueue(RemoteCommand *command);
 
+    /// The queues, for the workers of the link's kind; only the one of that kind is used.
     [[nodiscard]] TransmitQueue<StandardCommand> &txmtCmdQueue() { return m_txmtCmdQueue; }
     [[nodiscard]] TransmitQueue<RemoteCommand> &txmtRemoteCmdQueue() { return m_txmtRemoteCmdQueue; }
     [[nodiscard]] TransmitQueue<RemoteCommand> &txmtRemoteEyeAndStatusCmdQueue()
@@ -125,9 +127,11 @@ public Q_SLOTS:
     void StartTimeOutTmr(int ms);
     /// Starts the time-out, unless @p timeOutMs is 0, and writes; skipped while the port is not open.
     void WriteToPort(int timeOutMs, const QByteArray &bytes);
+    /// The time of the command in flight is over: it goes to its channel as timed out, and the next one may go.
     void TimeOutTmr_Tick();
     void TimeOutTmrRemote_Tick();
     void TimeOutTmrRemoteEyeAndStatus_Tick();
+    /// One second of the start-up countdown; behind it, every third second, the version is asked for.
     void EstablishCommTmr_Tick();
 
 private:
@@ -139,6 +143,8 @@ private:
     void createRemoteEyeAndStatusWorkers();
     void createEyeConstWorkers();
 
+    /// Deletes the message in flight after its time-out; returns whether the next one may go.
+    bool finishRemoteMessage(TransmitQueue<RemoteCommand> &queue);
     void establishCommunication(const QString &version);
     void requestCardList();
     void queueSystemRequest(const QString &mnemonic, const QString &data, StandardCommand::CommandType type);

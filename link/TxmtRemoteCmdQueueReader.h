@@ -4,7 +4,7 @@
 
 class SerialPortController;
 
-/// Transmit worker of the remote link: one message a pass of the event loop, queries wait for the client.
+/// Transmit worker of the remote link: writes the next message once the time-out of the one before has passed.
 class TxmtRemoteCmdQueueReader : public QObject
 {
     Q_OBJECT
@@ -13,6 +13,7 @@ public:
     TxmtRemoteCmdQueueReader(QObject *parent, SerialPortController *controller);
 
 public Q_SLOTS:
+    /// Runs once for every TrnsmtRemoteCmd() of the link.
     void CheckTxmtRemoteCmdQueue();
 
 private:

@@ -4,8 +4,8 @@
 
 class SerialPortController;
 
-/// Transmit worker of the remote eye-and-status link: one message a pass of the event loop, queries wait for the
-/// client.
+/// Transmit worker of the remote eye-and-status link: writes the next message once the time-out of the one before has
+/// passed.
 class TxmtRemoteEyeAndStatusCmdQueueReader : public QObject
 {
     Q_OBJECT
@@ -14,6 +14,7 @@ public:
     TxmtRemoteEyeAndStatusCmdQueueReader(QObject *parent, SerialPortController *controller);
 
 public Q_SLOTS:
+    /// Runs once for every TrnsmtRemoteEyeAndStatusCmd() of the link.
     void CheckTxmtRemoteEyeAndStatusCmdQueue();
 
 private:
