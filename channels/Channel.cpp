@@ -48,28 +48,51 @@ void Channel::sendQuery(QLatin1StringView mnemonic)
                                                      StandardCommand::Query, StandardCommand::kTimeOutMs));
 }
 
+int Channel::rowOf(const QString &mnemonic) const
+{
+    const auto row = std::find_if(m_catalogue.begin(), m_catalogue.end(),
+                                  [&mnemonic](const Catalogue::Row &candidate) { return mnemonic == candidate.name; });
+    return row != m_catalogue.end() ? static_cast<int>(row - m_catalogue.begin()) : -1;
+}
+
 void Channel::submit(int row, const QString &value)
 {
     if (value == valueOf(row))
         return;
-    const Catalogue::Row &setting = m_catalogue[std::size_t(row)];
-    auto *const command = new StandardCommand(ownerOfSets(), m_address, setting.name, value, StandardCommand::Queued,
-                                              StandardCommand::Set, StandardCommand::kTimeOutMs);
+    const StandardCommand &command = queueSet(row, value);
+    if (m_catalogue[std::size_t(row)].flags.testFlag(Catalogue::ToSlaves))
+        SlavingHandler(command);
+}
+
+const StandardCommand &Channel::queueSet(int row, const QString &value)
+{
+    auto *const command =
+        new StandardCommand(ownerOfSets(), m_address, m_catalogue[std::size_t(row)].name, value,
+                            StandardCommand::Queued, StandardCommand::Set, StandardCommand::kTimeOutMs);
+    ++m_values[row].pendingSets;
     m_link->AddCmdToTxmtCmdQueue(command);
-    if (setting.flags.testFlag(Catalogue::ToSlaves))
-        SlavingHandler(*command);
+    return *command;
+}
+
+void Channel::setFinished(const StandardCommand &command)
+{
+    const int row = rowOf(command.mnemonic());
+    if (row >= 0 && command.address() == m_address && m_values[row].pendingSets > 0)
+        --m_values[row].pendingSets;
+}
+
+bool Channel::isSetPending(const QString &mnemonic) const
+{
+    const int row = rowOf(mnemonic);
+    return row >= 0 && m_values[row].pendingSets > 0;
 }
 
 void Channel::SlavingHandler(const StandardCommand &command)
 {
     if (!isSlaving())
         return;
-    for (Channel *slave : std::as_const(m_slaveChannels)) {
-        const QString address = command.address().first(1) + slave->getChannel();
-        m_link->AddCmdToTxmtCmdQueue(new StandardCommand(slave, address, command.mnemonic(), command.data(),
-                                                         StandardCommand::Queued, StandardCommand::Set,
-                                                         StandardCommand::kTimeOutMs));
-    }
+    for (Channel *slave : std::as_const(m_slaveChannels))
+        slave->queueSet(slave->rowOf(command.mnemonic()), command.data());
 }
 
 void Channel::ProcessCmd(const StandardCommand &command)
@@ -85,20 +108,21 @@ void Channel::ProcessCmd(const StandardCommand &command)
     if (isReport)
         CheckForSupportedCmd(command.responseAddress(), command.responseMnemonic(), command.responseData(), status,
                              type);
-    else if (isSetFinished)
+    if (isSetFinished) {
+        setFinished(command);
         CheckForSupportedCmd(command.address(), command.mnemonic(), command.data(), status, type);
+    }
 }
 
 void Channel::CheckForSupportedCmd(const QString &address, const QString &mnemonic, const QString &data,
                                    StandardCommand::CommandStatus status, StandardCommand::CommandType type)
 {
-    const auto known = std::find_if(m_catalogue.begin(), m_catalogue.end(),
-                                    [&mnemonic](const Catalogue::Row &row) { return mnemonic == row.name; });
-    if (known == m_catalogue.end())
+    const int row = rowOf(mnemonic);
+    if (row < 0)
         return;
     const bool refused =
         type == StandardCommand::Set && (status == StandardCommand::Failed || status == StandardCommand::TimedOut);
-    processReport(static_cast<int>(known - m_catalogue.begin()), address, data, refused);
+    processReport(row, address, data, refused);
 }
 
 void Channel::processReport(int row, const QString &address, const QString &data, bool refused)

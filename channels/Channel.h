@@ -37,6 +37,10 @@ public:
     /// Value before the last change; "Unknown" for a mnemonic that keeps none.
     [[nodiscard]] QString previousValue(QLatin1StringView mnemonic) const;
 
+    /// Whether a set of this mnemonic is still queued or unanswered. What is reported meanwhile is older than what the
+    /// operator asked for last; the end of that set reports the value in force once more.
+    [[nodiscard]] bool isSetPending(const QString &mnemonic) const;
+
     /// Makes the other channels of class @p className on @p link the slaves of this one.
     void SetSlaveChanList(const SerialPortController *link, const QString &className);
     [[nodiscard]] const QList<Channel *> &slaveChannels() const { return m_slaveChannels; }
@@ -90,7 +94,12 @@ private:
     {
         QString current;
         QString previous;
+        int pendingSets = 0;
     };
+
+    [[nodiscard]] int rowOf(const QString &mnemonic) const;
+    const StandardCommand &queueSet(int row, const QString &value);
+    void setFinished(const StandardCommand &command);
 
     void processReport(int row, const QString &address, const QString &data, bool refused);
 

@@ -1,5 +1,7 @@
 #include "channels/RcvrChan.h"
 
+#include <QtNumeric>
+
 RcvrChan::RcvrChan(QObject *parent, const QString &channel, SerialPortController *link)
     : Channel(parent, ChanType, channel, link, kCatalogue)
 {
@@ -19,10 +21,12 @@ void RcvrChan::SetUpFreqRangeBounds(const QString &ranges)
 {
     m_frequencyBounds.clear();
     for (const QString &range : ranges.split(u',')) {
-        const QStringList bounds = range.split(u' ');
-        if (bounds.size() < 2)
-            continue;
-        m_frequencyBounds << bounds[0].toDouble() << bounds[1].toDouble();
+        bool isUpper = false;
+        bool isLower = false;
+        const double upper = range.section(u' ', 0, 0).toDouble(&isUpper);
+        const double lower = range.section(u' ', 1, 1).toDouble(&isLower);
+        if (isUpper && isLower && qIsFinite(upper) && qIsFinite(lower))
+            m_frequencyBounds << upper << lower;
     }
 }
 

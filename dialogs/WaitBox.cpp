@@ -1,11 +1,18 @@
 #include "dialogs/WaitBox.h"
 
 #include <QMessageBox>
-#include <QTimer>
 
 using namespace Qt::StringLiterals;
 
-WaitBox::WaitBox(const QString &text, QWidget *parent) : QObject(parent), m_text(text), m_window(parent) {}
+WaitBox::WaitBox(const QString &text, QWidget *parent)
+    : QObject(parent)
+    , m_box(new QMessageBox(QMessageBox::Information, {}, text, QMessageBox::NoButton, parent))
+{
+    m_box->setStandardButtons(QMessageBox::NoButton); // Qt would add an OK button of its own
+    m_limit.setSingleShot(true);
+    m_limit.setInterval(kLongestMs);
+    connect(&m_limit, &QTimer::timeout, this, &WaitBox::end);
+}
 
 void WaitBox::update(const QString &report)
 {
@@ -17,23 +24,32 @@ void WaitBox::update(const QString &report)
 
 void WaitBox::open()
 {
-    if (m_box)
+    if (m_shown)
         return;
+    m_shown = true;
+    m_limit.start();
+    if (m_running)
+        m_box->show(); // begun anew before the loop of the last time has ended
+    else
+        run();
+}
+
+void WaitBox::run()
+{
     Q_EMIT opening();
-    auto *const box = new QMessageBox(QMessageBox::Information, {}, m_text, QMessageBox::NoButton, m_window);
-    box->setStandardButtons(QMessageBox::NoButton); // Qt would add an OK button of its own
-    QTimer::singleShot(kLongestMs, box, [this] { end(); });
-    m_box = box;
-    box->exec();
-    Q_EMIT closed(); // the box itself is gone or going by now
+    m_running = true;
+    // The end of the program ends the loop without end(), and then it must not begin again.
+    while (m_box->exec() == QDialog::Accepted && m_shown) {
+    }
+    m_running = false;
+    Q_EMIT closed();
 }
 
 void WaitBox::end()
 {
-    QMessageBox *const box = m_box;
-    if (!box)
+    if (!m_shown)
         return;
-    m_box = nullptr;
-    box->done(QDialog::Accepted); // a message box without buttons ignores close()
-    box->deleteLater();
+    m_shown = false;
+    m_limit.stop();
+    m_box->done(QDialog::Accepted); // a message box without buttons ignores close()
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <QObject>
-#include <QPointer>
+#include <QTimer>
 
 class QMessageBox;
 class QWidget;
@@ -24,7 +24,7 @@ public:
     /// any repeat, does nothing.
     void update(const QString &report);
 
-    [[nodiscard]] bool isShown() const { return !m_box.isNull(); }
+    [[nodiscard]] bool isShown() const { return m_shown; }
 
 Q_SIGNALS:
     /// The box is about to open and will take the focus.
@@ -36,7 +36,10 @@ private:
     void open();
     void end();
 
-    const QString m_text;
-    QWidget *m_window;
-    QPointer<QMessageBox> m_box;
+    void run();
+
+    QMessageBox *m_box; ///< child of the window
+    QTimer m_limit;
+    bool m_shown = false;
+    bool m_running = false; ///< an event loop of the box runs further down the stack
 };

@@ -10,7 +10,9 @@
 
 namespace {
 
-constexpr int kRoomyHeight = 560; // pixels
+constexpr int kRoomyHeight = 560;       // pixels
+constexpr int kBesideName = 180;        // pixels that the labels in a panel's head need
+constexpr qsizetype kLongestName = 200; // characters; more is cut before it is measured
 
 } // namespace
 
@@ -26,6 +28,8 @@ QString ChannelPanel::address() const { return m_channel ? m_channel->address() 
 
 void ChannelPanel::UpdateSetting(const QString &Cmd, const QString &Data)
 {
+    if (m_channel->isSetPending(Cmd))
+        return; // a control that is being stepped must not fall back to an earlier step
     const ControlGuard::Scope showing(guard());
     showSetting(Cmd, Data);
 }
@@ -45,6 +49,7 @@ void ChannelPanel::resizeEvent(QResizeEvent *event)
 {
     QWidget::resizeEvent(event);
     setRoomy(event->size().height() >= kRoomyHeight);
+    elideName();
 }
 
 void ChannelPanel::setRoomy(bool roomy)
@@ -57,4 +62,21 @@ void ChannelPanel::setRoomy(bool roomy)
         style()->unpolish(child);
         style()->polish(child);
     }
+}
+
+void ChannelPanel::showName(QGroupBox *box, const QString &name)
+{
+    m_nameBox = box;
+    m_name = name.left(kLongestName);
+    box->setToolTip(m_name);
+    elideName();
+}
+
+void ChannelPanel::elideName()
+{
+    if (!m_nameBox)
+        return;
+    // A group box is at least as wide as its title, so a long one would push the window beyond the screen.
+    const QString title = m_nameBox->fontMetrics().elidedText(m_name, Qt::ElideRight, width() - kBesideName);
+    m_nameBox->setTitle(QString(title).replace(u'&', QLatin1StringView("&&"))); // a name holds no accelerator
 }

@@ -6,6 +6,7 @@
 #include <QWidget>
 
 class Channel;
+class QGroupBox;
 
 /// What the panels of one window share; both outlive the panels.
 struct PanelContext
@@ -44,6 +45,8 @@ protected:
     void follow(const Channel *channel) { m_channel = channel; }
     /// Gives every child its documented name: @p suffix for all, the bare @p number for group boxes.
     void nameChildren(const QString &suffix, const QString &number);
+    /// Shows the channel's name as the panel's title: never wider than there is room for, whole in the tool tip.
+    void showName(QGroupBox *box, const QString &name);
     virtual void showSetting(const QString &Cmd, const QString &Data) = 0;
     void resizeEvent(QResizeEvent *event) override;
 
@@ -63,8 +66,11 @@ protected:
 
 private:
     void setRoomy(bool roomy);
+    void elideName();
 
     PanelContext m_context;
     const Channel *m_channel = nullptr;
+    QGroupBox *m_nameBox = nullptr;
+    QString m_name;
     bool m_roomy = false; ///< laid out large, since the window has few panels to show
 };

@@ -62,6 +62,7 @@ ReceiverPanel::ReceiverPanel(int number, const PanelContext &context, QWidget *p
     ui->groupBoxRcvr->setTitle(ui->groupBoxRcvr->title() + digit);
     ui->lblChanRcvr->setText(ui->lblChanRcvr->text() + u' ' + digit);
     nameChildren(u"ch"_s + digit, digit);
+    m_confirmedFrequency = ui->doubleSpinBoxFREQ->minimum();
     ui->lblSlaved->hide();
     ui->lblPLYB->hide();
     ui->cboPLYB->hide();
@@ -102,7 +103,7 @@ void ReceiverPanel::fill()
     WidgetUpdate::index(ui->cboCAMP, m_channel->getCAMP());
     TapePlayback(m_channel->getPLYB());
     DisplayAntennaCF(m_channel->getACFE(), m_channel->getANCF());
-    ui->groupBoxRcvr->setTitle(m_channel->getNAME());
+    showName(ui->groupBoxRcvr, m_channel->getNAME());
 }
 
 void ReceiverPanel::connectControls()
@@ -111,8 +112,9 @@ void ReceiverPanel::connectControls()
         connect(box, &QComboBox::currentIndexChanged, this, handler);
     };
     connect(ui->doubleSpinBoxFREQ, &QDoubleSpinBox::textChanged, this, &ReceiverPanel::doubleSpinBoxFREQ_valueChanged);
-    connect(ui->doubleSpinBoxFREQ->findChild<QLineEdit *>(), &QLineEdit::textEdited, &focusReturn(),
-            &FocusReturn::start);
+    connect(ui->doubleSpinBoxFREQ, &QDoubleSpinBox::editingFinished, this,
+            [this] { ui->doubleSpinBoxFREQ->lineEdit()->setModified(false); });
+    connect(ui->doubleSpinBoxFREQ->lineEdit(), &QLineEdit::textEdited, &focusReturn(), &FocusReturn::start);
     onIndex(ui->cboIFBW, &ReceiverPanel::cboIFBW_currentIndexChanged);
     onIndex(ui->cboSLPA, &ReceiverPanel::cboSLPA_currentIndexChanged);
     onIndex(ui->cboSLPB, &ReceiverPanel::cboSLPB_currentIndexChanged);
@@ -150,7 +152,7 @@ void ReceiverPanel::showSetting(const QString &Cmd, const QString &Data)
         { Commands::PLYB, [](P &p, const QString &v) { p.TapePlayback(v); } },
         { Commands::ACFE, [](P &p, const QString &v) { p.DisplayAntennaCF(v, p.m_channel->getANCF()); } },
         { Commands::ANCF, [](P &p, const QString &v) { p.DisplayAntennaCF(p.m_channel->getACFE(), v); } },
-        { Commands::NAME, [](P &p, const QString &v) { p.ui->groupBoxRcvr->setTitle(v); } },
+        { Commands::NAME, [](P &p, const QString &v) { p.showName(p.ui->groupBoxRcvr, v); } },
     };
     if (const Show route = routes.value(Cmd))
         route(*this, Data);
@@ -160,14 +162,15 @@ void ReceiverPanel::restoreEntries()
 {
     const ControlGuard::Scope showing(guard());
     restoreFrequency();
+    ui->lineAntennaCF->setModified(false);
     DisplayAntennaCF(m_channel->getACFE(), m_channel->getANCF());
 }
 
 void ReceiverPanel::restoreFrequency()
 {
     const ControlGuard::Scope showing(guard());
-    QDoubleSpinBox *const box = ui->doubleSpinBoxFREQ;
-    box->setValue(NumberText::parse(m_channel->getFREQ()).value_or(box->minimum()));
+    ui->doubleSpinBoxFREQ->setValue(m_confirmedFrequency);
+    ui->doubleSpinBoxFREQ->lineEdit()->setModified(false);
 }
 
 void ReceiverPanel::showSlaved(bool slaved) { ui->lblSlaved->setVisible(slaved); }
@@ -183,7 +186,7 @@ void ReceiverPanel::doubleSpinBoxFREQ_valueChanged(const QString &text)
             return;
         }
         m_channel->setFREQ(text);
-        ui->doubleSpinBoxFREQ->findChild<QLineEdit *>()->deselect();
+        ui->doubleSpinBoxFREQ->lineEdit()->deselect();
     });
 }
 
@@ -332,9 +335,12 @@ void ReceiverPanel::chkboxACFE_released()
 void ReceiverPanel::showFrequency(const QString &FREQ)
 {
     const auto frequency = NumberText::parse(FREQ);
-    QDoubleSpinBox *const box = ui->doubleSpinBoxFREQ;
-    if (frequency && *frequency >= box->minimum() && *frequency <= box->maximum())
-        box->setValue(*frequency);
+    const DecimalSpinBox *const box = ui->doubleSpinBoxFREQ;
+    if (!frequency || *frequency < box->minimum() || *frequency > box->maximum())
+        return;
+    m_confirmedFrequency = *frequency;
+    if (!box->isHalfTyped())
+        restoreFrequency();
 }
 
 void ReceiverPanel::showManualOffset(const QString &AFCM)
@@ -416,6 +422,8 @@ void ReceiverPanel::TapePlayback(const QString &value)
     WidgetUpdate::index(ui->cboPLYB, value);
     if (!isOn(value) && !isOff(value))
         return;
+    if (isOn(value))
+        restoreFrequency(); // the box loses the focus, which would commit half an entry
     ui->doubleSpinBoxFREQ->setEnabled(isOff(value));
     for (QProgressBar *bar : { ui->progBarSSLV, ui->progBarAGCA, ui->progBarAGCB })
         bar->setVisible(isOff(value));
@@ -429,8 +437,10 @@ void ReceiverPanel::DisplayAntennaCF(const QString &ACFE, const QString &ANCF)
         if (isOff(m_channel->getAGCZ()))
             showSignalReference(ACFE);
     }
-    if (ui->lineAntennaCF->text() != ANCF)
-        ui->lineAntennaCF->setText(ANCF);
+    QLineEdit *const line = ui->lineAntennaCF;
+    const bool halfTyped = line->hasFocus() && line->isModified();
+    if (!halfTyped && line->text() != ANCF)
+        line->setText(ANCF);
 }
 
 // Display of status values

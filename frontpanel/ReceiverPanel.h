@@ -83,4 +83,5 @@ private:
 
     std::unique_ptr<Ui::ReceiverPanel> ui;
     RcvrChan *m_channel = nullptr;
+    double m_confirmedFrequency = 0; ///< MHz; the lowest of the box until the card has answered
 };

@@ -227,8 +227,9 @@ void ZIRVOFSMainWindow::updateSystemSetting(const QString &Cmd, const QString &D
 
 void ZIRVOFSMainWindow::showTitle(const QString &systemName)
 {
-    setWindowTitle(u"(SystemID: "_s + m_systemIdentifier + u") ZIRVO Local Display (SystemName: "_s + systemName +
-                   u')');
+    const QString title =
+        u"(SystemID: "_s + m_systemIdentifier + u") ZIRVO Local Display (SystemName: "_s + systemName + u')';
+    setWindowTitle(QString(title).replace("[*]"_L1, "[*][*]"_L1)); // Qt would take it for a mark of its own
 }
 
 void ZIRVOFSMainWindow::showPresetList(const QString &list)

@@ -38,7 +38,10 @@ LinkBench::LinkBench(int startupSeconds)
     , m_remoteEyeAndStatus(path(QStringLiteral("ttyUSB5")))
 {
     qputenv("ZIRVO_DEVICE_DIR", m_folder.path().toLocal8Bit());
-    qputenv("ZIRVO_STARTUP_SECONDS", QByteArray::number(startupSeconds));
+    if (startupSeconds < 0)
+        qunsetenv("ZIRVO_STARTUP_SECONDS");
+    else
+        qputenv("ZIRVO_STARTUP_SECONDS", QByteArray::number(startupSeconds));
     fillChassis();
 }
 

@@ -10,7 +10,7 @@
 class LinkBench
 {
 public:
-    /// @param startupSeconds countdown of the command link
+    /// @param startupSeconds countdown of the command link; less than 0 leaves the head's own
     explicit LinkBench(int startupSeconds = 0);
 
     FarEnd &command() { return m_command; }

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "channels/RcvrChan.h"
+#include "channels/UniversalChan.h"
+#include "link/SerialPortController.h"
+#include "support/LinkBench.h"
+#include "support/Wait.h"
+
+/// A command link, and at its far end a chassis of two receivers that answers from the first byte on.
+struct CommandLinkBench
+{
+    CommandLinkBench()
+        : far(bench.command())
+        , link(nullptr, SerialPortController::COMMAND_LINK, QStringLiteral("RACK-7"))
+    {
+        far.setAnswering(true);
+    }
+
+    void open() { link.StartEstablishCommTmr(20, nullptr); }
+    /// Goes through the whole start-up.
+    [[nodiscard]] bool start()
+    {
+        open();
+        return far.waitForFrame("U0:TRON:ON") && waitUntil([this] { return !link.txmtCmdQueue().inFlight(); });
+    }
+    void queue(Channel *owner, const QString &address, const QString &mnemonic, const QString &data,
+               StandardCommand::CommandType type)
+    {
+        link.AddCmdToTxmtCmdQueue(
+            new StandardCommand(owner, address, mnemonic, data, StandardCommand::Queued, type, 1000));
+    }
+    /// Waits until every message on its way is answered and processed, by a "U0:VERTSKB" query behind all of them.
+    [[nodiscard]] bool idle()
+    {
+        const QByteArray version = QByteArray::number(++m_version);
+        far.setValue("U0:VERTSKB", version);
+        queue(nullptr, QStringLiteral("U0"), QStringLiteral("VERTSKB"), {}, StandardCommand::Query);
+        return waitUntil([this, &version] { return system()->getVERTSKB() == QString::fromLatin1(version); });
+    }
+
+    [[nodiscard]] UniversalChan *system() const { return qobject_cast<UniversalChan *>(link.channels().value(0)); }
+    [[nodiscard]] RcvrChan *receiver(int position) const
+    {
+        return qobject_cast<RcvrChan *>(link.channels().value(position));
+    }
+
+    LinkBench bench;
+    FarEnd &far;
+    SerialPortController link;
+
+private:
+    int m_version = 0;
+};

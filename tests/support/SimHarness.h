@@ -1,0 +1,161 @@
+#pragma once
+
+#include <QDeadlineTimer>
+#include <QFile>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+/// Runs the chassis simulator as a user would and talks to it: bytes through its terminals, lines on its console.
+class SimHarness
+{
+public:
+    /// Starts in a fresh device folder, without boot time unless @p arguments say otherwise; opens the command link.
+    explicit SimHarness(const QStringList &arguments = {})
+    {
+        const QStringList always{ QStringLiteral("--device-dir"), path(), QStringLiteral("--boot-seconds=0") };
+        m_process.start(QStringLiteral(ZIRVO_BIN_DIR "/zirvo-chassis-sim"), always + arguments);
+        if (answerLine().startsWith("ready"))
+            open();
+    }
+    ~SimHarness()
+    {
+        end();
+        ::close(m_terminal);
+    }
+    Q_DISABLE_COPY_MOVE(SimHarness)
+
+    /// Ends the simulator if it still runs; its exit code, or -1 after a crash.
+    int end()
+    {
+        m_process.terminate();
+        m_process.waitForFinished();
+        return m_process.exitStatus() == QProcess::NormalExit ? m_process.exitCode() : -1;
+    }
+    [[nodiscard]] QString path(const QString &name = {}) const { return m_folder.filePath(name); }
+
+    /// One console line and the line that answers it.
+    QByteArray order(const QByteArray &line)
+    {
+        m_process.write(line + '\n');
+        return answerLine();
+    }
+    /// Opens a terminal, for itself alone like a serial port, and waits until the chassis has noticed.
+    bool open(const char *name = "ttyUSB0", const QByteArray &link = "command")
+    {
+        m_link = link;
+        const QByteArray file = QFile::encodeName(path(QString::fromLatin1(name)));
+        // A client that went away while it held the line for itself keeps others out for a moment.
+        for (const QDeadlineTimer deadline(3000); m_terminal < 0 && !deadline.hasExpired();)
+            m_terminal = ::open(file.constData(), O_RDWR | O_NOCTTY | O_NONBLOCK);
+        return ::ioctl(m_terminal, TIOCEXCL) == 0 && shows(true);
+    }
+    /// Closes the terminal and waits until the chassis has noticed.
+    bool close()
+    {
+        ::close(m_terminal);
+        m_terminal = -1;
+        m_bytes.clear();
+        return shows(false);
+    }
+    /// Whether poll() reports @p event on the terminal in time.
+    [[nodiscard]] bool sees(short event, int ms = 3000) const
+    {
+        pollfd state{ m_terminal, event, 0 };
+        return ::poll(&state, 1, ms) > 0 && (state.revents & event) != 0;
+    }
+
+    void write(const QByteArray &text) const
+    {
+        const QByteArray frame = '\x02' + text + '\x0d';
+        if (::write(m_terminal, frame.constData(), size_t(frame.size())) != frame.size())
+            qFatal("the terminal took no request");
+    }
+    /// Next bytes; empty after @p ms without any.
+    [[nodiscard]] QByteArray readBytes(int ms = 3000) const
+    {
+        QByteArray bytes(4096, '\0');
+        const auto count = sees(POLLIN, ms) ? ::read(m_terminal, bytes.data(), size_t(bytes.size())) : 0;
+        return bytes.first(qMax(count, 0));
+    }
+    /// Text of the next frame with ACK and NAK spelt out; "(nothing)" after @p ms without one.
+    QByteArray nextFrame(int ms = 3000)
+    {
+        static const QRegularExpression frame(QStringLiteral("\\x02([^\\r]*)\\r"));
+        QRegularExpressionMatch match;
+        while (!(match = frame.match(QString::fromLatin1(m_bytes))).hasMatch()) {
+            const QByteArray more = readBytes(ms);
+            if (more.isEmpty())
+                return "(nothing)";
+            m_bytes += more;
+        }
+        m_bytes.remove(0, match.capturedEnd());
+        return match.captured(1).toLatin1().replace('\x06', "ACK").replace('\x15', "NAK");
+    }
+    /// Frames up to and including the one that begins with @p last.
+    QByteArrayList framesUntil(const QByteArray &last)
+    {
+        QByteArrayList frames{ nextFrame() };
+        const QDeadlineTimer deadline(10'000);
+        while (!frames.last().startsWith(last) && frames.last() != "(nothing)" && !deadline.hasExpired())
+            frames += nextFrame();
+        return frames;
+    }
+    /// Everything that comes for a request, joined by blanks. The answer to a second, harmless query ends the wait.
+    QByteArray ask(const QByteArray &text)
+    {
+        write(text);
+        write("U0:VERTSKB");
+        const QByteArrayList frames = framesUntil("U0:VERTSKB:");
+        return frames.first(frames.size() - (frames.last() == "(nothing)" ? 0 : 1)).join(' ');
+    }
+    /// Goes through steps "request > answer" separated by ";" and gives the first that went otherwise. The answer is a
+    /// regular expression; one that begins with ":" repeats the request, one after ">>" may take repeated requests.
+    /// A request that begins with "$" is for the console.
+    QByteArray talk(const QByteArray &steps)
+    {
+        for (const QByteArray &step : steps.split(';')) {
+            const QByteArray said = step.left(step.indexOf('>')).trimmed();
+            const QByteArray wanted = step.mid(step.lastIndexOf('>') + 1).trimmed();
+            const QByteArray answer = (wanted.startsWith(':') ? said : QByteArray()) + wanted;
+            const QRegularExpression pattern(QRegularExpression::anchoredPattern(QString::fromLatin1(answer)));
+            const QDeadlineTimer deadline(step.contains(">>") ? 5000 : 0);
+            while (true) {
+                const QByteArray heard = said.startsWith('$') ? order(said.mid(1)) : ask(said);
+                if (pattern.match(QString::fromLatin1(heard)).hasMatch())
+                    break;
+                if (deadline.hasExpired())
+                    return step + " was " + heard;
+            }
+        }
+        return {};
+    }
+
+private:
+    QByteArray answerLine()
+    {
+        const QDeadlineTimer deadline(10'000);
+        while (!m_process.canReadLine() && !deadline.hasExpired() && m_process.state() != QProcess::NotRunning)
+            m_process.waitForReadyRead(100);
+        return m_process.readLine().trimmed();
+    }
+    /// Waits until the chassis shows a client at the terminal, or none any more.
+    bool shows(bool client)
+    {
+        const QDeadlineTimer deadline(10'000);
+        while (order("show").contains(m_link + "=open") != client && !deadline.hasExpired()) {
+        }
+        return !deadline.hasExpired();
+    }
+
+    QTemporaryDir m_folder;
+    QProcess m_process;
+    int m_terminal = -1;
+    QByteArray m_link;
+    QByteArray m_bytes;
+};

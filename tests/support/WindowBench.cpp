@@ -1,0 +1,130 @@
+#include "support/WindowBench.h"
+
+#include "channels/RcvrChan.h"
+#include "channels/UniversalChan.h"
+#include "support/Wait.h"
+
+#include <QApplication>
+#include <QTest>
+
+namespace {
+
+template <typename C>
+C *channel(const SerialPortController *link, int index)
+{
+    for (Channel *candidate : link->channels()) {
+        if (auto *const found = qobject_cast<C *>(candidate); found && index-- == 0)
+            return found;
+    }
+    return nullptr;
+}
+
+QList<QMessageBox *> visibleBoxes()
+{
+    QList<QMessageBox *> boxes;
+    for (QWidget *widget : QApplication::topLevelWidgets()) {
+        if (auto *const box = qobject_cast<QMessageBox *>(widget); box && box->isVisible())
+            boxes.append(box);
+    }
+    return boxes;
+}
+
+} // namespace
+
+WindowBench::WindowBench() : m_window(std::make_unique<ZIRVOFSMainWindow>())
+{
+    m_window->setSystemIdentifier(QStringLiteral("RACK-7"));
+}
+
+WindowBench::~WindowBench()
+{
+    if (m_window)
+        endWindow();
+    while (!m_orphans.isEmpty())
+        delete m_orphans.takeLast();
+}
+
+void WindowBench::endWindow()
+{
+    m_orphans = m_window->SerialPortControllers();
+    m_window.reset();
+}
+
+void WindowBench::start()
+{
+    m_window->show();
+    m_window->StartComms();
+    m_commandLink = m_window->SerialPortControllers().front();
+}
+
+bool WindowBench::goLive()
+{
+    chassis().setAnswering(true);
+    if (!m_commandLink)
+        start();
+    m_commandLink->EstablishCommTmr_Tick();
+    if (!chassis().waitForFrame("U0:TRON:ON"))
+        return false;
+    m_window->activateWindow();
+    return QTest::qWaitForWindowActive(m_window.get()) && sentBy([] {}).isEmpty();
+}
+
+FocusReturn &WindowBench::focusReturn() const { return *m_window->findChild<FocusReturn *>(); }
+
+UniversalChan *WindowBench::system() const { return channel<UniversalChan>(m_commandLink, 0); }
+
+RcvrChan *WindowBench::receiver(int index) const { return channel<RcvrChan>(m_commandLink, index); }
+
+QByteArrayList WindowBench::sentBy(const std::function<void()> &act)
+{
+    const auto mark = chassis().frames().size();
+    act();
+    QCoreApplication::processEvents(); // what waits in queued calls, or the marker would overtake it
+    const QString marker = QString::number(++m_marker);
+    system()->setTIME(marker);
+    if (!waitUntil([&] { return system()->getTIME() == marker; }, 10'000))
+        return { "(no marker)" };
+    QCoreApplication::processEvents();
+    QByteArrayList sent = chassis().framesSince(mark);
+    sent.removeOne("U0:TIME:" + marker.toLatin1());
+    return sent;
+}
+
+void WindowBench::report(const QByteArrayList &frames)
+{
+    for (const QByteArray &frame : frames)
+        chassis().sendFrame(frame);
+    const QString last = QString::number(++m_marker);
+    chassis().sendFrame("U0:LAGC:" + last.toLatin1());
+    if (!waitUntil([&] { return system()->getLAGC() == last; }))
+        qFatal("the reports did not arrive");
+    QCoreApplication::processEvents();
+}
+
+bool WindowBench::takeSteps(QList<Step> steps)
+{
+    const QDeadlineTimer deadline(10'000);
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, &timer, [&] {
+        if (deadline.hasExpired()) {
+            timer.stop();
+            for (QMessageBox *open : visibleBoxes())
+                open->done(QDialog::Rejected);
+        } else if (!steps.isEmpty() && steps.first().when()) {
+            steps.takeFirst().then();
+        }
+    });
+    timer.start(1);
+    return waitUntil([&] { return steps.isEmpty() || !timer.isActive(); }, 20'000) && steps.isEmpty();
+}
+
+QMessageBox *WindowBench::box(const QString &text)
+{
+    for (QMessageBox *open : visibleBoxes()) {
+        if (open->text() == text)
+            return open;
+    }
+    return nullptr;
+}
+
+qsizetype WindowBench::boxCount() { return visibleBoxes().size(); }

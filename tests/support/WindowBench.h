@@ -1,0 +1,74 @@
+#pragma once
+
+#include "frontpanel/ZIRVOFSMainWindow.h"
+#include "support/LinkBench.h"
+
+#include <QMessageBox>
+
+#include <functional>
+#include <memory>
+#include <utility>
+
+class FocusReturn;
+class RcvrChan;
+class UniversalChan;
+
+/// The main window on the bench, with a scripted chassis at the far end of its command link.
+class WindowBench
+{
+public:
+    WindowBench();
+    /// Ends window and links in the order of the program.
+    ~WindowBench();
+
+    [[nodiscard]] LinkBench &links() { return m_links; }
+    [[nodiscard]] FarEnd &chassis() { return m_links.command(); }
+    [[nodiscard]] ZIRVOFSMainWindow &window() { return *m_window; }
+    /// Ends the window alone; the links go on to the end of the bench.
+    void endWindow();
+    [[nodiscard]] SerialPortController *commandLink() const { return m_commandLink; }
+
+    /// Shows the window and opens the command link.
+    void start();
+    /// Goes through the whole start-up, from the opening of the command link if that is still to come; the panels are
+    /// filled and the window has the focus afterwards.
+    [[nodiscard]] bool goLive();
+
+    template <typename W>
+    [[nodiscard]] W &find(const QString &name) const
+    {
+        W *const found = m_window->findChild<W *>(name);
+        if (!found)
+            qFatal("no such widget: %s", qPrintable(name));
+        return *found;
+    }
+    [[nodiscard]] QAction &action(const QString &name) const { return find<QAction>(name); }
+    [[nodiscard]] FocusReturn &focusReturn() const;
+    [[nodiscard]] UniversalChan *system() const;
+    [[nodiscard]] RcvrChan *receiver(int index) const;
+
+    /// Frames that @p act makes the window send. A marker request made behind it ends the list; when this returns,
+    /// every one of them is answered or timed out, and the outcome is shown.
+    [[nodiscard]] QByteArrayList sentBy(const std::function<void()> &act);
+    /// The chassis reports unasked; shown when this returns.
+    void report(const QByteArrayList &frames);
+
+    struct Step
+    {
+        std::function<bool()> when;
+        std::function<void()> then;
+    };
+    /// Takes one step after another, each as soon as its condition holds, also while a modal box runs its own event
+    /// loop. If one never holds, the boxes are closed and the result is false.
+    [[nodiscard]] static bool takeSteps(QList<Step> steps);
+    /// The visible message box with this text; null if there is none.
+    [[nodiscard]] static QMessageBox *box(const QString &text);
+    [[nodiscard]] static qsizetype boxCount();
+
+private:
+    LinkBench m_links;
+    std::unique_ptr<ZIRVOFSMainWindow> m_window;
+    SerialPortController *m_commandLink = nullptr;
+    QList<SerialPortController *> m_orphans; ///< links of the window that has ended
+    int m_marker = 0;
+};
