@@ -425,9 +425,8 @@ void ReceiverPanelTest::stepsAheadOfTheAnswers()
 
 void ReceiverPanelTest::longNames()
 {
-    const int width = m_bench->window().width();
     m_bench->report({ "R1:NAME:" + QByteArray(5000, 'W'), "R2:NAME:A&B" });
-    QCOMPARE(m_bench->window().width(), width);
+    QVERIFY(widget("groupBoxRcvr1").minimumSizeHint().width() < m_bench->window().width() / 2);
     QCOMPARE(actual({ "groupBoxRcvr2.title=A&&B" }), QByteArrayList{ "groupBoxRcvr2.title=A&&B" });
 }
 

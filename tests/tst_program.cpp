@@ -1,0 +1,222 @@
+#include "support/LinkBench.h"
+#include "support/Wait.h"
+
+#include <QFile>
+#include <QProcess>
+#include <QTest>
+
+#include <csignal>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kStartMs = 20'000; // a program under the sanitizers on a busy machine
+const QString kFrontPanel = QStringLiteral(ZIRVO_BIN_DIR "/zirvo-frontpanel");
+
+/// A program started as a user starts it; killed if it is still there at the end.
+class Program : public QProcess
+{
+public:
+    Program(const QString &program, const QStringList &arguments)
+    {
+        setProcessChannelMode(ForwardedErrorChannel);
+        start(program, arguments);
+        if (!waitForStarted())
+            qFatal("this test needs %s", qPrintable(program));
+    }
+    ~Program() override
+    {
+        kill();
+        waitForFinished();
+    }
+
+    [[nodiscard]] bool ends(int exitCodeWanted)
+    {
+        return waitUntil([this] { return state() == NotRunning; }, kStartMs) && exitStatus() == NormalExit &&
+               exitCode() == exitCodeWanted;
+    }
+    [[nodiscard]] bool signal(int number) const { return ::kill(pid_t(processId()), number) == 0; }
+    /// The next line that the program writes; empty if none comes.
+    [[nodiscard]] QByteArray nextLine()
+    {
+        return waitUntil([this] { return canReadLine(); }, kStartMs) ? readLine().trimmed() : QByteArray();
+    }
+};
+
+/// A screen of its own for the programs started from now on, and an operator's keyboard to it.
+class Screen
+{
+public:
+    Screen() : m_server(u"Xvfb"_s, { u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s, u"1280x800x24"_s })
+    {
+        qputenv("DISPLAY", ':' + m_server.nextLine());
+        qputenv("QT_QPA_PLATFORM", "xcb");
+        // The libraries under a real screen leak; the offscreen runs show whether the program does. A sanitizer's
+        // verdict must not pass for the program's own exit code 1.
+        qputenv("ASAN_OPTIONS", "detect_leaks=0:exitcode=99");
+    }
+    ~Screen()
+    {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        qunsetenv("ASAN_OPTIONS");
+    }
+
+    [[nodiscard]] bool operate(const QStringList &arguments) { return Program(u"xdotool"_s, arguments).ends(0); }
+    /// Waits for the window with this in its title and gives it the keyboard.
+    [[nodiscard]] bool focus(const QString &title)
+    {
+        return operate(
+            { u"search"_s, u"--sync"_s, u"--onlyvisible"_s, u"--name"_s, title, u"windowfocus"_s, u"--sync"_s });
+    }
+
+private:
+    Program m_server;
+};
+
+/// Requests in the simulator's record of the command link so far, oldest first.
+QByteArrayList requests(const QString &record)
+{
+    QFile file(record);
+    QByteArrayList requests;
+    for (const QByteArray &line : file.open(QIODevice::ReadOnly) ? file.readAll().split('\n') : requests) {
+        static const QByteArray mark = " < command ";
+        if (line.contains(mark))
+            requests += line.mid(line.indexOf(mark) + mark.size());
+    }
+    return requests;
+}
+
+} // namespace
+
+/// The shipped program, started as a user starts it: its arguments, its end by signals, and the whole way from the
+/// keyboard to the chassis and back.
+class ProgramTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void withoutIdentifier();
+    void legacyBoard_data();
+    void legacyBoard();
+    void endsBySignal_data();
+    void endsBySignal();
+    void fromKeyToChassis();
+};
+
+void ProgramTest::withoutIdentifier()
+{
+    LinkBench bench;
+    Screen screen;
+    Program program(kFrontPanel, {});
+    QVERIFY(screen.focus(u"^Software Info$"_s));
+    QVERIFY(screen.operate({ u"key"_s, u"Return"_s }));
+    QVERIFY(program.ends(1));
+    QCOMPARE(bench.command().bytes(), QByteArray());
+}
+
+void ProgramTest::legacyBoard_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<bool>("legacy");
+    QTest::newRow("second argument") << QStringList{ u"RACK-7"_s, u"-legacyboard"_s } << true;
+    QTest::newRow("only argument") << QStringList{ u"-legacyboard"_s } << true;
+    QTest::newRow("other spelling") << QStringList{ u"RACK-7"_s, u"-LegacyBoard"_s } << false;
+}
+
+void ProgramTest::legacyBoard()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(bool, legacy);
+    LinkBench bench;
+    FarEnd legacyCommand(bench.path(u"ttyUSB3"_s));
+    FarEnd &used = legacy ? legacyCommand : bench.command();
+    used.setValue("U0:VER", "3.4");
+    used.setAnswering(true);
+    const Program program(kFrontPanel, arguments);
+    QVERIFY(used.waitForFrame("U0:SYSID:" + arguments.first().toLatin1(), kStartMs));
+    QCOMPARE((legacy ? bench.command() : legacyCommand).bytes(), QByteArray());
+}
+
+void ProgramTest::endsBySignal_data()
+{
+    QTest::addColumn<int>("signal");
+    QTest::addColumn<int>("startupSeconds");
+    QTest::addColumn<QByteArray>("moment");
+    for (const auto &[name, signal] : { std::pair("SIGTERM", SIGTERM), std::pair("SIGINT", SIGINT) }) {
+        QTest::addRow("%s during the countdown", name) << signal << 60 << QByteArray("U0:TRON:OFF");
+        QTest::addRow("%s while settings are read", name) << signal << 0 << QByteArray("R1:FLST");
+        QTest::addRow("%s when live", name) << signal << 0 << QByteArray("U0:TRON:ON");
+    }
+}
+
+void ProgramTest::endsBySignal()
+{
+    QFETCH(int, signal);
+    QFETCH(int, startupSeconds);
+    QFETCH(QByteArray, moment);
+    LinkBench bench(startupSeconds);
+    FarEnd &chassis = bench.command();
+    if (moment == "R1:FLST")
+        chassis.ignore(moment); // holds the program in the middle of its start-up
+    chassis.setAnswering(true);
+    Program program(kFrontPanel, { u"RACK-7"_s });
+    QVERIFY(chassis.waitForFrame(moment, kStartMs));
+    // A terminal and a script behind it may both pass one Ctrl+C on: the second must not cut the end short.
+    const QDeadlineTimer deadline(kStartMs);
+    do
+        QVERIFY(program.signal(signal));
+    while (signal == SIGINT && !program.waitForFinished(0) && !deadline.hasExpired());
+    QVERIFY2(program.ends(0), qPrintable(u"exit code %1"_s.arg(program.exitCode())));
+    QVERIFY(waitUntil([&] { return chassis.frames().count("U0:TRON:OFF") == 2; }));
+    QVERIFY(chassis.bytes().endsWith("\x02U0:TRON:OFF\x0D"));
+}
+
+void ProgramTest::fromKeyToChassis()
+{
+    const QTemporaryDir folder;
+    const QString record = folder.filePath(u"trace"_s);
+    Program chassis(QStringLiteral(ZIRVO_BIN_DIR "/zirvo-chassis-sim"),
+                    { u"--device-dir"_s, folder.path(), u"--boot-seconds"_s, u"0"_s, u"--trace"_s, record });
+    QVERIFY(chassis.nextLine().startsWith("ready"));
+    qputenv("ZIRVO_DEVICE_DIR", folder.path().toLocal8Bit());
+    qputenv("ZIRVO_STARTUP_SECONDS", "0");
+    Screen screen;
+    Program program(kFrontPanel, { u"RACK-7"_s });
+    QVERIFY(waitUntil([&] { return requests(record).contains("U0:TRON:ON"); }, kStartMs));
+    QVERIFY(screen.focus(u"SystemID: RACK-7"_s));
+
+    const auto order = [&](const QByteArray &command) {
+        chassis.write(command + '\n');
+        return chassis.nextLine();
+    };
+    // Tunes the first receiver; whether this frequency is asked for once and @p inForce holds afterwards. The focus
+    // goes back to the neutral place 3 s after the last key, so a try that came too late is made again from there.
+    const auto tune = [&](const QString &frequency, const QByteArray &inForce) {
+        const QByteArray request = "R1:FREQ:" + frequency.toLatin1();
+        const auto arrived = [&] { return requests(record).count(request) == 1; };
+        for (int attempt = 0; attempt < 4 && !arrived(); ++attempt) {
+            const QStringList way = attempt > 0 ? QStringList{ u"key"_s, u"Tab"_s } : QStringList();
+            if (!screen.operate(way + QStringList{ u"key"_s, u"ctrl+a"_s, u"type"_s, u"--args"_s, u"1"_s, frequency,
+                                                   u"key"_s, u"Return"_s }) ||
+                waitUntil(arrived, 4000))
+                break;
+        }
+        return arrived() && order("show").contains("R1:FREQ:" + inForce);
+    };
+    QVERIFY(screen.operate({ u"key"_s, u"Tab"_s }));
+    QVERIFY(tune(u"2261.5"_s, "2261.5"));
+    QVERIFY(order("refuse R1:FREQ 1").startsWith("ok"));
+    QVERIFY(tune(u"2262.5"_s, "2261.5"));
+    QVERIFY(tune(u"2263.5"_s, "2263.5"));
+    QCOMPARE(requests(record).count("R1:FREQ:2261.5"), 1); // what snapped back was shown, not sent
+    QVERIFY(order("power-cycle 0").startsWith("ok"));
+    QVERIFY(tune(u"2264.5"_s, "2264.5"));
+
+    QVERIFY(program.signal(SIGTERM));
+    QVERIFY(program.ends(0));
+    QVERIFY(waitUntil([&] { return requests(record).constLast() == "U0:TRON:OFF"; }));
+}
+
+QTEST_MAIN(ProgramTest)
+#include "tst_program.moc"
