@@ -16,5 +16,7 @@ public:
     [[nodiscard]] bool isHalfTyped() const;
 
 protected:
+    /// A menu that opens takes the focus for a while; that neither commits half an entry nor loses it.
+    void focusOutEvent(QFocusEvent *event) override;
     QValidator::State validate(QString &input, int &position) const override;
 };

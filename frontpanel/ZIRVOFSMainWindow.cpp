@@ -87,6 +87,14 @@ void ZIRVOFSMainWindow::connectMenus()
     onTriggered(ui->actionFrequencyDiversitySlaving, &ZIRVOFSMainWindow::FrequencyDiversitySlaving_triggered);
 }
 
+bool ZIRVOFSMainWindow::event(QEvent *event)
+{
+    // Without a window manager nobody hands the keyboard back when a box has closed.
+    if (event->type() == QEvent::WindowUnblocked)
+        activateWindow();
+    return QMainWindow::event(event);
+}
+
 void ZIRVOFSMainWindow::closeEvent(QCloseEvent *event)
 {
     m_focusReturn.tick(); // half an entry is not one

@@ -71,6 +71,7 @@ public Q_SLOTS:
     void ObtainedAllSettings();
 
 protected:
+    bool event(QEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
 
 private:

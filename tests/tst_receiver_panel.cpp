@@ -4,6 +4,7 @@
 
 #include <QComboBox>
 #include <QListView>
+#include <QMenuBar>
 #include <QRegularExpression>
 #include <QTest>
 #include <QWheelEvent>
@@ -383,6 +384,17 @@ void ReceiverPanelTest::halfTypedEntries()
     type(widget("doubleSpinBoxFREQch1"), u"2300"_s);
     QCOMPARE(m_bench->sentBy([this] { QTest::keyClick(&widget("doubleSpinBoxFREQch1"), Qt::Key_Tab); }),
              QByteArrayList{ "R1:FREQ:2300.0" });
+
+    // A menu only borrows the focus.
+    type(widget("doubleSpinBoxFREQch1"), u"2300"_s);
+    QMenuBar *const menus = m_bench->window().menuBar();
+    QCOMPARE(m_bench->sentBy([menus] {
+        QTest::mouseClick(menus, Qt::LeftButton, {}, menus->actionGeometry(menus->actions().constLast()).center());
+        QVERIFY(QApplication::activePopupWidget());
+        QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
+    }),
+             kNothing);
+    QCOMPARE(actual({ "doubleSpinBoxFREQch1.text=2300" }), QByteArrayList{ "doubleSpinBoxFREQch1.text=2300" });
 }
 
 void ReceiverPanelTest::reportsDuringEntry()
