@@ -89,7 +89,7 @@ void ZIRVOFSMainWindow::connectMenus()
 
 bool ZIRVOFSMainWindow::event(QEvent *event)
 {
-    // Without a window manager nobody hands the keyboard back when a box has closed.
+    // Without a window manager nobody hands the keyboard back when a modal box has closed.
     if (event->type() == QEvent::WindowUnblocked)
         activateWindow();
     return QMainWindow::event(event);
@@ -117,8 +117,10 @@ void ZIRVOFSMainWindow::StartComms()
 SerialPortController *ZIRVOFSMainWindow::openLink(SerialPortController::PORT_TYPE type)
 {
     const QString identifier = type == SerialPortController::COMMAND_LINK ? m_systemIdentifier : QString();
-    m_serialPortControllers.append(new SerialPortController(nullptr, type, identifier));
-    return m_serialPortControllers.back();
+    auto *const link = new SerialPortController(nullptr, type, identifier);
+    connect(link, &SerialPortController::OpenFailureAcknowledged, this, &QWidget::activateWindow);
+    m_serialPortControllers.append(link);
+    return link;
 }
 
 void ZIRVOFSMainWindow::ObtainedAllSettings()

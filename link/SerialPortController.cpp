@@ -186,6 +186,7 @@ void SerialPortController::openPort()
     m_openFailureBox = new QMessageBox;
     m_openFailureBox->setAttribute(Qt::WA_DeleteOnClose);
     m_openFailureBox->setText(text.arg(m_port.portName()));
+    connect(m_openFailureBox, &QDialog::finished, this, &SerialPortController::OpenFailureAcknowledged);
     m_openFailureBox->open();
 }
 

@@ -117,6 +117,8 @@ Q_SIGNALS:
     void TrnsmtRemoteCmd();
     void RcvdEyeConstData(EyeConstData *data);
     void TrnsmtRemoteEyeAndStatusCmd();
+    /// The operator has closed the box that told of a device that would not open.
+    void OpenFailureAcknowledged();
     /// The chassis has answered for the first time.
     void CommunicationEstablished();
     /// Every settings query of every channel was answered or has timed out; emitted once.
