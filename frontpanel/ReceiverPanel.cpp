@@ -22,8 +22,6 @@ constexpr double kFrequencyStep = 0.1;       // MHz
 constexpr double kFrequencyTolerance = 1e-6; // MHz; sums of tenths are not exact
 constexpr int kCarrierThreshold = 3;         // dB above the AGC zero
 
-const QString kGood = u"background-color: #24d620;"_s;
-const QString kBad = u"background-color: #f11029;"_s;
 const QString kStressLocked = u"background-color: rgb(229, 227, 225); color: #28c125;"_s;
 const QString kStressUnlocked = u"background-color: rgb(229, 227, 225); color: #f11029;"_s;
 const QString kManualOffset = u"background-color: rgb(229, 227, 225); color: #000000;"_s;
@@ -42,14 +40,6 @@ bool isAutomaticAfc(const QString &AFC)
 }
 
 bool isSameFrequency(double a, double b) { return std::abs(a - b) < kFrequencyTolerance; }
-
-/// A lamp tells its state three ways: by colour, by the word in its mark, and to a screen reader.
-void showLamp(QLabel *lamp, QLabel *mark, bool good, const QString &word)
-{
-    WidgetUpdate::style(lamp, good ? kGood : kBad);
-    WidgetUpdate::text(mark, word);
-    WidgetUpdate::description(lamp, word);
-}
 
 } // namespace
 
@@ -459,7 +449,7 @@ void ReceiverPanel::UpdateSYNL()
 {
     const QString locked = m_channel->getSYNL();
     if (isOn(locked) || isOff(locked))
-        showLamp(ui->lblSYNL, ui->lblSYNLmark, isOn(locked), isOn(locked) ? u"Lock"_s : u"Lost"_s);
+        WidgetUpdate::lamp(ui->lblSYNL, ui->lblSYNLmark, isOn(locked), isOn(locked) ? u"Lock"_s : u"Lost"_s);
 }
 
 void ReceiverPanel::UpdateMAFL()
@@ -491,7 +481,7 @@ void ReceiverPanel::UpdateSSLV()
     WidgetUpdate::format(ui->progBarSSLV, QString::number(decibels) + unit);
     if (isOn(zero)) {
         const bool present = decibels >= kCarrierThreshold;
-        showLamp(ui->lblCARR, ui->lblCARRmark, present, present ? u"Yes"_s : u"No"_s);
+        WidgetUpdate::lamp(ui->lblCARR, ui->lblCARRmark, present, present ? u"Yes"_s : u"No"_s);
     }
     WidgetUpdate::clampedValue(ui->progBarSSLV, decibels);
 }

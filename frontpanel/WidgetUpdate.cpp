@@ -65,6 +65,13 @@ void WidgetUpdate::onOff(QPushButton *button, const QString &data)
     style(button, on ? u"color:#28c125"_s : u"color:#000000"_s);
 }
 
+void WidgetUpdate::lamp(QLabel *lamp, QLabel *mark, bool good, const QString &word)
+{
+    style(lamp, good ? u"background-color: #24d620;"_s : u"background-color: #f11029;"_s);
+    text(mark, word);
+    description(lamp, word);
+}
+
 void WidgetUpdate::agcSlope(QProgressBar *bar, const QString &slope)
 {
     static constexpr std::array kFullScaleMillivolts{ 2500, 6000, 12000 };

@@ -24,6 +24,8 @@ void range(QProgressBar *bar, int minimum, int maximum);
 void index(QComboBox *box, const QString &data);
 /// Shows an on/off setting: "1" on, "0" off; any other text leaves the button as it is.
 void onOff(QPushButton *button, const QString &data);
+/// Shows a state on a lamp, three ways: by colour, by the word in the mark beside it, and to a screen reader.
+void lamp(QLabel *lamp, QLabel *mark, bool good, const QString &word);
 /// Scales an AGC bar to the slope of its output: "0" 50 dB/V, "1" 20 dB/V, "2" 10 dB/V.
 void agcSlope(QProgressBar *bar, const QString &slope);
 /// Shows an AGC level.

@@ -34,8 +34,10 @@ QList<RadioSignal> readScene(const QJsonArray &entries)
     return scene;
 }
 
-QString faultIn(const Family &family)
+QString faultIn(const QJsonObject &object, const Family &family)
 {
+    if (family.title.isEmpty() || !object[u"cards"].isArray())
+        return QStringLiteral("a family needs a title and a list of cards");
     for (auto receiver = family.receivers.cbegin(); receiver != family.receivers.cend(); ++receiver) {
         if (receiver.key() < 1 || receiver.key() > RadioScene::kPolarisations)
             return QStringLiteral("receivers are numbered 1 and 2");
@@ -74,7 +76,7 @@ std::optional<Family> Family::load(const QString &nameOrPath, QString &error)
     for (const QString &address : receivers.keys())
         family.receivers.insert(address.mid(1).toInt(), receivers.value(address).toObject());
     family.scene = readScene(object[u"scene"].toArray());
-    error = parseError.error != QJsonParseError::NoError ? parseError.errorString() : faultIn(family);
+    error = parseError.error != QJsonParseError::NoError ? parseError.errorString() : faultIn(object, family);
     if (error.isEmpty())
         return family;
     error = QStringLiteral("family %1: %2").arg(nameOrPath, error);
