@@ -151,7 +151,10 @@ void ReceiverPanel::showSetting(const QString &Cmd, const QString &Data)
 void ReceiverPanel::restoreEntries()
 {
     const ControlGuard::Scope showing(guard());
-    restoreFrequency();
+    if (m_channel->isSetPending(Commands::FREQ))
+        ui->doubleSpinBoxFREQ->setValue(ui->doubleSpinBoxFREQ->value()); // drops what is typed, not the step asked for
+    else
+        restoreFrequency();
     ui->lineAntennaCF->setModified(false);
     DisplayAntennaCF(m_channel->getACFE(), m_channel->getANCF());
 }

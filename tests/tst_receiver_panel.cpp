@@ -426,6 +426,7 @@ void ReceiverPanelTest::stepsAheadOfTheAnswers()
     for (int step = 0; step < 3; ++step)
         operate("doubleSpinBoxFREQch1", "Up");
     for (const char *sent : { "R1:FREQ:2250.6", "R1:FREQ:2250.7", "R1:FREQ:2250.8" }) {
+        m_bench->window().RemoveControlFocusTmr_Tick();
         QVERIFY(m_bench->chassis().waitForFrame(sent));
         QCOMPARE(actual({ "doubleSpinBoxFREQch1.text=2250.8" }), QByteArrayList{ "doubleSpinBoxFREQch1.text=2250.8" });
         m_bench->chassis().ack();
