@@ -19,10 +19,11 @@ enum class Kind {
 
 enum Flag {
     NoFlags = 0x0,
-    Queried = 0x1,    ///< asked for at start-up
-    Settable = 0x2,   ///< has a setter
-    ToSlaves = 0x4,   ///< its setter copies the command to slaved channels
-    NoPrevious = 0x8, ///< the value before the last change is not kept
+    Queried = 0x1,     ///< asked for at start-up
+    Settable = 0x2,    ///< has a setter
+    ToSlaves = 0x4,    ///< its setter copies the command to slaved channels
+    NoPrevious = 0x8,  ///< the value before the last change is not kept
+    AlwaysSent = 0x10, ///< its setter sends the value already held as well
 };
 Q_DECLARE_FLAGS(Flags, Flag)
 Q_DECLARE_OPERATORS_FOR_FLAGS(Flags)
@@ -33,6 +34,7 @@ struct Row
     Kind kind;
     Flags flags;
     QLatin1StringView initial = QLatin1StringView("Unknown");
+    QLatin1StringView initialPrevious = initial;
 };
 
 using Table = std::span<const Row>;
@@ -67,13 +69,15 @@ consteval int settableAt(Table table, QLatin1StringView name)
     return row;
 }
 
-/// Whether names are unique, every row that goes to slaves can be set, and the base's NAME and SLAVE are there.
+/// Whether names are unique, every row that goes to slaves or is always sent can be set, and the base's NAME and SLAVE
+/// are there.
 consteval bool isWellFormed(Table table)
 {
     for (std::size_t row = 0; row < table.size(); ++row) {
         if (find(table, table[row].name) != static_cast<int>(row))
             return false;
-        if (table[row].flags.testFlag(ToSlaves) && !table[row].flags.testFlag(Settable))
+        const Flags flags = table[row].flags;
+        if ((flags.testFlag(ToSlaves) || flags.testFlag(AlwaysSent)) && !flags.testFlag(Settable))
             return false;
     }
     return find(table, QLatin1StringView("NAME")) >= 0 && find(table, QLatin1StringView("SLAVE")) >= 0;

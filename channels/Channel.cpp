@@ -16,7 +16,7 @@ Channel::Channel(QObject *parent, QLatin1StringView chanType, const QString &cha
 {
     m_values.reserve(static_cast<qsizetype>(catalogue.size()));
     for (const Catalogue::Row &row : catalogue)
-        m_values.append({ row.initial, row.initial });
+        m_values.append({ row.initial, row.initialPrevious });
 }
 
 QString Channel::previousValue(QLatin1StringView mnemonic) const
@@ -36,16 +36,26 @@ void Channel::SetSlaveChanList(const SerialPortController *link, const QString &
 
 void Channel::RequestSettings()
 {
-    for (const Catalogue::Row &row : m_catalogue) {
-        if (row.flags.testFlag(Catalogue::Queried))
-            sendQuery(row.name);
+    for (std::size_t row = 0; row < m_catalogue.size(); ++row) {
+        if (m_catalogue[row].flags.testFlag(Catalogue::Queried))
+            sendQuery(static_cast<int>(row));
     }
 }
 
-void Channel::sendQuery(QLatin1StringView mnemonic)
+void Channel::sendQuery(int row)
 {
-    m_link->AddCmdToTxmtCmdQueue(new StandardCommand(this, m_address, mnemonic, {}, StandardCommand::Queued,
-                                                     StandardCommand::Query, StandardCommand::kTimeOutMs));
+    const Request request = queryOf(row);
+    if (!request.mnemonic.isEmpty())
+        m_link->AddCmdToTxmtCmdQueue(new StandardCommand(this, request.address, request.mnemonic, request.data,
+                                                         StandardCommand::Queued, StandardCommand::Query,
+                                                         StandardCommand::kTimeOutMs));
+}
+
+Channel::Request Channel::queryOf(int row) const { return { m_address, m_catalogue[std::size_t(row)].name, {} }; }
+
+Channel::Request Channel::setOf(int row, const QString &value) const
+{
+    return { m_address, m_catalogue[std::size_t(row)].name, value };
 }
 
 int Channel::rowOf(const QString &mnemonic) const
@@ -57,42 +67,39 @@ int Channel::rowOf(const QString &mnemonic) const
 
 void Channel::submit(int row, const QString &value)
 {
-    if (value == valueOf(row))
+    const Catalogue::Flags flags = m_catalogue[std::size_t(row)].flags;
+    if (!flags.testFlag(Catalogue::AlwaysSent) && normalized(row, value) == valueOf(row))
         return;
-    const StandardCommand &command = queueSet(row, value);
-    if (m_catalogue[std::size_t(row)].flags.testFlag(Catalogue::ToSlaves))
+    const Request request = setOf(row, value);
+    if (request.mnemonic.isEmpty())
+        return;
+    const StandardCommand &command = sendSet(row, request);
+    if (flags.testFlag(Catalogue::ToSlaves))
         SlavingHandler(command);
 }
 
-const StandardCommand &Channel::queueSet(int row, const QString &value)
+const StandardCommand &Channel::sendSet(int row, const Request &request)
 {
     auto *const command =
-        new StandardCommand(ownerOfSets(), m_address, m_catalogue[std::size_t(row)].name, value,
-                            StandardCommand::Queued, StandardCommand::Set, StandardCommand::kTimeOutMs);
-    ++m_values[row].pendingSets;
+        new StandardCommand(ownerOfSets(), request.address, request.mnemonic, request.data, StandardCommand::Queued,
+                            StandardCommand::Set, StandardCommand::kTimeOutMs);
+    m_pendingSets.insert(command, row);
     m_link->AddCmdToTxmtCmdQueue(command);
     return *command;
 }
 
-void Channel::setFinished(const StandardCommand &command)
-{
-    const int row = rowOf(command.mnemonic());
-    if (row >= 0 && command.address() == m_address && m_values[row].pendingSets > 0)
-        --m_values[row].pendingSets;
-}
-
 bool Channel::isSetPending(const QString &mnemonic) const
 {
-    const int row = rowOf(mnemonic);
-    return row >= 0 && m_values[row].pendingSets > 0;
+    const auto isOfMnemonic = [this, &mnemonic](int row) { return mnemonic == m_catalogue[std::size_t(row)].name; };
+    return std::any_of(m_pendingSets.begin(), m_pendingSets.end(), isOfMnemonic);
 }
 
 void Channel::SlavingHandler(const StandardCommand &command)
 {
     if (!isSlaving())
         return;
-    for (Channel *slave : std::as_const(m_slaveChannels))
-        slave->queueSet(slave->rowOf(command.mnemonic()), command.data());
+    for (Channel *slave : std::as_const(m_slaveChannels)) // of the same class, so with the same rows
+        slave->sendSet(m_pendingSets.value(&command), { slave->address(), command.mnemonic(), command.data() });
 }
 
 void Channel::ProcessCmd(const StandardCommand &command)
@@ -109,7 +116,7 @@ void Channel::ProcessCmd(const StandardCommand &command)
         CheckForSupportedCmd(command.responseAddress(), command.responseMnemonic(), command.responseData(), status,
                              type);
     if (isSetFinished) {
-        setFinished(command);
+        m_pendingSets.remove(&command);
         CheckForSupportedCmd(command.address(), command.mnemonic(), command.data(), status, type);
     }
 }
@@ -117,40 +124,45 @@ void Channel::ProcessCmd(const StandardCommand &command)
 void Channel::CheckForSupportedCmd(const QString &address, const QString &mnemonic, const QString &data,
                                    StandardCommand::CommandStatus status, StandardCommand::CommandType type)
 {
-    const int row = rowOf(mnemonic);
-    if (row < 0)
-        return;
     const bool refused =
         type == StandardCommand::Set && (status == StandardCommand::Failed || status == StandardCommand::TimedOut);
-    processReport(row, address, data, refused);
+    const Report report{ address, mnemonic, data, refused };
+    if (const int row = rowOf(mnemonic); row >= 0)
+        processReport(row, report);
+    else
+        processUnknown(report);
 }
 
-void Channel::processReport(int row, const QString &address, const QString &data, bool refused)
+void Channel::processReport(int row, const Report &report)
 {
-    const Catalogue::Row &known = m_catalogue[std::size_t(row)];
-    switch (known.kind) {
+    switch (m_catalogue[std::size_t(row)].kind) {
     case Catalogue::Kind::Status:
-        if (!refused)
-            store(row, data);
+        if (!report.refused)
+            store(row, report.data);
         break;
     case Catalogue::Kind::Setting:
     case Catalogue::Kind::Silent:
-        if (!refused && data != valueOf(row)) {
-            store(row, data);
-            settingStored(row);
-        }
-        if (known.kind == Catalogue::Kind::Setting)
-            Q_EMIT SettingChanged(address, known.name, valueOf(row));
+        applySetting(row, report);
         break;
     case Catalogue::Kind::Event:
-        if (!refused)
-            Q_EMIT SettingChanged(address, known.name, data);
+        if (!report.refused)
+            Q_EMIT SettingChanged(report.address, report.mnemonic, report.data);
         break;
     case Catalogue::Kind::Special:
-        if (!refused)
-            processSpecial(row, data);
+        processSpecial(row, report);
         break;
     }
+}
+
+void Channel::applySetting(int row, const Report &report)
+{
+    const QString value = normalized(row, report.data);
+    if (!report.refused && value != valueOf(row)) {
+        store(row, value);
+        settingStored(row);
+    }
+    if (m_catalogue[std::size_t(row)].kind != Catalogue::Kind::Silent)
+        Q_EMIT SettingChanged(report.address, report.mnemonic, valueOf(row));
 }
 
 void Channel::store(int row, const QString &value)
@@ -161,10 +173,18 @@ void Channel::store(int row, const QString &value)
     held.current = value;
 }
 
-void Channel::processSpecial(int row, const QString &data)
+QString Channel::normalized(int row, const QString &value) const
 {
     Q_UNUSED(row)
-    Q_UNUSED(data)
+    return value;
 }
+
+void Channel::processSpecial(int row, const Report &report)
+{
+    Q_UNUSED(row)
+    Q_UNUSED(report)
+}
+
+void Channel::processUnknown(const Report &report) { Q_UNUSED(report) }
 
 void Channel::settingStored(int row) { Q_UNUSED(row) }

@@ -3,6 +3,7 @@
 #include "channels/Catalogue.h"
 #include "link/StandardCommand.h"
 
+#include <QHash>
 #include <QList>
 #include <QObject>
 #include <QString>
@@ -68,20 +69,52 @@ protected:
     Channel(QObject *parent, QLatin1StringView chanType, const QString &channel, SerialPortController *link,
             Catalogue::Table catalogue);
 
+    /// What is written for one catalogue row.
+    struct Request
+    {
+        QString address;
+        QString mnemonic;
+        QString data;
+    };
+    /// One message about a row: a report of the card, or the end of a set of ours.
+    struct Report
+    {
+        QString address;
+        QString mnemonic;
+        QString data;
+        bool refused = false; ///< the set was rejected or not answered
+    };
+
     [[nodiscard]] SerialPortController *link() const { return m_link; }
+    /// Takes status values and eye blocks for the remote client; null until it is opened.
+    [[nodiscard]] SerialPortController *remoteEyeAndStatusLink() const { return m_remoteEyeAndStatusLink; }
     [[nodiscard]] const QString &valueOf(int row) const { return m_values[row].current; }
 
-    /// Asks the card for a new value; the value already held sends nothing.
+    /// Asks the card for a new value; the value already held sends nothing, unless the row says otherwise.
     void submit(int row, const QString &value);
     /// Puts @p value into the cache, the one before into the previous value.
     void store(int row, const QString &value);
-    void sendQuery(QLatin1StringView mnemonic);
+    void sendQuery(int row);
+    /// Sends a set of @p row; until it ends, isSetPending() tells of it.
+    const StandardCommand &sendSet(int row, const Request &request);
+    /// Stores a setting that differs, unless it was refused, and reports the value in force under the mnemonic of
+    /// @p report.
+    void applySetting(int row, const Report &report);
 
-    /// Applies one report by the kind of its catalogue row; a mnemonic without a row is ignored.
-    virtual void CheckForSupportedCmd(const QString &address, const QString &mnemonic, const QString &data,
-                                      StandardCommand::CommandStatus status, StandardCommand::CommandType type);
+    /// The question that reads a row; one without mnemonic is not asked.
+    [[nodiscard]] virtual Request queryOf(int row) const;
+    /// The command that asks the card for a new value of a row; one without mnemonic is not sent.
+    [[nodiscard]] virtual Request setOf(int row, const QString &value) const;
+    /// The text that a value is stored and compared as.
+    [[nodiscard]] virtual QString normalized(int row, const QString &value) const;
+
+    /// Applies one report by the kind of its catalogue row.
+    void CheckForSupportedCmd(const QString &address, const QString &mnemonic, const QString &data,
+                              StandardCommand::CommandStatus status, StandardCommand::CommandType type);
     /// A report for a row of the kind Special.
-    virtual void processSpecial(int row, const QString &data);
+    virtual void processSpecial(int row, const Report &report);
+    /// A report whose mnemonic the catalogue does not hold.
+    virtual void processUnknown(const Report &report);
     /// A setting has just taken a new value.
     virtual void settingStored(int row);
     /// Whether set commands are copied to the slave channels at present.
@@ -94,14 +127,10 @@ private:
     {
         QString current;
         QString previous;
-        int pendingSets = 0;
     };
 
     [[nodiscard]] int rowOf(const QString &mnemonic) const;
-    const StandardCommand &queueSet(int row, const QString &value);
-    void setFinished(const StandardCommand &command);
-
-    void processReport(int row, const QString &address, const QString &data, bool refused);
+    void processReport(int row, const Report &report);
 
     SerialPortController *m_link;
     const QString m_channel;
@@ -109,7 +138,8 @@ private:
     const Catalogue::Table m_catalogue;
     const int m_nameRow;
     const int m_slaveRow;
-    QList<Value> m_values; ///< one a catalogue row
+    QList<Value> m_values;                             ///< one a catalogue row
+    QHash<const StandardCommand *, int> m_pendingSets; ///< rows of the sets that are queued or unanswered
     QList<Channel *> m_slaveChannels;
     SerialPortController *m_remoteLink = nullptr;
     SerialPortController *m_remoteEyeAndStatusLink = nullptr;

@@ -9,12 +9,14 @@ UniversalChan::UniversalChan(QObject *parent, const QString &number, SerialPortC
 {
 }
 
-void UniversalChan::processSpecial(int row, const QString &data)
+void UniversalChan::processSpecial(int row, const Report &report)
 {
+    if (report.refused)
+        return;
     if (row == at(Commands::CLST))
-        processCardList(data);
+        processCardList(report.data);
     else if (row == at(Commands::TLST))
-        processTmoipList(data);
+        processTmoipList(report.data);
 }
 
 void UniversalChan::processCardList(const QString &cardList)

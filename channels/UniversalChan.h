@@ -79,7 +79,7 @@ public:
     void setSystemIdentifier(const QString &identifier) { m_systemIdentifier = identifier; }
 
 protected:
-    void processSpecial(int row, const QString &data) override;
+    void processSpecial(int row, const Report &report) override;
     /// Answers on the system address find this channel by that address.
     [[nodiscard]] Channel *ownerOfSets() override { return nullptr; }
 

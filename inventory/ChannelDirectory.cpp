@@ -1,7 +1,10 @@
 #include "inventory/ChannelDirectory.h"
 
+#include "channels/CmbrChan.h"
+#include "channels/DmdChan.h"
 #include "channels/RcvrChan.h"
 
+#include <algorithm>
 #include <array>
 
 using namespace Qt::StringLiterals;
@@ -17,7 +20,11 @@ struct Route
 
 const auto &routes()
 {
-    static const std::array table{ Route{ RcvrChan::ChanType, 2, &RcvrChan::staticMetaObject } };
+    static const std::array table{
+        Route{ RcvrChan::ChanType, 2, &RcvrChan::staticMetaObject },
+        Route{ CmbrChan::ChanType, 1, &CmbrChan::staticMetaObject },
+        Route{ DmdChan::ChanType, 3, &DmdChan::staticMetaObject },
+    };
     return table;
 }
 
@@ -44,4 +51,11 @@ Channel *ChannelDirectory::at(const QString &address) const
         }
     }
     return nullptr;
+}
+
+Channel *ChannelDirectory::withAddress(const QString &address) const
+{
+    const auto channel = std::find_if(m_channels.begin(), m_channels.end(),
+                                      [&address](const Channel *c) { return c->address() == address; });
+    return channel != m_channels.end() ? *channel : nullptr;
 }

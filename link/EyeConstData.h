@@ -1,10 +1,14 @@
 #pragma once
 
 #include <QByteArray>
+#include <QByteArrayView>
 #include <QMetaType>
 #include <QString>
 
-/// One block of the eye/constellation link, as cut by the reader.
+/// One block of the eye/constellation link, decoded from its frame.
+///
+/// An eye or constellation block holds 1024 bytes: 256 samples of two signed 16-bit numbers, most significant byte
+/// first, in units of 2^-15. A serial-data block holds 5 bytes as received.
 class EyeConstData
 {
 public:
@@ -13,13 +17,23 @@ public:
 
     EyeConstData() = default;
 
-    /// @param frame the content of the frame, hexadecimal text behind a short head
-    explicit EyeConstData(const QByteArray &frame) : m_text(QString::fromLatin1(frame)) {}
+    /// @param frame the content of the frame; one of another length gives a block without bytes
+    explicit EyeConstData(const QByteArray &frame);
 
+    /// The payload's hexadecimal digits in upper case; the whole frame if its length is none of the two.
     [[nodiscard]] const QString &text() const { return m_text; }
+    [[nodiscard]] const QByteArray &bytes() const { return m_bytes; }
+    /// The demodulator's number, one character; empty if the frame is too short to hold it.
+    [[nodiscard]] const QString &channel() const { return m_channel; }
 
 private:
     QString m_text;
+    QByteArray m_bytes;
+    QString m_channel;
 };
+
+/// Bytes that pairs of hexadecimal digits of either case stand for, high digit first. Any other character counts as its
+/// distance from "0" or, from "A" on, from the "A" that is ten, so it gives some number and no error.
+[[nodiscard]] QByteArray decodeHexPairs(QByteArrayView digits);
 
 Q_DECLARE_METATYPE(EyeConstData)

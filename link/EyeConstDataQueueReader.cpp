@@ -1,5 +1,24 @@
 #include "link/EyeConstDataQueueReader.h"
 
+#include "channels/DmdChan.h"
 #include "link/EyeConstData.h"
+#include "link/SerialPortController.h"
 
-void EyeConstDataQueueReader::CheckEyeConstDataQueue(EyeConstData *data) { delete data; }
+#include <memory>
+
+EyeConstDataQueueReader::EyeConstDataQueueReader(QObject *parent, SerialPortController *controller)
+    : QObject(parent)
+    , m_controller(controller)
+{
+}
+
+void EyeConstDataQueueReader::SetChanLists() { m_directory.assign(m_controller->channels()); }
+
+void EyeConstDataQueueReader::CheckEyeConstDataQueue(EyeConstData *data)
+{
+    const std::unique_ptr<const EyeConstData> block(data);
+    if (m_controller->isEnding())
+        return;
+    if (auto *const demodulator = qobject_cast<DmdChan *>(m_directory.at(DmdChan::ChanType + block->channel())))
+        demodulator->ProcessEyeConstData(*block);
+}

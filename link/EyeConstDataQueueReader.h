@@ -1,18 +1,28 @@
 #pragma once
 
+#include "inventory/ChannelDirectory.h"
+
 #include <QObject>
 
 class EyeConstData;
+class SerialPortController;
 
-/// Receive dispatcher of the eye/constellation link. No demodulator takes blocks yet: they are deleted.
+/// Receive dispatcher of the eye/constellation link: hands each block to the demodulator that it belongs to.
 class EyeConstDataQueueReader : public QObject
 {
     Q_OBJECT
 
 public:
-    using QObject::QObject;
+    EyeConstDataQueueReader(QObject *parent, SerialPortController *controller);
+
+    /// Takes over the link's channels.
+    void SetChanLists();
 
 public Q_SLOTS:
-    /// Takes ownership of @p data.
+    /// Takes ownership of @p data. A block for a demodulator that the chassis does not have is dropped.
     void CheckEyeConstDataQueue(EyeConstData *data);
+
+private:
+    SerialPortController *m_controller;
+    ChannelDirectory m_directory;
 };

@@ -30,6 +30,8 @@ public:
         Forwarded = 5, ///< a value passed on from the chassis
     };
 
+    static constexpr int kPushTimeOutMs = 1; ///< how long the next message waits behind one that nobody answers
+
     RemoteCommand() = default;
 
     /// A message of address, mnemonic and data.

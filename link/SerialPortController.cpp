@@ -33,6 +33,8 @@ constexpr int kSpectralStartupSeconds = 2;
 constexpr int kVersionRetrySeconds = 2; ///< ticks between two rounds of version queries, less one
 constexpr int kCardListRetryMs = 3000;
 constexpr qint64 kEyeReadBufferSize = 4096;
+constexpr qint64 kWriteBacklog = 16 * 1024; ///< bytes; a port that holds more is not read at the far end
+constexpr std::size_t kQueueBacklog = 256;  ///< messages
 
 QByteArray reportsOffRequest()
 {
@@ -152,12 +154,13 @@ void SerialPortController::createEyeConstWorkers()
     // The signal's header only declares the class, so a queued connection finds the pointer's type by name alone.
     qRegisterMetaType<EyeConstData *>("EyeConstData*");
     auto reader = std::make_unique<SerialPortReader>(nullptr, this, &m_port);
-    auto dispatcher = std::make_unique<EyeConstDataQueueReader>(nullptr);
+    auto dispatcher = std::make_unique<EyeConstDataQueueReader>(nullptr, this);
 
     connect(this, &SerialPortController::RcvdEyeConstData, dispatcher.get(),
             &EyeConstDataQueueReader::CheckEyeConstDataQueue, Qt::QueuedConnection);
     connect(&m_port, &QSerialPort::readyRead, reader.get(), &SerialPortReader::ReadPort);
 
+    m_eyeConstDataQueueReader = dispatcher.get();
     m_reader = std::move(reader);
     m_receiveWorker = std::move(dispatcher);
 }
@@ -206,6 +209,11 @@ void SerialPortController::AddCmdToTxmtRemoteEyeAndStatusCmdQueue(RemoteCommand 
 {
     m_txmtRemoteEyeAndStatusCmdQueue.append(command);
     EmitTrnsmtRemoteEyeAndStatusCmd();
+}
+
+bool SerialPortController::isBehind() const
+{
+    return m_port.bytesToWrite() > kWriteBacklog || m_txmtRemoteEyeAndStatusCmdQueue.waitingCount() > kQueueBacklog;
 }
 
 void SerialPortController::WriteToPort(int timeOutMs, const QByteArray &bytes)
@@ -370,6 +378,8 @@ void SerialPortController::GenerateChannelList(SerialPortController *source)
         else if (m_portType == REMOTE_EYE_AND_STATUS_LINK)
             channel->setSPCRemoteEyeAndStatus(this);
     }
+    if (m_eyeConstDataQueueReader)
+        m_eyeConstDataQueueReader->SetChanLists();
 }
 
 void SerialPortController::addChannel(std::unique_ptr<Channel> channel)

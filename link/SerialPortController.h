@@ -17,6 +17,7 @@
 class Card;
 class Channel;
 class EyeConstData;
+class EyeConstDataQueueReader;
 class QLabel;
 class QMessageBox;
 class RcvdCmdQueueReader;
@@ -66,6 +67,9 @@ public:
     {
         return m_txmtRemoteEyeAndStatusCmdQueue;
     }
+
+    /// Whether the far end takes what is pushed to it more slowly than it comes.
+    [[nodiscard]] bool isBehind() const;
 
     /// Writes the request that stops the chassis' reports and waits until it has left, at most @p timeOutMs.
     /// For the end of the program, when no event loop is left to write it.
@@ -179,5 +183,6 @@ private:
     std::unique_ptr<QObject> m_transmitWorker;
     std::unique_ptr<QObject> m_receiveWorker;           ///< none on the remote eye-and-status link, which only sends
     RcvdCmdQueueReader *m_rcvdCmdQueueReader = nullptr; ///< the receive worker of a standard link
+    EyeConstDataQueueReader *m_eyeConstDataQueueReader = nullptr; ///< the receive worker of the eye link
     bool m_ending = false;
 };

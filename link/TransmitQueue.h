@@ -40,6 +40,8 @@ public:
     [[nodiscard]] Message *inFlight() const { return m_inFlight; }
     [[nodiscard]] bool isAwaitingAnswer() const { return m_inFlight && m_inFlight->status() == Message::Sent; }
 
+    [[nodiscard]] std::size_t waitingCount() const { return m_waiting.size(); }
+
     /// The message in flight is finished: the next one may go.
     void setReadyToSend() { m_readyToSend = true; }
 

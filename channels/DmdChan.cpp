@@ -1,0 +1,257 @@
+#include "channels/DmdChan.h"
+
+#include "channels/UniversalChan.h"
+#include "link/EyeConstData.h"
+#include "link/SerialPortController.h"
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr uint kDqmBits = 0x30;
+constexpr uint kEqualizerBit = 0x4000;
+constexpr qsizetype kNumberSize = 2;
+constexpr int kValueSize = 4;
+
+QString hexDigits(uint value) { return u"%1"_s.arg(value & 0xffff, kValueSize, 16, QChar(u'0')); }
+
+/// Bandwidths in MHz with their unit, from numbers in Hz.
+QStringList bandwidthNames(const QString &hertz)
+{
+    constexpr double kHertzPerMegahertz = 1'000'000;
+    QStringList names;
+    for (const QString &part : hertz.split(u','))
+        names.append(QString::number(part.toDouble() / kHertzPerMegahertz, 'g', 6) + " MHz"_L1);
+    return names;
+}
+
+/// Name of a mode from its entry in the card's list, "code NAME"; some names have two words.
+QString modeName(const QString &entry)
+{
+    const QStringList words = entry.split(u' ');
+    if (words.size() == 1)
+        return entry;
+    const QString &name = words[1];
+    if (name == "TRELLIS"_L1 || name == "MULTI-H"_L1)
+        return name + u' ' + words.value(2);
+    return name;
+}
+
+} // namespace
+
+DmdChan::DmdChan(QObject *parent, const QString &channel, SerialPortController *link, bool directDqmCommands)
+    : Channel(parent, ChanType, channel, link, kCatalogue)
+    , m_directDqmCommands(directDqmCommands)
+    , m_ifFilters{ u"Auto"_s, u"0"_s, u"1"_s, u"2"_s, u"3"_s }
+{
+    m_registers.fill(u"Unknown"_s);
+}
+
+bool DmdChan::isSlaving() const { return getSLAVE() == "1"_L1 || getSLAVE() == "2"_L1; }
+
+/// Mnemonic on the system address that chooses this channel's data source; empty if the system knows none for it.
+QString DmdChan::dataSourceMnemonic() const
+{
+    const QString mnemonic = "SDM"_L1 + getChannel();
+    const bool isKnown = mnemonic == Commands::SDM1 || mnemonic == Commands::SDM2 || mnemonic == Commands::SDM3;
+    return isKnown ? mnemonic : QString();
+}
+
+// Requests
+
+Channel::Request DmdChan::queryOf(int row) const
+{
+    if (row == at(Commands::DSRC))
+        return { UniversalChan::Address, dataSourceMnemonic(), {} };
+    if (const auto index = registerOfRow(row); index >= 0)
+        return { address(), Commands::RDRG, kRegisters[std::size_t(index)].number };
+    const bool isDirectOnly = row == at(Commands::DQMON) || row == at(Commands::DQMFS) || row == at(Commands::DEQE);
+    if (isDirectOnly && !m_directDqmCommands)
+        return {};
+    return Channel::queryOf(row);
+}
+
+Channel::Request DmdChan::setOf(int row, const QString &value) const
+{
+    if (row == at(Commands::DSRC))
+        return { UniversalChan::Address, dataSourceMnemonic(), value };
+    const auto index = registerOfRow(row);
+    if (index < 0)
+        return Channel::setOf(row, value);
+    const Register &reg = kRegisters[std::size_t(index)];
+    if (m_directDqmCommands && !reg.directMnemonic.isEmpty())
+        return { address(), reg.directMnemonic, value };
+    return { address(), Commands::CDRG, reg.number + registerTextFor(index, value) };
+}
+
+QString DmdChan::normalized(int row, const QString &value) const
+{
+    if (row == at(Commands::TMID))
+        return QString::number(value.toDouble() + 0.0, 'f', 2); // turns -0 into 0
+    return value;
+}
+
+// Answers and reports
+
+void DmdChan::processSpecial(int row, const Report &report)
+{
+    if (row == at(Commands::RDRG) || row == at(Commands::CDRG))
+        processRegister(report);
+    else if (row == at(Commands::DQMON) || row == at(Commands::DQMFS) || row == at(Commands::DEQE))
+        processDirect(report);
+    else if (report.mnemonic == dataSourceMnemonic())
+        applySetting(at(Commands::DSRC), report);
+}
+
+/// An older card's own command for what the others hold in a register.
+void DmdChan::processDirect(const Report &report)
+{
+    for (const Register &reg : kRegisters) {
+        if (report.mnemonic == reg.directMnemonic)
+            applySetting(reg.row,
+                         { report.address, kCatalogue[std::size_t(reg.row)].name, report.data, report.refused });
+    }
+}
+
+void DmdChan::processUnknown(const Report &report)
+{
+    if (!report.refused && !report.data.isEmpty())
+        m_unknownValues.insert(report.mnemonic, report.data);
+}
+
+void DmdChan::settingStored(int row)
+{
+    if (row == at(Commands::DMLS)) {
+        SetUpDemodModesList(getDMLS());
+    } else if (row == at(Commands::IFFL)) {
+        m_ifFilters = QStringList(u"Auto"_s) + bandwidthNames(getIFFL());
+    } else if (row == at(Commands::VFFL)) {
+        m_videoFilters = bandwidthNames(getVFFL());
+    } else if (row == at(Commands::VFLS)) {
+        m_videoFilterBandwidths = getVFLS().split(u',');
+    } else if (row == at(Commands::DDCF)) {
+        sendQuery(at(Commands::IFFL)); // the filters follow the new frequency
+        sendQuery(at(Commands::VFFL));
+    }
+}
+
+void DmdChan::SetUpDemodModesList(const QString &modes)
+{
+    m_demodModes.clear();
+    for (const QString &entry : modes.split(u','))
+        m_demodModes.append(modeName(entry));
+}
+
+// Registers
+
+qsizetype DmdChan::registerOfRow(int row)
+{
+    const auto reg =
+        std::find_if(kRegisters.begin(), kRegisters.end(), [row](const Register &r) { return r.row == row; });
+    return reg != kRegisters.end() ? reg - kRegisters.begin() : -1;
+}
+
+qsizetype DmdChan::registerNumbered(QStringView number)
+{
+    const auto reg = std::find_if(kRegisters.begin(), kRegisters.end(), [number](const Register &r) {
+        return number.compare(r.number, Qt::CaseInsensitive) == 0;
+    });
+    return reg != kRegisters.end() ? reg - kRegisters.begin() : -1;
+}
+
+/// Whether replies about the register tell its setting. What an older card has a query of its own for, they do not,
+/// the equalizer aside.
+bool DmdChan::isRead(qsizetype index) const
+{
+    if (index < 0)
+        return false;
+    const Register &reg = kRegisters[std::size_t(index)];
+    return !m_directDqmCommands || reg.directMnemonic.isEmpty() || reg.form == RegisterForm::Enable;
+}
+
+QString DmdChan::settingIn(const Register &reg, const QString &raw)
+{
+    const uint value = raw.toUInt(nullptr, 16);
+    switch (reg.form) {
+    case RegisterForm::DqmBits:
+        return (value & kDqmBits) == kDqmBits ? u"1"_s : u"0"_s;
+    case RegisterForm::Enable:
+        return value != 0 ? u"1"_s : u"0"_s;
+    case RegisterForm::Digits:
+        return raw;
+    case RegisterForm::Decimal:
+        return QString::number(value);
+    }
+    Q_UNREACHABLE();
+}
+
+/// Register text that holds @p setting and leaves the register's other bits alone.
+QString DmdChan::registerTextFor(qsizetype index, const QString &setting) const
+{
+    const uint held = m_registers[std::size_t(index)].toUInt(nullptr, 16);
+    const bool on = setting == "1"_L1;
+    switch (kRegisters[std::size_t(index)].form) {
+    case RegisterForm::DqmBits:
+        return hexDigits(on ? held | kDqmBits : held & ~kDqmBits);
+    case RegisterForm::Enable:
+        return hexDigits(on ? held | kEqualizerBit : 0); // any bit enables it
+    case RegisterForm::Digits:
+    case RegisterForm::Decimal:
+        return setting;
+    }
+    Q_UNREACHABLE();
+}
+
+void DmdChan::processRegister(const Report &report)
+{
+    const auto index = registerNumbered(QStringView(report.data).left(kNumberSize));
+    if (!isRead(index)) {
+        applySetting(at(Commands::RDRG), { report.address, Commands::RDRG, report.data, report.refused });
+        return;
+    }
+    const Register &reg = kRegisters[std::size_t(index)];
+    const QString own = kCatalogue[std::size_t(reg.row)].name;
+    bool changed = false;
+    if (!report.refused) {
+        QString &raw = m_registers[std::size_t(index)];
+        raw = report.data.mid(kNumberSize, kValueSize);
+        const QString setting = settingIn(reg, raw);
+        changed = setting != valueOf(reg.row);
+        if (changed)
+            store(reg.row, setting);
+    }
+    // The end of a write is told under the setting's own name, changed or not: whoever asked for it waits for that.
+    if (changed || report.mnemonic == Commands::CDRG)
+        Q_EMIT SettingChanged(report.address, own, valueOf(reg.row));
+    else
+        Q_EMIT SettingChanged(report.address, Commands::RDRG,
+                              reg.form == RegisterForm::Enable ? valueOf(reg.row) : report.data);
+}
+
+QString DmdChan::getDREG(const QString &number) const
+{
+    const auto index = registerNumbered(number);
+    return index >= 0 ? m_registers[std::size_t(index)] : valueOf(at(Commands::RDRG));
+}
+
+void DmdChan::setDREG(const QString &number, const QString &value)
+{
+    const auto index = registerNumbered(number);
+    if (index >= 0 && value != m_registers[std::size_t(index)])
+        sendSet(kRegisters[std::size_t(index)].row, { address(), Commands::CDRG, number + value });
+}
+
+void DmdChan::setDREG(const QString &text) { sendSet(at(Commands::RDRG), { address(), Commands::CDRG, text }); }
+
+// Eye link
+
+void DmdChan::ProcessEyeConstData(const EyeConstData &data)
+{
+    m_lastEyeBlock = data.bytes();
+    SerialPortController *const client = remoteEyeAndStatusLink();
+    if (client && !client->isBehind()) // a client that is slow misses blocks, not the order of what it gets
+        client->AddCmdToTxmtRemoteEyeAndStatusCmdQueue(new RemoteCommand(
+            this, address(), u"EYEP"_s, data.text(), RemoteCommand::kPushTimeOutMs, RemoteCommand::Forwarded, true));
+}
