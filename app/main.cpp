@@ -1,5 +1,5 @@
 #include "app/UnixSignals.h"
-#include "frontpanel/Style.h"
+#include "controls/Style.h"
 #include "frontpanel/ZIRVOFSMainWindow.h"
 #include "link/SerialPortController.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "frontpanel/ControlGuard.h"
-#include "frontpanel/FocusReturn.h"
+#include "controls/ControlGuard.h"
+#include "controls/FocusReturn.h"
 
 #include <QWidget>
 

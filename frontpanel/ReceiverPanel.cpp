@@ -1,9 +1,9 @@
 #include "frontpanel/ReceiverPanel.h"
 
 #include "channels/RcvrChan.h"
-#include "frontpanel/NumberText.h"
-#include "frontpanel/WheelGuard.h"
-#include "frontpanel/WidgetUpdate.h"
+#include "controls/NumberText.h"
+#include "controls/WheelGuard.h"
+#include "controls/WidgetUpdate.h"
 #include "ui_ReceiverPanel.h"
 
 #include <QHash>

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "dialogs/WaitBox.h"
-#include "frontpanel/ControlGuard.h"
-#include "frontpanel/FocusReturn.h"
+#include "controls/ControlGuard.h"
+#include "controls/FocusReturn.h"
 #include "inventory/ChannelDirectory.h"
 #include "link/SerialPortController.h"
 

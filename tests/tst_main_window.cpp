@@ -2,7 +2,7 @@
 #include "support/WindowBench.h"
 
 #include "channels/UniversalChan.h"
-#include "frontpanel/FocusReturn.h"
+#include "controls/FocusReturn.h"
 
 #include <QAction>
 #include <QApplication>

@@ -1,6 +1,6 @@
 #include "support/WindowBench.h"
 
-#include "frontpanel/FocusReturn.h"
+#include "controls/FocusReturn.h"
 
 #include <QComboBox>
 #include <QListView>

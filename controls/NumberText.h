@@ -16,6 +16,17 @@ namespace NumberText {
 /// Up to six significant digits, without trailing zeros.
 [[nodiscard]] QString significant(double value);
 
+/// Fixed decimals without trailing zeros: "10.5", "3".
+[[nodiscard]] QString trimmed(double value, int decimals);
+
+/// A rate as the operator reads it: 10500000 is "10.5M", 1234 is "1.234K"; below 1000, or not a whole number, the text
+/// as it is.
+[[nodiscard]] QString scaled(const QString &wholeNumber);
+
+/// A rate as the operator types it: "M" or "m" behind the number multiplies it by a million, "K" or "k" by a thousand.
+/// A text without a number is 0.
+[[nodiscard]] double parseScaled(const QString &text);
+
 /// The nearest whole number, bounded to what an int holds.
 [[nodiscard]] int rounded(double value);
 

@@ -1,4 +1,4 @@
-#include "frontpanel/DecimalSpinBox.h"
+#include "controls/DecimalSpinBox.h"
 
 #include <QFocusEvent>
 #include <QLineEdit>

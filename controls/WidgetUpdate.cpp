@@ -1,6 +1,6 @@
-#include "frontpanel/WidgetUpdate.h"
+#include "controls/WidgetUpdate.h"
 
-#include "frontpanel/NumberText.h"
+#include "controls/NumberText.h"
 
 #include <QComboBox>
 #include <QLabel>

@@ -15,7 +15,12 @@ class FocusReturn : public QObject
 public:
     static constexpr int kDelayMs = 3000;
 
-    explicit FocusReturn(QObject *parent);
+    enum class Repeat {
+        Once,         ///< after one return there is none until the next touch
+        UntilStopped, ///< every 3 s again, as long as nothing stops it
+    };
+
+    explicit FocusReturn(QObject *parent, Repeat repeat = Repeat::Once);
 
     /// The widget that holds the focus while no control does; not owned.
     void setHolder(QWidget *holder) { m_holder = holder; }

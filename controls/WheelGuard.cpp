@@ -1,4 +1,4 @@
-#include "frontpanel/WheelGuard.h"
+#include "controls/WheelGuard.h"
 
 #include <QAbstractSlider>
 #include <QAbstractSpinBox>

@@ -1,4 +1,4 @@
-#include "frontpanel/Style.h"
+#include "controls/Style.h"
 
 #include <QApplication>
 #include <QFile>

@@ -1,10 +1,10 @@
-#include "frontpanel/FocusReturn.h"
+#include "controls/FocusReturn.h"
 
 #include <QWidget>
 
-FocusReturn::FocusReturn(QObject *parent) : QObject(parent)
+FocusReturn::FocusReturn(QObject *parent, Repeat repeat) : QObject(parent)
 {
-    m_timer.setSingleShot(true);
+    m_timer.setSingleShot(repeat == Repeat::Once);
     m_timer.setInterval(kDelayMs);
     connect(&m_timer, &QTimer::timeout, this, &FocusReturn::timeOut, Qt::QueuedConnection);
 }
@@ -17,7 +17,7 @@ void FocusReturn::giveBack()
 
 void FocusReturn::timeOut()
 {
-    if (!m_timer.isActive()) // started again meanwhile, for a newer touch
+    if (!m_timer.isSingleShot() || !m_timer.isActive()) // else started again meanwhile, for a newer touch
         tick();
 }
 

@@ -1,0 +1,71 @@
+#include "controls/NumberText.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <utility>
+
+namespace {
+
+constexpr int kThousand = 1000;
+constexpr int kMillion = 1000 * 1000;
+
+} // namespace
+
+std::optional<double> NumberText::parse(const QString &text)
+{
+    bool isNumber = false;
+    const double value = text.toDouble(&isNumber);
+    if (!isNumber || !std::isfinite(value))
+        return std::nullopt;
+    return value;
+}
+
+std::optional<int> NumberText::parseWhole(const QString &text)
+{
+    bool isNumber = false;
+    const int value = text.toInt(&isNumber);
+    if (!isNumber)
+        return std::nullopt;
+    return value;
+}
+
+QString NumberText::significant(double value)
+{
+    return QString::number(value + 0.0, 'g', 6); // turns -0 into 0
+}
+
+QString NumberText::trimmed(double value, int decimals)
+{
+    QString text = QString::number(value, 'f', decimals);
+    while (text.contains(u'.') && (text.endsWith(u'0') || text.endsWith(u'.')))
+        text.chop(1);
+    return text;
+}
+
+QString NumberText::scaled(const QString &wholeNumber)
+{
+    const int number = wholeNumber.toInt(); // 0, and so the text itself, for anything else
+    if (number >= kMillion)
+        return trimmed(number / double(kMillion), 6) + u'M';
+    if (number >= kThousand)
+        return trimmed(number / double(kThousand), 3) + u'K';
+    return wholeNumber;
+}
+
+double NumberText::parseScaled(const QString &text)
+{
+    for (const auto &[unit, factor] : { std::pair(u'M', kMillion), std::pair(u'm', kMillion),
+                                        std::pair(u'K', kThousand), std::pair(u'k', kThousand) }) {
+        if (const auto end = text.indexOf(unit); end >= 0)
+            return text.first(end).toDouble() * factor;
+    }
+    return text.toDouble();
+}
+
+int NumberText::rounded(double value)
+{
+    constexpr double kLowest = std::numeric_limits<int>::min();
+    constexpr double kHighest = std::numeric_limits<int>::max();
+    return static_cast<int>(std::round(std::clamp(value, kLowest, kHighest)));
+}
