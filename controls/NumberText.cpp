@@ -53,8 +53,9 @@ QString NumberText::scaled(const QString &wholeNumber)
     return wholeNumber;
 }
 
-double NumberText::parseScaled(const QString &text)
+double NumberText::parseScaled(const QString &typed)
 {
+    const QString text = QString(typed).replace(u',', u'.');
     for (const auto &[unit, factor] : { std::pair(u'M', kMillion), std::pair(u'm', kMillion),
                                         std::pair(u'K', kThousand), std::pair(u'k', kThousand) }) {
         if (const auto end = text.indexOf(unit); end >= 0)

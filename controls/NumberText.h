@@ -24,8 +24,8 @@ namespace NumberText {
 [[nodiscard]] QString scaled(const QString &wholeNumber);
 
 /// A rate as the operator types it: "M" or "m" behind the number multiplies it by a million, "K" or "k" by a thousand.
-/// A text without a number is 0.
-[[nodiscard]] double parseScaled(const QString &text);
+/// A comma counts as the decimal point. A text without a number is 0.
+[[nodiscard]] double parseScaled(const QString &typed);
 
 /// The nearest whole number, bounded to what an int holds.
 [[nodiscard]] int rounded(double value);

@@ -72,6 +72,14 @@ void WidgetUpdate::lamp(QLabel *lamp, QLabel *mark, bool good, const QString &wo
     description(lamp, word);
 }
 
+void WidgetUpdate::lockLamp(QLabel *lampLabel, QLabel *mark, const QString &data)
+{
+    if (data == "1"_L1)
+        lamp(lampLabel, mark, true, u"Lock"_s);
+    else if (data == "0"_L1)
+        lamp(lampLabel, mark, false, u"Lost"_s);
+}
+
 void WidgetUpdate::agcSlope(QProgressBar *bar, const QString &slope)
 {
     static constexpr std::array kFullScaleMillivolts{ 2500, 6000, 12000 };

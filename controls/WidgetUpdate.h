@@ -26,6 +26,8 @@ void index(QComboBox *box, const QString &data);
 void onOff(QPushButton *button, const QString &data);
 /// Shows a state on a lamp, three ways: by colour, by the word in the mark beside it, and to a screen reader.
 void lamp(QLabel *lamp, QLabel *mark, bool good, const QString &word);
+/// Shows a lock on a lamp: "1" locked, "0" lost; any other text leaves the lamp as it is.
+void lockLamp(QLabel *lamp, QLabel *mark, const QString &data);
 /// Scales an AGC bar to the slope of its output: "0" 50 dB/V, "1" 20 dB/V, "2" 10 dB/V.
 void agcSlope(QProgressBar *bar, const QString &slope);
 /// Shows an AGC level.

@@ -11,7 +11,6 @@
 namespace {
 
 constexpr int kRoomyHeight = 560;       // pixels
-constexpr int kBesideName = 180;        // pixels that the labels in a panel's head need
 constexpr qsizetype kLongestName = 200; // characters; more is cut before it is measured
 
 } // namespace
@@ -64,8 +63,9 @@ void ChannelPanel::setRoomy(bool roomy)
     }
 }
 
-void ChannelPanel::showName(QGroupBox *box, const QString &name)
+void ChannelPanel::showName(QGroupBox *box, const QString &name, int besideName)
 {
+    m_besideName = besideName;
     m_nameBox = box;
     m_name = name.left(kLongestName);
     box->setToolTip(m_name);
@@ -77,6 +77,6 @@ void ChannelPanel::elideName()
     if (!m_nameBox)
         return;
     // A group box is at least as wide as its title, so a long one would push the window beyond the screen.
-    const QString title = m_nameBox->fontMetrics().elidedText(m_name, Qt::ElideRight, width() - kBesideName);
+    const QString title = m_nameBox->fontMetrics().elidedText(m_name, Qt::ElideRight, width() - m_besideName);
     m_nameBox->setTitle(QString(title).replace(u'&', QLatin1StringView("&&"))); // a name holds no accelerator
 }

@@ -34,9 +34,9 @@ public:
     /// Shows the channel's status values; about once a second.
     virtual void updateDynamicParams() = 0;
     /// Puts the confirmed values back into fields that the operator left half-typed.
-    virtual void restoreEntries() = 0;
+    virtual void restoreEntries() {}
     /// Shows or hides the mark of a slaved channel.
-    virtual void showSlaved(bool slaved) = 0;
+    virtual void showSlaved(bool slaved) { Q_UNUSED(slaved) }
 
 protected:
     ChannelPanel(const PanelContext &context, QWidget *parent);
@@ -46,7 +46,8 @@ protected:
     /// Gives every child its documented name: @p suffix for all, the bare @p number for group boxes.
     void nameChildren(const QString &suffix, const QString &number);
     /// Shows the channel's name as the panel's title: never wider than there is room for, whole in the tool tip.
-    void showName(QGroupBox *box, const QString &name);
+    /// @param besideName pixels that the other things in the panel's head need
+    void showName(QGroupBox *box, const QString &name, int besideName = 180);
     virtual void showSetting(const QString &Cmd, const QString &Data) = 0;
     void resizeEvent(QResizeEvent *event) override;
 
@@ -64,6 +65,20 @@ protected:
         action();
     }
 
+    /// Sends the position that the operator chose in a combo box.
+    template <typename C>
+    void chooseIndex(C *channel, void (C::*set)(const QString &), int index)
+    {
+        onOperatorChange([channel, set, index] { (channel->*set)(QString::number(index)); });
+    }
+
+    /// Sends a box that the operator has checked or unchecked.
+    template <typename C>
+    void chooseChecked(C *channel, void (C::*set)(const QString &), bool checked)
+    {
+        onOperatorChange([channel, set, checked] { (channel->*set)(QString::number(checked ? 1 : 0)); });
+    }
+
 private:
     void setRoomy(bool roomy);
     void elideName();
@@ -72,5 +87,6 @@ private:
     const Channel *m_channel = nullptr;
     QGroupBox *m_nameBox = nullptr;
     QString m_name;
+    int m_besideName = 0; ///< pixels
     bool m_roomy = false; ///< laid out large, since the window has few panels to show
 };

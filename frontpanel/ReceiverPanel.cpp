@@ -223,10 +223,7 @@ void ReceiverPanel::refuseFrequency(double frequency)
     restoreFrequency();
 }
 
-void ReceiverPanel::cboIFBW_currentIndexChanged(int index)
-{
-    onOperatorChange([this, index] { m_channel->setIFBW(QString::number(index)); });
-}
+void ReceiverPanel::cboIFBW_currentIndexChanged(int index) { chooseIndex(m_channel, &RcvrChan::setIFBW, index); }
 
 void ReceiverPanel::btnAGCF_clicked()
 {
@@ -260,20 +257,11 @@ void ReceiverPanel::cboSLPB_currentIndexChanged(int index)
     });
 }
 
-void ReceiverPanel::cboPOLA_currentIndexChanged(int index)
-{
-    onOperatorChange([this, index] { m_channel->setPOLA(QString::number(index)); });
-}
+void ReceiverPanel::cboPOLA_currentIndexChanged(int index) { chooseIndex(m_channel, &RcvrChan::setPOLA, index); }
 
-void ReceiverPanel::cboPOLB_currentIndexChanged(int index)
-{
-    onOperatorChange([this, index] { m_channel->setPOLB(QString::number(index)); });
-}
+void ReceiverPanel::cboPOLB_currentIndexChanged(int index) { chooseIndex(m_channel, &RcvrChan::setPOLB, index); }
 
-void ReceiverPanel::cboAGCT_currentIndexChanged(int index)
-{
-    onOperatorChange([this, index] { m_channel->setAGCT(QString::number(index)); });
-}
+void ReceiverPanel::cboAGCT_currentIndexChanged(int index) { chooseIndex(m_channel, &RcvrChan::setAGCT, index); }
 
 void ReceiverPanel::cboAFC_currentIndexChanged(int index)
 {
@@ -292,15 +280,9 @@ void ReceiverPanel::sldrAFCM_valueChanged(int value)
         m_channel->setAFCM(offset);
 }
 
-void ReceiverPanel::cboCAMP_currentIndexChanged(int index)
-{
-    onOperatorChange([this, index] { m_channel->setCAMP(QString::number(index)); });
-}
+void ReceiverPanel::cboCAMP_currentIndexChanged(int index) { chooseIndex(m_channel, &RcvrChan::setCAMP, index); }
 
-void ReceiverPanel::cboPLYB_currentIndexChanged(int index)
-{
-    onOperatorChange([this, index] { m_channel->setPLYB(QString::number(index)); });
-}
+void ReceiverPanel::cboPLYB_currentIndexChanged(int index) { chooseIndex(m_channel, &RcvrChan::setPLYB, index); }
 
 void ReceiverPanel::lineANCF_returnPressed()
 {
@@ -420,6 +402,7 @@ void ReceiverPanel::TapePlayback(const QString &value)
     ui->doubleSpinBoxFREQ->setEnabled(isOff(value));
     for (QProgressBar *bar : { ui->progBarSSLV, ui->progBarAGCA, ui->progBarAGCB })
         bar->setVisible(isOff(value));
+    Q_EMIT playbackShown(isOn(value));
 }
 
 void ReceiverPanel::DisplayAntennaCF(const QString &ACFE, const QString &ANCF)
@@ -448,12 +431,7 @@ void ReceiverPanel::updateDynamicParams()
     UpdateAGCB();
 }
 
-void ReceiverPanel::UpdateSYNL()
-{
-    const QString locked = m_channel->getSYNL();
-    if (isOn(locked) || isOff(locked))
-        WidgetUpdate::lamp(ui->lblSYNL, ui->lblSYNLmark, isOn(locked), isOn(locked) ? u"Lock"_s : u"Lost"_s);
-}
+void ReceiverPanel::UpdateSYNL() { WidgetUpdate::lockLamp(ui->lblSYNL, ui->lblSYNLmark, m_channel->getSYNL()); }
 
 void ReceiverPanel::UpdateMAFL()
 {

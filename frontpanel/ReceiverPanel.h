@@ -31,6 +31,10 @@ public:
     void restoreEntries() override;
     void showSlaved(bool slaved) override;
 
+Q_SIGNALS:
+    /// The panel now shows whether the receiver plays back a tape.
+    void playbackShown(bool playing);
+
 private Q_SLOTS:
     void doubleSpinBoxFREQ_valueChanged(const QString &text);
     void cboIFBW_currentIndexChanged(int index);

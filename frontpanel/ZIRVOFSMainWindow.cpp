@@ -1,8 +1,14 @@
 #include "frontpanel/ZIRVOFSMainWindow.h"
 
+#include "channels/CmbrChan.h"
+#include "channels/DmdChan.h"
 #include "channels/RcvrChan.h"
 #include "channels/UniversalChan.h"
+#include "frontpanel/CombinerPanel.h"
+#include "frontpanel/DemodulatorPanel.h"
 #include "frontpanel/ReceiverPanel.h"
+#include "inventory/Card.h"
+#include "inventory/CardFamilies.h"
 #include "link/SerialPortController.h"
 #include "ui_MainWindow.h"
 
@@ -22,12 +28,17 @@ constexpr int kStartupTickMs = 1000;
 constexpr int kStatusTickMs = 333;
 constexpr int kFinalWriteMs = 1000;
 
+constexpr int kDemodulatorPanels = 3;
+
 struct PanelPlace
 {
     int row;
     int column;
 };
+// Signal flow as a grid: the combiner between the receivers, the demodulators below.
 constexpr PanelPlace kReceiverPlaces[kReceiverPanels] = { { 0, 0 }, { 0, 2 } };
+constexpr PanelPlace kCombinerPlace = { 0, 1 };
+constexpr PanelPlace kDemodulatorPlaces[kDemodulatorPanels] = { { 1, 0 }, { 1, 1 }, { 1, 2 } };
 
 } // namespace
 
@@ -64,11 +75,19 @@ ZIRVOFSMainWindow::~ZIRVOFSMainWindow()
 void ZIRVOFSMainWindow::createPanels()
 {
     const PanelContext context{ m_guard, m_focusReturn };
+    const auto place = [this](ChannelPanel *panel, DynamicParamsPhase kind, const PanelPlace &where) {
+        ui->panelGrid->addWidget(panel, where.row, where.column);
+        m_panels[kind].append(panel);
+    };
     for (int i = 0; i < kReceiverPanels; ++i) {
-        auto *const panel = new ReceiverPanel(i + 1, context, ui->panelPage);
-        ui->panelGrid->addWidget(panel, kReceiverPlaces[i].row, kReceiverPlaces[i].column);
-        m_receiverPanels.append(panel);
-        m_panels[Receivers].append(panel);
+        m_receiverPanels.append(new ReceiverPanel(i + 1, context, ui->panelPage));
+        place(m_receiverPanels.back(), Receivers, kReceiverPlaces[i]);
+    }
+    m_combinerPanels.append(new CombinerPanel(1, context, ui->panelPage));
+    place(m_combinerPanels.back(), Combiners, kCombinerPlace);
+    for (int i = 0; i < kDemodulatorPanels; ++i) {
+        m_demodulatorPanels.append(new DemodulatorPanel(i + 1, context, ui->panelPage));
+        place(m_demodulatorPanels.back(), Demodulators, kDemodulatorPlaces[i]);
     }
     m_focusReturn.setHolder(m_receiverPanels.front()->neutralFocusHolder());
 }
@@ -127,7 +146,7 @@ void ZIRVOFSMainWindow::ObtainedAllSettings()
 {
     SetChanList();
     showSystem();
-    fillReceivers();
+    fillPanels();
     showPanels();
     openFurtherLinks();
 }
@@ -148,20 +167,40 @@ void ZIRVOFSMainWindow::showSystem()
     showTitle(m_sysChan->getNAME());
 }
 
-void ZIRVOFSMainWindow::fillReceivers()
+void ZIRVOFSMainWindow::fillPanels()
 {
-    const auto receivers = m_directory.all<RcvrChan>();
-    for (qsizetype i = 0; i < receivers.size() && i < m_receiverPanels.size(); ++i) {
-        m_receiverPanels[i]->setChannel(receivers[i]);
-        ui->panelGrid->setColumnStretch(kReceiverPlaces[i].column, 1);
-        connect(receivers[i], &Channel::SettingChanged, this, &ZIRVOFSMainWindow::UpdateSetting, Qt::QueuedConnection);
+    const auto families = CardFamilies::of(m_serialPortControllers.front()->cards());
+    if (families.hasQLDXCard) {
+        for (const ReceiverPanel *panel : std::as_const(m_receiverPanels))
+            connect(panel, &ReceiverPanel::playbackShown, m_combinerPanels.front(),
+                    [this](bool playing) { m_combinerPanels.front()->showAgcLevels(!playing); });
+    }
+    fill<RcvrChan>(m_receiverPanels);
+    fill<CmbrChan>(m_combinerPanels, families);
+    fill<DmdChan>(m_demodulatorPanels, families);
+}
+
+/// Gives the panels of one kind their channels; channels beyond the window's places get none.
+template <typename C, typename Panel, typename... Families>
+void ZIRVOFSMainWindow::fill(const QList<Panel *> &panels, const Families &...families)
+{
+    const auto channels = m_directory.all<C>();
+    for (qsizetype i = 0; i < channels.size() && i < panels.size(); ++i) {
+        panels[i]->setChannel(channels[i], families...);
+        connect(channels[i], &Channel::SettingChanged, this, &ZIRVOFSMainWindow::UpdateSetting, Qt::QueuedConnection);
     }
 }
 
 void ZIRVOFSMainWindow::showPanels()
 {
     const auto panelList = panels();
-    if (std::none_of(panelList.begin(), panelList.end(), [](const ChannelPanel *p) { return p->hasChannel(); })) {
+    for (ChannelPanel *panel : panelList) {
+        int row = 0, column = 0, rowSpan = 0, columnSpan = 0;
+        ui->panelGrid->getItemPosition(ui->panelGrid->indexOf(panel), &row, &column, &rowSpan, &columnSpan);
+        if (!panel->isHidden())
+            ui->panelGrid->setColumnStretch(column, 1); // panels share the width, empty columns take none
+    }
+    if (std::none_of(panelList.begin(), panelList.end(), [](const ChannelPanel *p) { return !p->isHidden(); })) {
         ui->lblStarting->setText(u"The chassis reports no channel to show"_s);
         return;
     }
@@ -212,9 +251,14 @@ void ZIRVOFSMainWindow::UpdateSetting(const QString &Module, const QString &Cmd,
         updateSystemSetting(Cmd, Data);
         return;
     }
+    showOnPanel(Module, Cmd, Data);
+}
+
+void ZIRVOFSMainWindow::showOnPanel(const QString &address, const QString &mnemonic, const QString &value)
+{
     for (ChannelPanel *panel : panels()) {
-        if (panel->hasChannel() && panel->address() == Module)
-            panel->UpdateSetting(Cmd, Data);
+        if (panel->hasChannel() && panel->address() == address)
+            panel->UpdateSetting(mnemonic, value);
     }
 }
 
@@ -227,6 +271,9 @@ void ZIRVOFSMainWindow::updateSystemSetting(const QString &Cmd, const QString &D
         { Commands::PLIST, [](W &w, const QString &v) { w.showPresetList(v); } },
         { Commands::PDONE, [](W &w, const QString &v) { w.m_loadingPresetBox.update(v); } },
         { Commands::UPDT, [](W &w, const QString &v) { w.m_configuringBox.update(v); } },
+        { DmdChan::Commands::SDM1, [](W &w, const QString &v) { w.showOnPanel(u"D1"_s, DmdChan::Commands::DSRC, v); } },
+        { DmdChan::Commands::SDM2, [](W &w, const QString &v) { w.showOnPanel(u"D2"_s, DmdChan::Commands::DSRC, v); } },
+        { DmdChan::Commands::SDM3, [](W &w, const QString &v) { w.showOnPanel(u"D3"_s, DmdChan::Commands::DSRC, v); } },
         { Commands::TMRF, [](W &w, const QString &v) { w.Display10MHzReference(v); } },
         { Commands::SLAVE, [](W &w, const QString &v) { w.DisplaySlaving(v); } },
         { Commands::NAME, [](W &w, const QString &v) { w.showTitle(v); } },
@@ -261,6 +308,8 @@ void ZIRVOFSMainWindow::DisplaySlaving(const QString &value)
         modes[mode]->setChecked(mode == chosen);
     for (ChannelPanel *panel : std::as_const(m_panels[Receivers]))
         panel->showSlaved(value == "1"_L1);
+    for (ChannelPanel *panel : std::as_const(m_panels[Demodulators]))
+        panel->showSlaved(value != "0"_L1);
 }
 
 void ZIRVOFSMainWindow::Display10MHzReference(const QString &value)

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "dialogs/WaitBox.h"
 #include "controls/ControlGuard.h"
 #include "controls/FocusReturn.h"
+#include "dialogs/WaitBox.h"
 #include "inventory/ChannelDirectory.h"
 #include "link/SerialPortController.h"
 
@@ -15,6 +15,8 @@
 #include <memory>
 
 class ChannelPanel;
+class CombinerPanel;
+class DemodulatorPanel;
 class ReceiverPanel;
 class UniversalChan;
 
@@ -82,7 +84,9 @@ private:
 
     void SetChanList();
     void showSystem();
-    void fillReceivers();
+    void fillPanels();
+    template <typename C, typename Panel, typename... Families>
+    void fill(const QList<Panel *> &panels, const Families &...families);
     void showPanels();
     void openFurtherLinks();
     SerialPortController *openLink(SerialPortController::PORT_TYPE type);
@@ -90,6 +94,7 @@ private:
     void refresh(DynamicParamsPhase phase);
     [[nodiscard]] QList<ChannelPanel *> panels() const;
 
+    void showOnPanel(const QString &address, const QString &mnemonic, const QString &value);
     void updateSystemSetting(const QString &Cmd, const QString &Data);
     void showTitle(const QString &systemName);
     void DisplaySlaving(const QString &value);
@@ -105,6 +110,8 @@ private:
     WaitBox m_configuringBox;
     std::array<QList<ChannelPanel *>, PhaseCount> m_panels; ///< every place of the window, by kind
     QList<ReceiverPanel *> m_receiverPanels;
+    QList<CombinerPanel *> m_combinerPanels;
+    QList<DemodulatorPanel *> m_demodulatorPanels;
 
     QString m_systemIdentifier;
     QList<SerialPortController *> m_serialPortControllers;

@@ -6,7 +6,8 @@
 #include "support/LinkBench.h"
 #include "support/Wait.h"
 
-/// A command link, and at its far end a chassis of two receivers that answers from the first byte on.
+/// A command link, and at its far end a chassis that answers from the first byte on. It has two receivers unless
+/// bench.fit() says otherwise before the start.
 struct CommandLinkBench
 {
     CommandLinkBench()
@@ -21,7 +22,9 @@ struct CommandLinkBench
     [[nodiscard]] bool start()
     {
         open();
-        return far.waitForFrame("U0:TRON:ON") && waitUntil([this] { return !link.txmtCmdQueue().inFlight(); });
+        const auto &queue = link.txmtCmdQueue();
+        return far.waitForFrame("U0:TRON:ON", 20'000) &&
+               waitUntil([&queue] { return !queue.inFlight() && queue.waitingCount() == 0; });
     }
     void queue(Channel *owner, const QString &address, const QString &mnemonic, const QString &data,
                StandardCommand::CommandType type)

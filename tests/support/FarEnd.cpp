@@ -14,16 +14,16 @@
 
 FarEnd::FarEnd(const QString &devicePath) : m_devicePath(devicePath)
 {
-    std::array<char, 128> slaveName {};
-    termios raw {};
+    std::array<char, 128> slaveName{};
+    termios raw{};
     ::cfmakeraw(&raw);
     if (::openpty(&m_master, &m_slave, slaveName.data(), &raw, nullptr) != 0)
         qFatal("no pseudo-terminal to be had");
     ::fcntl(m_master, F_SETFL, O_NONBLOCK);
     QFile::link(QString::fromLocal8Bit(slaveName.data()), devicePath);
 
-    auto *const notifier = new QSocketNotifier(m_master, QSocketNotifier::Read, this);
-    connect(notifier, &QSocketNotifier::activated, this, &FarEnd::receive);
+    m_notifier = new QSocketNotifier(m_master, QSocketNotifier::Read, this);
+    connect(m_notifier, &QSocketNotifier::activated, this, &FarEnd::receive);
 }
 
 FarEnd::~FarEnd()
@@ -32,6 +32,8 @@ FarEnd::~FarEnd()
     ::close(m_slave);
     ::close(m_master);
 }
+
+void FarEnd::setReading(bool reading) { m_notifier->setEnabled(reading); }
 
 void FarEnd::clear()
 {
@@ -85,16 +87,20 @@ void FarEnd::answer(const QByteArray &frame)
 {
     const QByteArrayList parts = frame.split(':');
     const QByteArray key = parts.mid(0, 2).join(':');
+    const QByteArray data = parts.mid(2).join(':');
+    const bool readsRegister = parts.value(1) == "RDRG";
+    const bool writesRegister = parts.value(1) == "CDRG";
+    const bool isSet = parts.size() > 2 && !readsRegister;
+    const QByteArray valueKey = readsRegister ? frame : writesRegister ? parts[0] + ":RDRG:" + data.left(2) : key;
     const Reaction reaction = m_reactions.value(key, Reaction::Answer);
-    const bool isSet = parts.size() > 2;
-    if (reaction == Reaction::Ignore || (!isSet && !m_values.contains(key) && reaction == Reaction::Answer))
+    if (reaction == Reaction::Ignore || (!isSet && !m_values.contains(valueKey) && reaction == Reaction::Answer))
         return;
     if (reaction == Reaction::Refuse) {
         nak();
     } else if (isSet) {
-        m_values[key] = parts.mid(2).join(':');
+        m_values[valueKey] = writesRegister ? data.mid(2) : data;
         ack();
     } else {
-        sendFrame(key + ':' + m_values.value(key));
+        sendFrame(key + ':' + (readsRegister ? data : QByteArray()) + m_values.value(valueKey));
     }
 }

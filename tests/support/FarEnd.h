@@ -6,6 +6,8 @@
 #include <QObject>
 #include <QString>
 
+class QSocketNotifier;
+
 /// The chassis' end of one serial link: the master of a pseudo-terminal whose slave a real QSerialPort opens.
 ///
 /// It keeps what arrives and, once answering, plays a chassis that a test scripts: a query gets the value set for it,
@@ -26,6 +28,8 @@ public:
     /// Frames received from @p mark on; a mark is frames().size() at some moment.
     [[nodiscard]] QByteArrayList framesSince(qsizetype mark) const { return m_frames.sliced(mark); }
     void clear();
+    /// Takes what arrives, as from the start, or leaves it in the terminal.
+    void setReading(bool reading);
 
     /// Waits until at least @p count frames have arrived.
     [[nodiscard]] bool waitForFrames(qsizetype count, int timeOutMs = 5000);
@@ -42,8 +46,8 @@ public:
 
     /// Answers by itself from now on, or no longer.
     void setAnswering(bool answering) { m_answering = answering; }
-    /// Value that a query gets, by "ADDRESS:MNEMONIC"; a query without one gets no answer. A set that is acknowledged
-    /// changes it.
+    /// Value that a query gets, by "ADDRESS:MNEMONIC" or "ADDRESS:RDRG:REGISTER"; a query without one gets no answer. A
+    /// set that is acknowledged changes it, "CDRG" the register's.
     void setValue(const QByteArray &key, const QByteArray &value) { m_values[key] = value; }
     [[nodiscard]] QByteArray value(const QByteArray &key) const { return m_values.value(key); }
     /// Sets of this "ADDRESS:MNEMONIC" are answered with NAK.
@@ -60,6 +64,7 @@ private:
 
     int m_master = -1;
     int m_slave = -1; ///< kept open, or the master would report a hang-up while no port has it open
+    QSocketNotifier *m_notifier = nullptr;
     QString m_devicePath;
     QByteArray m_bytes;
     QByteArray m_partial;

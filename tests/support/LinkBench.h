@@ -6,7 +6,8 @@
 
 /// A head's serial devices on the bench: a far end for every link, and the environment that leads the program there.
 ///
-/// The command link's far end answers as a chassis with two receivers once setAnswering(true) is called on it.
+/// The command link's far end answers as a chassis once setAnswering(true) is called on it. It has two receivers unless
+/// fit() says otherwise, and start values for every channel that it can have.
 class LinkBench
 {
 public:
@@ -21,9 +22,25 @@ public:
 
     [[nodiscard]] QString path(const QString &device) const { return m_folder.filePath(device); }
 
-    /// Start-up queries of the system channel, and of a receiver with the address @p address, in wire order.
+    // Cards for fit()
+    static constexpr auto kReceivers = "0103 MPU 2.3 TUNER A1 X,0121 FPGA1 1.9 TUNER A1 X,"
+                                       "0104 MPU 2.3 TUNER A2 X,0122 FPGA1 1.9 TUNER A2 X";
+    static constexpr auto kCombiner = "0105 MPU 1.4 COMBINER A3 X";
+    /// D1 to D3 that take commands of their own for three of their registers.
+    static constexpr auto kOlderDemodulators =
+        "DEMOD1 MPU 1.2 K3050 S1,DEMOD2 MPU 1.2 K3050 S2,DEMOD3 MPU 1.2 K3050 S3";
+    /// D1 and D2 that hold them in registers. The third one's address stands for a combiner as well.
+    static constexpr auto kRegisterDemodulators = "0101 K412W 1.2 QLN412 S1 X,0102 K412W 1.2 QLN412 S2 X";
+    static constexpr auto kThirdRegisterDemodulator = "0109 K412W 1.2 QLN412 S3 X";
+
+    /// Puts these cards into the chassis instead of those it has.
+    void fit(const QByteArrayList &cards);
+
+    // Start-up queries of the channels, in wire order
     [[nodiscard]] static QByteArrayList systemQueries();
     [[nodiscard]] static QByteArrayList receiverQueries(const QByteArray &address);
+    [[nodiscard]] static QByteArrayList combinerQueries();
+    [[nodiscard]] static QByteArrayList demodulatorQueries(const QByteArray &address, bool older);
 
 private:
     void fillChassis();

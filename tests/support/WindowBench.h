@@ -9,11 +9,14 @@
 #include <memory>
 #include <utility>
 
+class CmbrChan;
+class DmdChan;
 class FocusReturn;
 class RcvrChan;
 class UniversalChan;
 
-/// The main window on the bench, with a scripted chassis at the far end of its command link.
+/// The main window on the bench, with a scripted chassis at the far end of its command link. Its cards are chosen with
+/// links().fit() before start() or goLive().
 class WindowBench
 {
 public:
@@ -46,6 +49,8 @@ public:
     [[nodiscard]] FocusReturn &focusReturn() const;
     [[nodiscard]] UniversalChan *system() const;
     [[nodiscard]] RcvrChan *receiver(int index) const;
+    [[nodiscard]] CmbrChan *combiner(int index) const;
+    [[nodiscard]] DmdChan *demodulator(int index) const;
 
     /// Frames that @p act makes the window send. A marker request made behind it ends the list; when this returns,
     /// every one of them is answered or timed out, and the outcome is shown.

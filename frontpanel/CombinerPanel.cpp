@@ -1,0 +1,219 @@
+#include "frontpanel/CombinerPanel.h"
+
+#include "channels/CmbrChan.h"
+#include "controls/WheelGuard.h"
+#include "controls/WidgetUpdate.h"
+#include "ui_CombinerPanel.h"
+
+#include <QHash>
+
+using namespace Qt::StringLiterals;
+
+CombinerPanel::CombinerPanel(int number, const PanelContext &context, QWidget *parent)
+    : ChannelPanel(context, parent)
+    , ui(std::make_unique<Ui::CombinerPanel>())
+{
+    ui->setupUi(this);
+    const QString digit = QString::number(number);
+    ui->groupBoxCmbr->setTitle(ui->groupBoxCmbr->title() + digit);
+    ui->lblChanCmbr->setText(ui->lblChanCmbr->text() + u' ' + digit);
+    nameChildren(u"cmb"_s + digit, digit);
+    ui->lblIFBW->hide();
+    ui->cboIFBW->hide();
+    WheelGuard::protect(this);
+    hide();
+}
+
+CombinerPanel::~CombinerPanel() = default;
+
+void CombinerPanel::setChannel(CmbrChan *channel, const CardFamilies &families)
+{
+    m_channel = channel;
+    follow(channel);
+    {
+        const ControlGuard::Scope filling(guard());
+        showParts(families);
+        fill();
+    }
+    connectControls();
+    show();
+}
+
+void CombinerPanel::showParts(const CardFamilies &families)
+{
+    if (!families.hasQLN424Card && !families.hasK3050OrK3060Card) {
+        ui->lblIFBW->show();
+        ui->cboIFBW->show();
+    }
+    if (families.hasQLDXCard || families.hasK3050OrK3060Card)
+        return;
+    for (QWidget *part : std::initializer_list<QWidget *>{
+             ui->lblCMBZ1, ui->lblCMBZ2, ui->btnCMBZ1, ui->btnCMBZ2,    ui->lblVideoMode, ui->cboVideoMode, ui->lblAGCZ,
+             ui->btnAGCZ,  ui->lblAGCAP, ui->cboPOLA,  ui->lblAGCAS,    ui->cboSLPA,      ui->lblAGCBP,     ui->cboPOLB,
+             ui->lblAGCBS, ui->cboSLPB,  ui->lblAGCA,  ui->progBarAGCA, ui->lblAGCB,      ui->progBarAGCB })
+        part->hide();
+}
+
+void CombinerPanel::fill()
+{
+    ui->cboIFBW->addItems(m_channel->ifBandwidths());
+    WidgetUpdate::index(ui->cboVideoMode, m_channel->getCVMD());
+    WidgetUpdate::index(ui->cboOutputMode, m_channel->getCMOD());
+    WidgetUpdate::index(ui->cboIFBW, m_channel->getIFBW());
+    AGCZerocmb(m_channel->getCHZC());
+    CH1Zero(m_channel->getCHZ1());
+    CH2Zero(m_channel->getCHZ2());
+    SLPAcmb(m_channel->getSLPA());
+    SLPBcmb(m_channel->getSLPB());
+    WidgetUpdate::index(ui->cboPOLA, m_channel->getPOLA());
+    WidgetUpdate::index(ui->cboPOLB, m_channel->getPOLB());
+    showName(ui->groupBoxCmbr, m_channel->getNAME());
+}
+
+void CombinerPanel::connectControls()
+{
+    const auto onIndex = [this](QComboBox *box, void (CombinerPanel::*handler)(int)) {
+        connect(box, &QComboBox::currentIndexChanged, this, handler);
+    };
+    onIndex(ui->cboVideoMode, &CombinerPanel::cboCVMD_currentIndexChanged);
+    onIndex(ui->cboOutputMode, &CombinerPanel::cboCMOD_currentIndexChanged);
+    onIndex(ui->cboIFBW, &CombinerPanel::cboIFBWcmb_currentIndexChanged);
+    onIndex(ui->cboSLPA, &CombinerPanel::cboSLPAcmb_currentIndexChanged);
+    onIndex(ui->cboSLPB, &CombinerPanel::cboSLPBcmb_currentIndexChanged);
+    onIndex(ui->cboPOLA, &CombinerPanel::cboPOLAcmb_currentIndexChanged);
+    onIndex(ui->cboPOLB, &CombinerPanel::cboPOLBcmb_currentIndexChanged);
+    connect(ui->btnAGCZ, &QPushButton::clicked, this, &CombinerPanel::btnAGCZcmb_clicked);
+    connect(ui->btnCMBZ1, &QPushButton::clicked, this, &CombinerPanel::btnCHZ1_clicked);
+    connect(ui->btnCMBZ2, &QPushButton::clicked, this, &CombinerPanel::btnCHZ2_clicked);
+}
+
+void CombinerPanel::showSetting(const QString &Cmd, const QString &Data)
+{
+    using Commands = CmbrChan::Commands;
+    using Show = void (*)(CombinerPanel &, const QString &);
+    using P = CombinerPanel;
+    static const QHash<QString, Show> routes{
+        { Commands::CVMD, [](P &p, const QString &v) { WidgetUpdate::index(p.ui->cboVideoMode, v); } },
+        { Commands::CMOD, [](P &p, const QString &v) { WidgetUpdate::index(p.ui->cboOutputMode, v); } },
+        { Commands::IFBW, [](P &p, const QString &v) { WidgetUpdate::index(p.ui->cboIFBW, v); } },
+        { Commands::CHZC, [](P &p, const QString &v) { p.AGCZerocmb(v); } },
+        { Commands::CHZ1, [](P &p, const QString &v) { p.CH1Zero(v); } },
+        { Commands::CHZ2, [](P &p, const QString &v) { p.CH2Zero(v); } },
+        { Commands::SLPA, [](P &p, const QString &v) { p.SLPAcmb(v); } },
+        { Commands::SLPB, [](P &p, const QString &v) { p.SLPBcmb(v); } },
+        { Commands::POLA, [](P &p, const QString &v) { WidgetUpdate::index(p.ui->cboPOLA, v); } },
+        { Commands::POLB, [](P &p, const QString &v) { WidgetUpdate::index(p.ui->cboPOLB, v); } },
+        { Commands::NAME, [](P &p, const QString &v) { p.showName(p.ui->groupBoxCmbr, v); } },
+    };
+    if (const Show route = routes.value(Cmd))
+        route(*this, Data);
+}
+
+void CombinerPanel::showAgcLevels(bool shown)
+{
+    ui->progBarAGCA->setVisible(shown);
+    ui->progBarAGCB->setVisible(shown);
+}
+
+// Handlers
+
+void CombinerPanel::cboCVMD_currentIndexChanged(int index) { chooseIndex(m_channel, &CmbrChan::setCVMD, index); }
+
+void CombinerPanel::cboCMOD_currentIndexChanged(int index) { chooseIndex(m_channel, &CmbrChan::setCMOD, index); }
+
+void CombinerPanel::cboIFBWcmb_currentIndexChanged(int index) { chooseIndex(m_channel, &CmbrChan::setIFBW, index); }
+
+void CombinerPanel::cboPOLAcmb_currentIndexChanged(int index) { chooseIndex(m_channel, &CmbrChan::setPOLA, index); }
+
+void CombinerPanel::cboPOLBcmb_currentIndexChanged(int index) { chooseIndex(m_channel, &CmbrChan::setPOLB, index); }
+
+void CombinerPanel::cboSLPAcmb_currentIndexChanged(int index)
+{
+    WidgetUpdate::agcSlope(ui->progBarAGCA, QString::number(index)); // the scale follows at once
+    chooseIndex(m_channel, &CmbrChan::setSLPA, index);
+}
+
+void CombinerPanel::cboSLPBcmb_currentIndexChanged(int index)
+{
+    WidgetUpdate::agcSlope(ui->progBarAGCB, QString::number(index));
+    chooseIndex(m_channel, &CmbrChan::setSLPB, index);
+}
+
+void CombinerPanel::btnAGCZcmb_clicked() { toggle(ui->btnAGCZ, m_channel->getCHZC(), &CmbrChan::setCHZC); }
+
+void CombinerPanel::btnCHZ1_clicked() { toggle(ui->btnCMBZ1, m_channel->getCHZ1(), &CmbrChan::setCHZ1); }
+
+void CombinerPanel::btnCHZ2_clicked() { toggle(ui->btnCMBZ2, m_channel->getCHZ2(), &CmbrChan::setCHZ2); }
+
+void CombinerPanel::toggle(QPushButton *button, const QString &held, void (CmbrChan::*set)(const QString &))
+{
+    const QString value = held == "0"_L1 ? u"1"_s : u"0"_s;
+    WidgetUpdate::onOff(button, value);
+    (m_channel->*set)(value);
+    focusReturn().giveBack();
+}
+
+// Display of settings
+
+void CombinerPanel::AGCZerocmb(const QString &value) { WidgetUpdate::onOff(ui->btnAGCZ, value); }
+
+void CombinerPanel::CH1Zero(const QString &value) { WidgetUpdate::onOff(ui->btnCMBZ1, value); }
+
+void CombinerPanel::CH2Zero(const QString &value) { WidgetUpdate::onOff(ui->btnCMBZ2, value); }
+
+void CombinerPanel::SLPAcmb(const QString &value)
+{
+    WidgetUpdate::index(ui->cboSLPA, value);
+    WidgetUpdate::agcSlope(ui->progBarAGCA, value);
+}
+
+void CombinerPanel::SLPBcmb(const QString &value)
+{
+    WidgetUpdate::index(ui->cboSLPB, value);
+    WidgetUpdate::agcSlope(ui->progBarAGCB, value);
+}
+
+// Display of status values
+
+void CombinerPanel::updateDynamicParams()
+{
+    UpdateCLCK();
+    UpdateCLCS();
+    UpdateAGCAcmb();
+    UpdateAGCBcmb();
+}
+
+void CombinerPanel::UpdateCLCK()
+{
+    const QString locked = m_channel->getCLCK();
+    const QString channels = m_channel->getCLCS();
+    if (locked == "1"_L1) {
+        if (channels == "0"_L1)
+            WidgetUpdate::style(ui->lblCMBstatus, u"background-color: #24d620;"_s);
+        else if (channels == "1"_L1 || channels == "2"_L1)
+            WidgetUpdate::style(ui->lblCMBstatus, u"background-color: #fcfd0f;"_s);
+        WidgetUpdate::text(ui->lblCMBstatus, u"Locked"_s);
+    } else if (locked == "0"_L1) {
+        WidgetUpdate::style(ui->lblCMBstatus, u"background-color: #f11029;"_s);
+        WidgetUpdate::text(ui->lblCMBstatus, u"Unlocked"_s);
+    }
+}
+
+void CombinerPanel::UpdateCLCS()
+{
+    static const QHash<QString, QString> words{ { u"0"_s, u"Combined"_s },
+                                                { u"1"_s, u"Channel 1"_s },
+                                                { u"2"_s, u"Channel 2"_s } };
+    if (const auto word = words.constFind(m_channel->getCLCS()); word != words.constEnd())
+        WidgetUpdate::text(ui->lblCMBmode, *word);
+}
+
+void CombinerPanel::UpdateAGCAcmb()
+{
+    WidgetUpdate::agcLevel(ui->progBarAGCA, m_channel->getAGCA(), m_channel->getPOLA());
+}
+
+void CombinerPanel::UpdateAGCBcmb()
+{
+    WidgetUpdate::agcLevel(ui->progBarAGCB, m_channel->getAGCB(), m_channel->getPOLB());
+}

@@ -1,0 +1,68 @@
+#pragma once
+
+#include "frontpanel/ChannelPanel.h"
+#include "inventory/CardFamilies.h"
+
+#include <memory>
+
+class CmbrChan;
+class QPushButton;
+
+namespace Ui {
+class CombinerPanel;
+}
+
+/// Panel of the combiner channel.
+class CombinerPanel : public ChannelPanel
+{
+    Q_OBJECT
+
+public:
+    /// @param number position in the window from 1; the children's names end in "cmb1"
+    CombinerPanel(int number, const PanelContext &context, QWidget *parent);
+    ~CombinerPanel() override;
+
+    /// Fills, connects and shows the panel. Not owned; outlives the panel.
+    /// @param families decides which parts there are
+    void setChannel(CmbrChan *channel, const CardFamilies &families);
+
+    /// Shows or hides the AGC levels: a receiver that plays back a tape has none.
+    void showAgcLevels(bool shown);
+
+    void updateDynamicParams() override;
+
+private Q_SLOTS:
+    void cboCVMD_currentIndexChanged(int index);
+    void cboCMOD_currentIndexChanged(int index);
+    void cboIFBWcmb_currentIndexChanged(int index);
+    void cboSLPAcmb_currentIndexChanged(int index);
+    void cboSLPBcmb_currentIndexChanged(int index);
+    void cboPOLAcmb_currentIndexChanged(int index);
+    void cboPOLBcmb_currentIndexChanged(int index);
+    void btnAGCZcmb_clicked();
+    void btnCHZ1_clicked();
+    void btnCHZ2_clicked();
+
+private:
+    void showSetting(const QString &Cmd, const QString &Data) override;
+    void showParts(const CardFamilies &families);
+    void fill();
+    void connectControls();
+    void toggle(QPushButton *button, const QString &held, void (CmbrChan::*set)(const QString &));
+
+    // Display of settings; the values are wire text.
+    void AGCZerocmb(const QString &value);
+    void CH1Zero(const QString &value);
+    void CH2Zero(const QString &value);
+    void SLPAcmb(const QString &value);
+    void SLPBcmb(const QString &value);
+
+    // Display of status values
+    void UpdateCLCK();
+    void UpdateCLCS();
+    void UpdateAGCAcmb();
+    void UpdateAGCBcmb();
+
+    std::unique_ptr<Ui::CombinerPanel> ui;
+    CmbrChan *m_channel = nullptr;
+};
