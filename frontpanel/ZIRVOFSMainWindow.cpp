@@ -48,8 +48,11 @@ ZIRVOFSMainWindow::ZIRVOFSMainWindow(QWidget *parent)
     , m_focusReturn(this)
     , m_loadingPresetBox(u"Loading Preset...."_s, this)
     , m_configuringBox(u"Configuring... One Moment"_s, this)
+    , m_presetMenu(m_focusReturn, this)
+    , m_auxiliaryWindows(this)
 {
     ui->setupUi(this);
+    setWindowIcon(QIcon(u":/new/prefix1/ANTENNA.ICO"_s));
     setWindowFlags(Qt::Window | Qt::WindowTitleHint | Qt::CustomizeWindowHint);
     setLocale(QLocale::c());
     createPanels();
@@ -99,6 +102,11 @@ void ZIRVOFSMainWindow::connectMenus()
         connect(action, &QAction::triggered, this, slot, Qt::QueuedConnection);
     };
     onTriggered(ui->actionAbout, &ZIRVOFSMainWindow::About_triggered);
+    onTriggered(ui->actionLoadPreset, &ZIRVOFSMainWindow::LoadPreset_triggered);
+    onTriggered(ui->actionSavePreset, &ZIRVOFSMainWindow::SavePreset_triggered);
+    onTriggered(ui->actionSystemCardsConfiguration, &ZIRVOFSMainWindow::SystemCardsConfiguration_triggered);
+    onTriggered(ui->actionSystemChannelNaming, &ZIRVOFSMainWindow::SystemChannelNaming_triggered);
+    connect(ui->actionCombiner_Zero, &QAction::triggered, this, &ZIRVOFSMainWindow::CombinerZeroTriggerd);
     onTriggered(ui->actionExternalRef, &ZIRVOFSMainWindow::ExternalRef_triggered);
     onTriggered(ui->actionInternalRef, &ZIRVOFSMainWindow::InternalRef_triggered);
     onTriggered(ui->actionNoSlaving, &ZIRVOFSMainWindow::NoSlaving_triggered);
@@ -146,6 +154,7 @@ void ZIRVOFSMainWindow::ObtainedAllSettings()
 {
     SetChanList();
     showSystem();
+    enableMenus();
     fillPanels();
     showPanels();
     openFurtherLinks();
@@ -155,16 +164,25 @@ void ZIRVOFSMainWindow::SetChanList()
 {
     m_directory.assign(m_serialPortControllers.front()->channels());
     m_sysChan = m_directory.all<UniversalChan>().value(0);
+    m_combiner = m_directory.all<CmbrChan>().value(0);
 }
 
 void ZIRVOFSMainWindow::showSystem()
 {
     connect(m_sysChan, &Channel::SettingChanged, this, &ZIRVOFSMainWindow::UpdateSetting, Qt::QueuedConnection);
-    for (QAction *action : ui->menuSlaving->actions() + ui->menu10MHzReference->actions())
-        action->setEnabled(true);
     DisplaySlaving(m_sysChan->getSLAVE());
     Display10MHzReference(m_sysChan->getTMRF());
     showTitle(m_sysChan->getNAME());
+}
+
+void ZIRVOFSMainWindow::enableMenus()
+{
+    m_presetMenu.setLink(m_serialPortControllers.front());
+    const QList<QAction *> windows{ ui->actionSystemCardsConfiguration, ui->actionSystemChannelNaming };
+    for (QAction *action :
+         ui->menuPresets->actions() + ui->menuSlaving->actions() + ui->menu10MHzReference->actions() + windows)
+        action->setEnabled(true);
+    ui->actionCombiner_Zero->setEnabled(m_combiner != nullptr);
 }
 
 void ZIRVOFSMainWindow::fillPanels()
@@ -232,6 +250,14 @@ void ZIRVOFSMainWindow::refresh(DynamicParamsPhase phase)
         if (panel->hasChannel())
             panel->updateDynamicParams();
     }
+    if (phase == Combiners)
+        UpdateCmbZero();
+}
+
+void ZIRVOFSMainWindow::UpdateCmbZero()
+{
+    if (m_combiner)
+        m_auxiliaryWindows.UpdateCmbZero(*m_combiner);
 }
 
 QList<ChannelPanel *> ZIRVOFSMainWindow::panels() const
@@ -268,7 +294,7 @@ void ZIRVOFSMainWindow::updateSystemSetting(const QString &Cmd, const QString &D
     using Show = void (*)(ZIRVOFSMainWindow &, const QString &);
     using W = ZIRVOFSMainWindow;
     static const QHash<QString, Show> routes{
-        { Commands::PLIST, [](W &w, const QString &v) { w.showPresetList(v); } },
+        { Commands::PLIST, [](W &w, const QString &v) { w.m_presetMenu.takeList(v); } },
         { Commands::PDONE, [](W &w, const QString &v) { w.m_loadingPresetBox.update(v); } },
         { Commands::UPDT, [](W &w, const QString &v) { w.m_configuringBox.update(v); } },
         { DmdChan::Commands::SDM1, [](W &w, const QString &v) { w.showOnPanel(u"D1"_s, DmdChan::Commands::DSRC, v); } },
@@ -287,13 +313,6 @@ void ZIRVOFSMainWindow::showTitle(const QString &systemName)
     const QString title =
         u"(SystemID: "_s + m_systemIdentifier + u") ZIRVO Local Display (SystemName: "_s + systemName + u')';
     setWindowTitle(QString(title).replace("[*]"_L1, "[*][*]"_L1)); // Qt would take it for a mark of its own
-}
-
-void ZIRVOFSMainWindow::showPresetList(const QString &list)
-{
-    // Every name is followed by a blank, so the last part is not one.
-    m_presetNames = list.split(u' ');
-    m_presetNames.removeLast();
 }
 
 void ZIRVOFSMainWindow::DisplaySlaving(const QString &value)
@@ -346,6 +365,24 @@ void ZIRVOFSMainWindow::chooseReference(const QString &value)
         return;
     Display10MHzReference(value);
     m_sysChan->setTMRF(value);
+}
+
+void ZIRVOFSMainWindow::SystemCardsConfiguration_triggered()
+{
+    if (m_sysChan)
+        m_auxiliaryWindows.openCards(m_serialPortControllers.front()->cards());
+}
+
+void ZIRVOFSMainWindow::SystemChannelNaming_triggered()
+{
+    if (m_sysChan)
+        m_auxiliaryWindows.openNaming(m_serialPortControllers.front());
+}
+
+void ZIRVOFSMainWindow::CombinerZeroTriggerd()
+{
+    if (m_combiner)
+        m_auxiliaryWindows.openCombinerZero([this] { CombinerZeroClosed(); });
 }
 
 void ZIRVOFSMainWindow::About_triggered()

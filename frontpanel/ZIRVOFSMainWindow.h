@@ -3,6 +3,8 @@
 #include "controls/ControlGuard.h"
 #include "controls/FocusReturn.h"
 #include "dialogs/WaitBox.h"
+#include "frontpanel/AuxiliaryWindows.h"
+#include "frontpanel/PresetMenu.h"
 #include "inventory/ChannelDirectory.h"
 #include "link/SerialPortController.h"
 
@@ -17,6 +19,7 @@
 class ChannelPanel;
 class CombinerPanel;
 class DemodulatorPanel;
+class CmbrChan;
 class ReceiverPanel;
 class UniversalChan;
 
@@ -49,15 +52,24 @@ public:
     /// Whether a changed control was changed by the operator.
     [[nodiscard]] bool AcceptControlChanges() const { return m_guard.AcceptControlChanges(); }
     /// Names of the presets that the chassis listed last.
-    [[nodiscard]] const QStringList &PresetNames() const { return m_presetNames; }
+    [[nodiscard]] const QStringList &PresetNames() const { return m_presetMenu.PresetNames(); }
+    /// Whether the chassis' list of presets is waited for, to load or to save one.
+    [[nodiscard]] bool LoadPresetPending() const { return m_presetMenu.LoadPresetPending(); }
+    [[nodiscard]] bool SavePresetPending() const { return m_presetMenu.SavePresetPending(); }
 
 public Q_SLOTS:
     void About_triggered();
+    void LoadPreset_triggered() { m_presetMenu.load(); }
+    void SavePreset_triggered() { m_presetMenu.save(); }
     void ExternalRef_triggered();
     void InternalRef_triggered();
     void NoSlaving_triggered();
     void DiversitySlaving_triggered();
     void FrequencyDiversitySlaving_triggered();
+    void SystemCardsConfiguration_triggered();
+    void SystemChannelNaming_triggered();
+    void CombinerZeroTriggerd();
+    void CombinerZeroClosed() { m_auxiliaryWindows.endCombinerZero(); }
 
     /// Refreshes one kind of channel a tick, so each kind about once a second.
     void UpdateAllDynamicParamsTmr_Tick();
@@ -84,6 +96,7 @@ private:
 
     void SetChanList();
     void showSystem();
+    void enableMenus();
     void fillPanels();
     template <typename C, typename Panel, typename... Families>
     void fill(const QList<Panel *> &panels, const Families &...families);
@@ -92,6 +105,7 @@ private:
     SerialPortController *openLink(SerialPortController::PORT_TYPE type);
 
     void refresh(DynamicParamsPhase phase);
+    void UpdateCmbZero();
     [[nodiscard]] QList<ChannelPanel *> panels() const;
 
     void showOnPanel(const QString &address, const QString &mnemonic, const QString &value);
@@ -101,13 +115,13 @@ private:
     void Display10MHzReference(const QString &value);
     void chooseSlaving(const QString &value);
     void chooseReference(const QString &value);
-    void showPresetList(const QString &list);
 
     std::unique_ptr<Ui::MainWindow> ui;
     ControlGuard m_guard;
     FocusReturn m_focusReturn;
     WaitBox m_loadingPresetBox;
     WaitBox m_configuringBox;
+    PresetMenu m_presetMenu;
     std::array<QList<ChannelPanel *>, PhaseCount> m_panels; ///< every place of the window, by kind
     QList<ReceiverPanel *> m_receiverPanels;
     QList<CombinerPanel *> m_combinerPanels;
@@ -117,8 +131,10 @@ private:
     QList<SerialPortController *> m_serialPortControllers;
     ChannelDirectory m_directory;
     UniversalChan *m_sysChan = nullptr;
-    QStringList m_presetNames;
+    CmbrChan *m_combiner = nullptr; ///< the first one
 
     QTimer m_updateAllDynamicParamsTmr;
     int m_dynamicParamsPhase = Receivers;
+
+    AuxiliaryWindows m_auxiliaryWindows; ///< goes first, as its windows refer to the rest
 };

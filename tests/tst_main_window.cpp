@@ -240,7 +240,8 @@ void MainWindowTest::menus()
     QCOMPARE(entries(&QAction::isChecked), "");
     QVERIFY(m_bench->goLive());
     QCOMPARE(entries(&QAction::isEnabled),
-             "About DiversitySlaving ExternalRef FrequencyDiversitySlaving InternalRef NoSlaving");
+             "About DiversitySlaving ExternalRef FrequencyDiversitySlaving InternalRef LoadPreset NoSlaving SavePreset "
+             "SystemCardsConfiguration SystemChannelNaming");
 
     // Marks in the menus, and an asterisk for every panel marked as slaved.
     const auto marks = [this] {

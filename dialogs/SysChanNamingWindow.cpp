@@ -1,0 +1,64 @@
+#include "dialogs/SysChanNamingWindow.h"
+
+#include "channels/CmbrChan.h"
+#include "channels/DmdChan.h"
+#include "channels/RcvrChan.h"
+#include "channels/UniversalChan.h"
+#include "dialogs/NameValidator.h"
+#include "link/SerialPortController.h"
+#include "ui_SysChanNamingWindow.h"
+
+#include <utility>
+
+SysChanNamingWindow::SysChanNamingWindow(QWidget *parent, SerialPortController *controller, bool *open)
+    : QDialog(parent)
+    , ui(std::make_unique<Ui::SysChanNamingWindow>())
+    , m_open(open)
+{
+    ui->setupUi(this);
+    setAttribute(Qt::WA_DeleteOnClose);
+    m_directory.assign(controller->channels());
+    createRows();
+    showNames();
+    connect(ui->btnSAVE, &QPushButton::clicked, this, &SysChanNamingWindow::btnSAVE_clicked, Qt::QueuedConnection);
+    connect(ui->btnCancel, &QPushButton::clicked, this, &SysChanNamingWindow::btnCancel_clicked, Qt::QueuedConnection);
+}
+
+SysChanNamingWindow::~SysChanNamingWindow() { *m_open = false; }
+
+void SysChanNamingWindow::createRows()
+{
+    m_rows = {
+        { ui->lblSysName, ui->lineSysName, channel<UniversalChan>(0) },
+        { ui->lblRcv1Name, ui->lineRcv1Name, channel<RcvrChan>(0) },
+        { ui->lblRcv2Name, ui->lineRcv2Name, channel<RcvrChan>(1) },
+        { ui->lblCmb1Name, ui->lineCmb1Name, channel<CmbrChan>(0) },
+        { ui->lblDmd1Name, ui->lineDmd1Name, channel<DmdChan>(0) },
+        { ui->lblDmd2Name, ui->lineDmd2Name, channel<DmdChan>(1) },
+        { ui->lblDmd3Name, ui->lineDmd3Name, channel<DmdChan>(2) },
+    };
+}
+
+void SysChanNamingWindow::showNames()
+{
+    auto *const validator = new NameValidator(NameValidator::Blanks::Allowed, this);
+    for (const Row &row : std::as_const(m_rows)) {
+        row.label->setVisible(row.channel);
+        row.line->setVisible(row.channel);
+        if (row.channel)
+            row.line->setText(row.channel->getNAME());
+        row.line->setValidator(validator);
+    }
+}
+
+void SysChanNamingWindow::btnSAVE_clicked()
+{
+    for (const Row &row : std::as_const(m_rows)) {
+        // A set without data would read as a query.
+        if (row.channel && !row.line->text().isEmpty())
+            row.channel->setNAME(row.line->text());
+    }
+    close();
+}
+
+void SysChanNamingWindow::btnCancel_clicked() { close(); }

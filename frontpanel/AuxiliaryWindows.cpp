@@ -1,0 +1,84 @@
+#include "frontpanel/AuxiliaryWindows.h"
+
+#include "channels/CmbrChan.h"
+#include "dialogs/CardConfigWindow.h"
+#include "dialogs/CombinerZero.h"
+#include "dialogs/SysChanNamingWindow.h"
+#include "inventory/Card.h"
+
+AuxiliaryWindows::~AuxiliaryWindows()
+{
+    for (Place &place : m_places) {
+        if (place.window)
+            place.window->disconnect(m_owner);
+        delete place.window;
+    }
+}
+
+template <typename Make>
+void AuxiliaryWindows::open(Name name, Make make)
+{
+    Place &place = m_places[name];
+    if (place.window && !place.window->isVisible())
+        delete place.window; // closed, but not yet gone
+    if (!place.open) {
+        place.open = true;
+        place.window = make(&place.open);
+        prepare(place.window);
+    }
+    place.window->show();
+    place.window->raise();
+    place.window->activateWindow();
+}
+
+void AuxiliaryWindows::prepare(QWidget *window)
+{
+    // Without a window manager nobody finds a place for the window, and nobody hands the keyboard back behind it.
+    if (!window->testAttribute(Qt::WA_Resized))
+        window->adjustSize();
+    window->move(m_owner->geometry().center() - window->rect().center());
+    QObject::connect(window, &QObject::destroyed, m_owner, [owner = m_owner] { owner->activateWindow(); });
+}
+
+void AuxiliaryWindows::openCards(const QList<Card> &cards)
+{
+    QStringList texts;
+    for (const Card &card : cards)
+        texts += card.GetFormattedCardInfoString();
+    open(Cards, [&](bool *isOpen) { return new CardConfigWindow(texts, m_owner, isOpen); });
+}
+
+void AuxiliaryWindows::openNaming(SerialPortController *link)
+{
+    open(Naming, [&](bool *isOpen) { return new SysChanNamingWindow(m_owner, link, isOpen); });
+}
+
+void AuxiliaryWindows::openCombinerZero(const std::function<void()> &onClosed)
+{
+    open(CombinerZeroing, [&](bool *) {
+        auto *const window = new CombinerZero(m_owner);
+        QObject::connect(window, &CombinerZero::closePressed, m_owner, onClosed);
+        return window;
+    });
+}
+
+void AuxiliaryWindows::endCombinerZero()
+{
+    Place &place = m_places[CombinerZeroing];
+    if (place.window)
+        place.window->deleteLater();
+    place = {};
+}
+
+void AuxiliaryWindows::UpdateCmbZero(const CmbrChan &combiner)
+{
+    auto *const window = qobject_cast<CombinerZero *>(m_places[CombinerZeroing].window);
+    if (!window)
+        return;
+    window->setCh1In(combiner.getAGCCh1In());
+    window->setCh1Out(combiner.getAGCCh1Out());
+    window->setCh2In(combiner.getAGCCh2In());
+    window->setCh2Out(combiner.getAGCCh2Out());
+    window->setTP2(combiner.getTP2());
+    window->setTP4(combiner.getTP4());
+}

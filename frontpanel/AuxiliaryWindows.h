@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QList>
+#include <QPointer>
+#include <QWidget>
+
+#include <array>
+#include <functional>
+
+class Card;
+class CmbrChan;
+class SerialPortController;
+
+/// The windows beside the main window that do not bar it, at most one of each.
+///
+/// Each is a child of the main window and clears its flag when it is gone. One that is already open comes to the
+/// front instead of opening twice. To add a window, give it a name in the list below and a function that opens it.
+class AuxiliaryWindows
+{
+public:
+    /// @param owner the main window
+    explicit AuxiliaryWindows(QWidget *owner) : m_owner(owner) {}
+    /// Deletes the open windows; their flags still live then.
+    ~AuxiliaryWindows();
+    Q_DISABLE_COPY_MOVE(AuxiliaryWindows)
+
+    void openCards(const QList<Card> &cards);
+    /// @param link the link whose channels are named
+    void openNaming(SerialPortController *link);
+    /// @param onClosed called once, when the operator closes the window
+    void openCombinerZero(const std::function<void()> &onClosed);
+    /// Deletes the window when the event loop comes to it.
+    void endCombinerZero();
+    /// Shows the present levels of @p combiner in the window, if it is open.
+    void UpdateCmbZero(const CmbrChan &combiner);
+
+private:
+    enum Name : std::size_t { Cards, Naming, CombinerZeroing, NameCount };
+
+    struct Place
+    {
+        QPointer<QWidget> window;
+        bool open = false; ///< the window itself clears it
+    };
+
+    /// Shows the window of this name, which @p make creates with the address of its flag unless there is one.
+    template <typename Make>
+    void open(Name name, Make make);
+    void prepare(QWidget *window);
+
+    QWidget *m_owner;
+    std::array<Place, NameCount> m_places;
+};
