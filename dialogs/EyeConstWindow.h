@@ -1,0 +1,37 @@
+#pragma once
+
+#include "controls/ControlGuard.h"
+
+#include <QDialog>
+
+class DmdChan;
+class QComboBox;
+
+/// Chooses what a demodulator sends on its eye output. Deletes itself when closed.
+class EyeConstWindow : public QDialog
+{
+    Q_OBJECT
+
+public:
+    /// @param channel outlives the window
+    /// @param open    the opener's flag, true as long as the window exists; outlives it
+    EyeConstWindow(QWidget *parent, DmdChan *channel, bool *open);
+    ~EyeConstWindow() override;
+
+    /// Shows a mode, "0" to "3"; a negative one counts as 0, any other leaves the box empty.
+    void DisplayMode(const QString &value);
+
+public Q_SLOTS:
+    void cboMode_currentIndexChanged(int index);
+    /// Shows the mode in force, unless a newer one still waits for its answer. Other settings are ignored.
+    void UpdateSetting(const QString &Module, const QString &Cmd, const QString &Data, bool CmdFailed,
+                       const QString &FailedData);
+    /// Takes a block of the eye link. The window draws none.
+    void UpdateScope(const QByteArray &block) { Q_UNUSED(block) }
+
+private:
+    DmdChan *m_channel;
+    bool *m_open;
+    QComboBox *m_cboMode;
+    ControlGuard m_guard;
+};
