@@ -3,6 +3,8 @@
 #include "channels/CmbrChan.h"
 #include "dialogs/CardConfigWindow.h"
 #include "dialogs/CombinerZero.h"
+#include "dialogs/DmdCtrlWindow.h"
+#include "dialogs/EyeConstWindow.h"
 #include "dialogs/SysChanNamingWindow.h"
 #include "inventory/Card.h"
 
@@ -16,7 +18,7 @@ AuxiliaryWindows::~AuxiliaryWindows()
 }
 
 template <typename Make>
-void AuxiliaryWindows::open(Name name, Make make)
+void AuxiliaryWindows::open(std::size_t name, Make make)
 {
     Place &place = m_places[name];
     if (place.window && !place.window->isVisible())
@@ -51,6 +53,18 @@ void AuxiliaryWindows::openCards(const QList<Card> &cards)
 void AuxiliaryWindows::openNaming(SerialPortController *link)
 {
     open(Naming, [&](bool *isOpen) { return new SysChanNamingWindow(m_owner, link, isOpen); });
+}
+
+void AuxiliaryWindows::openAdvancedSettings(int position, bool hasClockPhase, DmdChan *demodulator)
+{
+    open(Advanced + std::size_t(position),
+         [&](bool *isOpen) { return new DmdCtrlWindow(hasClockPhase ? 1 : 0, m_owner, demodulator, isOpen); });
+}
+
+void AuxiliaryWindows::openEyeConst(int position, DmdChan *demodulator)
+{
+    open(EyeConst + std::size_t(position),
+         [&](bool *isOpen) { return new EyeConstWindow(m_owner, demodulator, isOpen); });
 }
 
 void AuxiliaryWindows::openCombinerZero(const std::function<void()> &onClosed)

@@ -9,6 +9,7 @@
 
 class Card;
 class CmbrChan;
+class DmdChan;
 class SerialPortController;
 
 /// The windows beside the main window that do not bar it, at most one of each.
@@ -27,6 +28,10 @@ public:
     void openCards(const QList<Card> &cards);
     /// @param link the link whose channels are named
     void openNaming(SerialPortController *link);
+    /// @param position panel of the demodulator, from 0
+    /// @param hasClockPhase whether its card has a clock phase instead of a clock polarity
+    void openAdvancedSettings(int position, bool hasClockPhase, DmdChan *demodulator);
+    void openEyeConst(int position, DmdChan *demodulator);
     /// @param onClosed called once, when the operator closes the window
     void openCombinerZero(const std::function<void()> &onClosed);
     /// Deletes the window when the event loop comes to it.
@@ -35,7 +40,15 @@ public:
     void UpdateCmbZero(const CmbrChan &combiner);
 
 private:
-    enum Name : std::size_t { Cards, Naming, CombinerZeroing, NameCount };
+    static constexpr std::size_t kDemodulators = 3;
+    enum Name : std::size_t {
+        Cards,
+        Naming,
+        CombinerZeroing,
+        Advanced, ///< one a demodulator
+        EyeConst = Advanced + kDemodulators,
+        NameCount = EyeConst + kDemodulators
+    };
 
     struct Place
     {
@@ -45,7 +58,7 @@ private:
 
     /// Shows the window of this name, which @p make creates with the address of its flag unless there is one.
     template <typename Make>
-    void open(Name name, Make make);
+    void open(std::size_t name, Make make);
     void prepare(QWidget *window);
 
     QWidget *m_owner;

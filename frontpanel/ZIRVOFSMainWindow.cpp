@@ -8,7 +8,6 @@
 #include "frontpanel/DemodulatorPanel.h"
 #include "frontpanel/ReceiverPanel.h"
 #include "inventory/Card.h"
-#include "inventory/CardFamilies.h"
 #include "link/SerialPortController.h"
 #include "ui_MainWindow.h"
 
@@ -107,6 +106,13 @@ void ZIRVOFSMainWindow::connectMenus()
     onTriggered(ui->actionSystemCardsConfiguration, &ZIRVOFSMainWindow::SystemCardsConfiguration_triggered);
     onTriggered(ui->actionSystemChannelNaming, &ZIRVOFSMainWindow::SystemChannelNaming_triggered);
     connect(ui->actionCombiner_Zero, &QAction::triggered, this, &ZIRVOFSMainWindow::CombinerZeroTriggerd);
+    for (int i = 0; i < kDemodulatorPanels; ++i) {
+        connect(
+            eyeActions()[i], &QAction::triggered, this, [this, i] { EyeConstWindow_triggered(i); },
+            Qt::QueuedConnection);
+        connect(m_demodulatorPanels[i], &DemodulatorPanel::advancedSettingsRequested, this,
+                [this, i] { btnDmdAdvSett_clicked(i); });
+    }
     onTriggered(ui->actionExternalRef, &ZIRVOFSMainWindow::ExternalRef_triggered);
     onTriggered(ui->actionInternalRef, &ZIRVOFSMainWindow::InternalRef_triggered);
     onTriggered(ui->actionNoSlaving, &ZIRVOFSMainWindow::NoSlaving_triggered);
@@ -183,19 +189,21 @@ void ZIRVOFSMainWindow::enableMenus()
          ui->menuPresets->actions() + ui->menuSlaving->actions() + ui->menu10MHzReference->actions() + windows)
         action->setEnabled(true);
     ui->actionCombiner_Zero->setEnabled(m_combiner != nullptr);
+    for (qsizetype i = 0; i < eyeActions().size(); ++i)
+        eyeActions()[i]->setEnabled(i < m_directory.all<DmdChan>().size());
 }
 
 void ZIRVOFSMainWindow::fillPanels()
 {
-    const auto families = CardFamilies::of(m_serialPortControllers.front()->cards());
-    if (families.hasQLDXCard) {
+    m_families = CardFamilies::of(m_serialPortControllers.front()->cards());
+    if (m_families.hasQLDXCard) {
         for (const ReceiverPanel *panel : std::as_const(m_receiverPanels))
             connect(panel, &ReceiverPanel::playbackShown, m_combinerPanels.front(),
                     [this](bool playing) { m_combinerPanels.front()->showAgcLevels(!playing); });
     }
     fill<RcvrChan>(m_receiverPanels);
-    fill<CmbrChan>(m_combinerPanels, families);
-    fill<DmdChan>(m_demodulatorPanels, families);
+    fill<CmbrChan>(m_combinerPanels, m_families);
+    fill<DmdChan>(m_demodulatorPanels, m_families);
 }
 
 /// Gives the panels of one kind their channels; channels beyond the window's places get none.
@@ -383,6 +391,23 @@ void ZIRVOFSMainWindow::CombinerZeroTriggerd()
 {
     if (m_combiner)
         m_auxiliaryWindows.openCombinerZero([this] { CombinerZeroClosed(); });
+}
+
+QList<QAction *> ZIRVOFSMainWindow::eyeActions() const
+{
+    return { ui->actionDemod1_EyeConst, ui->actionDemod2_EyeConst, ui->actionDemod3_EyeConst };
+}
+
+void ZIRVOFSMainWindow::EyeConstWindow_triggered(int position)
+{
+    if (DmdChan *const demodulator = m_directory.all<DmdChan>().value(position))
+        m_auxiliaryWindows.openEyeConst(position, demodulator);
+}
+
+void ZIRVOFSMainWindow::btnDmdAdvSett_clicked(int position)
+{
+    if (DmdChan *const demodulator = m_directory.all<DmdChan>().value(position))
+        m_auxiliaryWindows.openAdvancedSettings(position, m_families.hasK3050OrK3060Card, demodulator);
 }
 
 void ZIRVOFSMainWindow::About_triggered()

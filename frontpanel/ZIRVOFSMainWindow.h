@@ -5,6 +5,7 @@
 #include "dialogs/WaitBox.h"
 #include "frontpanel/AuxiliaryWindows.h"
 #include "frontpanel/PresetMenu.h"
+#include "inventory/CardFamilies.h"
 #include "inventory/ChannelDirectory.h"
 #include "link/SerialPortController.h"
 
@@ -68,6 +69,9 @@ public Q_SLOTS:
     void FrequencyDiversitySlaving_triggered();
     void SystemCardsConfiguration_triggered();
     void SystemChannelNaming_triggered();
+    /// @param position of the demodulator, from 0; without one nothing happens
+    void EyeConstWindow_triggered(int position);
+    void btnDmdAdvSett_clicked(int position);
     void CombinerZeroTriggerd();
     void CombinerZeroClosed() { m_auxiliaryWindows.endCombinerZero(); }
 
@@ -107,6 +111,7 @@ private:
     void refresh(DynamicParamsPhase phase);
     void UpdateCmbZero();
     [[nodiscard]] QList<ChannelPanel *> panels() const;
+    [[nodiscard]] QList<QAction *> eyeActions() const;
 
     void showOnPanel(const QString &address, const QString &mnemonic, const QString &value);
     void updateSystemSetting(const QString &Cmd, const QString &Data);
@@ -129,6 +134,7 @@ private:
 
     QString m_systemIdentifier;
     QList<SerialPortController *> m_serialPortControllers;
+    CardFamilies m_families;
     ChannelDirectory m_directory;
     UniversalChan *m_sysChan = nullptr;
     CmbrChan *m_combiner = nullptr; ///< the first one
