@@ -1,5 +1,8 @@
 #include "Chassis.h"
 
+#include "CombinerUnit.h"
+#include "DemodulatorUnit.h"
+#include "EyePort.h"
 #include "Family.h"
 #include "Link.h"
 #include "ReceiverUnit.h"
@@ -33,6 +36,9 @@ constexpr auto kLinks = std::to_array<LinkPlan>({ { "command", { 0, 3 } },
                                                   { "status", { 5, 9 } },
                                                   { "spare", { 6, 0 } } });
 
+constexpr size_t kEyeLink = 1; // position in that list
+constexpr quint32 kFirstDemodulatorSeed = 10;
+
 int stepsIn(double seconds) { return int(std::lround(seconds * kStepsPerSecond)); }
 
 /// Each part that needs chance gets its own stream, so that one cannot disturb another.
@@ -61,6 +67,7 @@ Chassis::Chassis(const Setup &setup, QObject *parent)
         m_links.push_back(std::make_unique<Link>(QString::fromLatin1(plan.role), paths));
     }
     m_port = std::make_unique<CommandPort>(*m_links.front(), m_faults, m_trace);
+    m_eyePort = std::make_unique<EyePort>(*m_links.at(kEyeLink), derivedSeed(setup.seed, 3));
     connect(&m_announcer, &ChangeAnnouncer::announced, m_port.get(), &CommandPort::sendText);
     m_timer.setTimerType(Qt::PreciseTimer);
     connect(&m_timer, &QTimer::timeout, this, &Chassis::catchUp);
@@ -87,25 +94,44 @@ bool Chassis::start(const Family &family, QString &error)
 
 bool Chassis::buildUnits(const Family &family, QString &error)
 {
-    const auto addUnit = [this, &error](Unit *unit, const QJsonObject &values) {
-        m_port->addUnit(unit);
-        m_presets.addUnit(unit);
-        const QByteArray refused = unit->initialise(values);
-        if (!refused.isEmpty())
-            error = QString::fromUtf8("family: " + unit->address() + " does not take the value of " + refused);
-        return refused.isEmpty();
-    };
     m_system = std::make_unique<SystemUnit>(m_presets);
-    if (!addUnit(m_system.get(), family.system))
+    if (!addUnit(m_system.get(), family.system, error))
         return false;
     for (auto receiver = family.receivers.cbegin(); receiver != family.receivers.cend(); ++receiver) {
         m_receivers.push_back(std::make_unique<ReceiverUnit>(receiver.key()));
-        ReceiverUnit *const unit = m_receivers.back().get();
-        connect(m_system.get(), &SystemUnit::slavingChanged, unit, &ReceiverUnit::setSlaving);
-        if (!addUnit(unit, receiver.value()))
+        if (!addChannel(m_receivers.back().get(), receiver.value(), error))
+            return false;
+    }
+    if (family.combiner) {
+        m_combiner = std::make_unique<CombinerUnit>();
+        if (!addChannel(m_combiner.get(), *family.combiner, error))
+            return false;
+    }
+    for (auto entry = family.demodulators.cbegin(); entry != family.demodulators.cend(); ++entry) {
+        const quint32 seed = derivedSeed(m_setup.seed, kFirstDemodulatorSeed + quint32(entry.key()));
+        m_demodulators.push_back(std::make_unique<DemodulatorUnit>(entry.key(), family.hasOlderDemodulators, seed));
+        m_eyePort->addDemodulator(m_demodulators.back().get());
+        if (!addChannel(m_demodulators.back().get(), entry.value(), error))
             return false;
     }
     return true;
+}
+
+bool Chassis::addUnit(Unit *unit, const QJsonObject &values, QString &error)
+{
+    m_port->addUnit(unit);
+    m_presets.addUnit(unit);
+    const QByteArray refused = unit->initialise(values);
+    if (!refused.isEmpty())
+        error = QString::fromUtf8("family: " + unit->address() + " does not take the value of " + refused);
+    return refused.isEmpty();
+}
+
+bool Chassis::addChannel(ChannelUnit *unit, const QJsonObject &values, QString &error)
+{
+    m_channels.append(unit);
+    connect(m_system.get(), &SystemUnit::slavingChanged, unit, &ChannelUnit::setSlaving);
+    return addUnit(unit, values, error);
 }
 
 bool Chassis::openLinks(QString &error)
@@ -153,6 +179,7 @@ void Chassis::flood(int rate, double seconds)
 void Chassis::powerCycle(double bootSeconds)
 {
     m_port->setAwake(false);
+    m_links.at(kEyeLink)->silence();
     m_announcer.abort();
     m_floodStepsLeft = 0;
     for (Unit *unit : m_port->units())
@@ -184,9 +211,12 @@ QByteArray Chassis::summary() const
     }
     for (const char *mnemonic : { "TRON", "SLAVE" })
         text += ' ' + m_system->reply(mnemonic);
-    for (const auto &receiver : m_receivers) {
-        for (const char *mnemonic : { "FREQ", "SSLV", "SYNL", "MAFL" })
-            text += ' ' + receiver->reply(mnemonic);
+    for (ChannelUnit *const channel : m_channels) {
+        for (const char *mnemonic :
+             { "FREQ", "SSLV", "SYNL", "MAFL", "CLCK", "CLCS", "DMOD", "DLCK", "BLCK", "DSDM" }) {
+            if (channel->knows(mnemonic))
+                text += ' ' + channel->reply(mnemonic);
+        }
     }
     return text + " overruns=" + QByteArray::number(m_links.front()->overruns());
 }
@@ -206,13 +236,36 @@ void Chassis::step()
         link->watchClient();
     m_scene->step(kStepSeconds);
     m_system->step(kStepSeconds);
-    for (const auto &receiver : m_receivers)
-        receiver->step(*m_scene, kStepSeconds);
+    stepSignals();
     if (m_bootStepsLeft > 0)
         stepBoot();
     else
         stepAwake();
     Q_EMIT stepped(double(m_steps) * kStepSeconds);
+}
+
+void Chassis::stepSignals()
+{
+    CombinerUnit::Inputs inputs;
+    for (const auto &receiver : m_receivers) {
+        receiver->step(*m_scene, kStepSeconds);
+        inputs.at(size_t(receiver->number() - 1)) = { receiver->output(), receiver->agcLevel() };
+    }
+    if (m_combiner)
+        m_combiner->step(inputs);
+    for (const auto &demodulator : m_demodulators)
+        demodulator->step(output(m_system->source(demodulator->number())), kStepSeconds);
+}
+
+std::optional<IfSignal> Chassis::output(const QByteArray &source) const
+{
+    if (source == "3" && m_combiner)
+        return m_combiner->output();
+    for (const auto &receiver : m_receivers) {
+        if (source == QByteArray::number(receiver->number()))
+            return receiver->output();
+    }
+    return std::nullopt;
 }
 
 void Chassis::stepBoot()
@@ -226,14 +279,21 @@ void Chassis::stepBoot()
 void Chassis::stepAwake()
 {
     m_port->step(kStepMs);
+    for (Unit *unit : m_port->units())
+        unit->reportSideEffects();
     m_announcer.step(kStepMs);
     stepFlood();
-    if (!m_system->isReporting())
-        return;
+    m_eyePort->step();
+    if (m_system->isReporting())
+        stepReports();
+}
+
+void Chassis::stepReports()
+{
     const int period = std::max(1, stepsIn(1.0 / m_setup.reportHz));
-    for (size_t index = 0; index < m_receivers.size(); ++index) {
-        if (m_steps % period == int(index) * period / 2)
-            m_receivers[index]->reportStatus();
+    for (qsizetype index = 0; index < m_channels.size(); ++index) {
+        if (m_steps % period == index * period / m_channels.size())
+            m_channels.at(index)->reportStatus();
     }
     if (m_system->isLogging() && m_steps % kStepsPerSecond == 0 && !m_receivers.empty())
         m_system->logAgc(m_receivers.front()->agcLevel());

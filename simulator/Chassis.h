@@ -16,10 +16,15 @@
 #include <memory>
 #include <vector>
 
+class ChannelUnit;
+class CombinerUnit;
+class DemodulatorUnit;
+class EyePort;
 struct Family;
 class Link;
 class ReceiverUnit;
 class SystemUnit;
+class Unit;
 
 /// The whole chassis: links, units and the time they live in. Everything advances in steps of equal length, so that
 /// the same seed and the same inputs at the same step give the same values.
@@ -71,11 +76,17 @@ Q_SIGNALS:
 
 private:
     [[nodiscard]] bool buildUnits(const Family &family, QString &error);
+    [[nodiscard]] bool addUnit(Unit *unit, const QJsonObject &values, QString &error);
+    [[nodiscard]] bool addChannel(ChannelUnit *unit, const QJsonObject &values, QString &error);
+    /// What a demodulator gets from the source of that name; nothing from one that is not there.
+    [[nodiscard]] std::optional<IfSignal> output(const QByteArray &source) const;
     [[nodiscard]] bool openLinks(QString &error);
     void catchUp();
     void step();
     void stepBoot();
     void stepAwake();
+    void stepSignals();
+    void stepReports();
     void stepFlood();
 
     Setup m_setup;
@@ -90,6 +101,10 @@ private:
     std::unique_ptr<CommandPort> m_port;
     std::unique_ptr<SystemUnit> m_system;
     std::vector<std::unique_ptr<ReceiverUnit>> m_receivers;
+    std::unique_ptr<CombinerUnit> m_combiner; // null without such a card
+    std::vector<std::unique_ptr<DemodulatorUnit>> m_demodulators;
+    QList<ChannelUnit *> m_channels; // all of these
+    std::unique_ptr<EyePort> m_eyePort;
 
     QTimer m_timer;
     QElapsedTimer m_clock;

@@ -109,6 +109,9 @@ void CommandPort::handleRequest(const QByteArray &text)
 QByteArray CommandPort::answerTo(const QByteArray &address, const QByteArray &mnemonic, const QByteArray *data)
 {
     Unit *const target = unit(address);
+    const auto found = target && data ? target->lookUp(mnemonic, *data) : std::nullopt;
+    if (found)
+        return address + ':' + mnemonic + ':' + *found;
     if (data)
         return target && !data->isEmpty() && target->set(mnemonic, *data) ? kAcknowledged : kRefused;
     // A card without an answer stays silent, the client's time-out is what ends the query.

@@ -1,5 +1,7 @@
 #include "Family.h"
 
+#include "DemodulationMode.h"
+
 #include <QDir>
 #include <QFile>
 #include <QJsonArray>
@@ -7,6 +9,7 @@
 
 namespace {
 
+constexpr int kMostDemodulators = 3;
 const QString kFolder = QStringLiteral(":/families");
 
 QString builtInPath(const QString &name) { return kFolder + u'/' + name + QStringLiteral(".json"); }
@@ -20,6 +23,26 @@ QString cardList(const QJsonArray &entries)
     return texts.join(u',');
 }
 
+/// -1 for a signal that no demodulator knows.
+int modeCode(const QString &name)
+{
+    const DemodulationMode *const mode = DemodulationMode::named(name);
+    return mode ? mode->code : -1;
+}
+
+QMap<int, QJsonObject> readNumbered(const QJsonObject &object)
+{
+    QMap<int, QJsonObject> units;
+    for (const QString &address : object.keys())
+        units.insert(address.mid(1).toInt(), object.value(address).toObject());
+    return units;
+}
+
+bool areNumberedUpTo(int last, const QMap<int, QJsonObject> &units)
+{
+    return units.isEmpty() || (units.firstKey() >= 1 && units.lastKey() <= last);
+}
+
 QList<RadioSignal> readScene(const QJsonArray &entries)
 {
     QList<RadioSignal> scene;
@@ -28,7 +51,9 @@ QList<RadioSignal> readScene(const QJsonArray &entries)
                                   .level = entry[u"level"].toDouble(),
                                   .bandwidth = entry[u"bandwidth"].toDouble(1.0),
                                   .fading = entry[u"fading"].toDouble(),
-                                  .drift = entry[u"drift"].toDouble() };
+                                  .drift = entry[u"drift"].toDouble(),
+                                  .mode = modeCode(entry[u"mode"].toString()),
+                                  .rate = entry[u"rate"].toDouble() };
         scene.append(signal);
     }
     return scene;
@@ -38,9 +63,13 @@ QString faultIn(const QJsonObject &object, const Family &family)
 {
     if (family.title.isEmpty() || !object[u"cards"].isArray())
         return QStringLiteral("a family needs a title and a list of cards");
-    for (auto receiver = family.receivers.cbegin(); receiver != family.receivers.cend(); ++receiver) {
-        if (receiver.key() < 1 || receiver.key() > RadioScene::kPolarisations)
-            return QStringLiteral("receivers are numbered 1 and 2");
+    if (!areNumberedUpTo(RadioScene::kPolarisations, family.receivers))
+        return QStringLiteral("receivers are numbered 1 and 2");
+    if (!areNumberedUpTo(kMostDemodulators, family.demodulators))
+        return QStringLiteral("demodulators are numbered 1 to 3");
+    for (const QJsonValue &entry : object[u"scene"].toArray()) {
+        if (!entry[u"mode"].isUndefined() && modeCode(entry[u"mode"].toString()) < 0)
+            return QStringLiteral("no modulation \"%1\"").arg(entry[u"mode"].toString());
     }
     for (const RadioSignal &signal : family.scene) {
         if (signal.frequency <= 0 || signal.bandwidth <= 0 || signal.fading < 0)
@@ -72,9 +101,12 @@ std::optional<Family> Family::load(const QString &nameOrPath, QString &error)
     family.title = object[u"title"].toString();
     family.system = object[u"system"].toObject();
     family.system.insert(QStringLiteral("CLST"), cardList(object[u"cards"].toArray()));
-    const QJsonObject receivers = object[u"receivers"].toObject();
-    for (const QString &address : receivers.keys())
-        family.receivers.insert(address.mid(1).toInt(), receivers.value(address).toObject());
+    const QString cards = family.system[u"CLST"].toString();
+    family.hasOlderDemodulators = cards.contains(u"K3050") || cards.contains(u"K3060");
+    family.receivers = readNumbered(object[u"receivers"].toObject());
+    family.demodulators = readNumbered(object[u"demodulators"].toObject());
+    if (object.contains(u"combiner"))
+        family.combiner = object[u"combiner"].toObject();
     family.scene = readScene(object[u"scene"].toArray());
     error = parseError.error != QJsonParseError::NoError ? parseError.errorString() : faultIn(object, family);
     if (error.isEmpty())

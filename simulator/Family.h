@@ -13,8 +13,12 @@
 struct Family
 {
     QString title;
-    QJsonObject system;               ///< start values of "U0", card list included
-    QMap<int, QJsonObject> receivers; ///< start values by receiver number, 1 or 2
+    QJsonObject system;                  ///< start values of "U0", card list included
+    QMap<int, QJsonObject> receivers;    ///< start values by receiver number, 1 or 2
+    std::optional<QJsonObject> combiner; ///< start values of "C1", if there is one
+    QMap<int, QJsonObject> demodulators; ///< start values by demodulator number, 1 to 3
+    /// Whether the card list names demodulators of the older kind.
+    bool hasOlderDemodulators = false;
     QList<RadioSignal> scene;
 
     /// Names of the families that come with the simulator.

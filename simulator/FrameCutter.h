@@ -6,6 +6,7 @@
 
 namespace Wire {
 inline constexpr char kStx = 0x02;
+inline constexpr char kEot = 0x04;
 inline constexpr char kAck = 0x06;
 inline constexpr char kCr = 0x0d;
 inline constexpr char kNak = 0x15;

@@ -32,6 +32,8 @@ public:
 
     /// Queues bytes; false if they were lost.
     bool send(const QByteArray &bytes);
+    /// Bytes that still wait to be clocked out.
+    [[nodiscard]] qsizetype pending() const { return m_writer.pending(); }
     /// Drops what is queued.
     void silence() { m_writer.clear(); }
     /// Looks whether a client came or went; to be called regularly. There is no event for a client that opens.

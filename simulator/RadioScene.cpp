@@ -13,6 +13,7 @@ constexpr double kDriftSeconds = 90.0;    // period
 constexpr double kRippleSeconds = 0.2;    // correlation time of the detector's noise
 constexpr double kRipple = 0.25;          // dB
 constexpr double kCarrierMargin = 6.0;    // dB over noise
+constexpr double kOneHertz = 1e-6;        // MHz
 constexpr double kSameSignal = 0.05;      // MHz
 constexpr double kPolarisationLoss = 2.2; // dB, the second antenna feed sees this much less
 
@@ -28,13 +29,6 @@ double share(double signalFrequency, double occupied, double frequency, double b
     return std::clamp((high - low) / occupied, 0.0, 1.0);
 }
 
-/// One step of a random walk that returns to 0 and has standard deviation 1 in the long run.
-double wander(double value, double noise, double seconds, double correlation)
-{
-    const double memory = std::exp(-seconds / correlation);
-    return value * memory + noise * std::sqrt(1 - memory * memory);
-}
-
 } // namespace
 
 double RadioScene::Emission::frequencyNow() const
@@ -47,12 +41,12 @@ double RadioScene::Emission::levelNow(int polarisation) const
     return signal.level - polarisation * kPolarisationLoss + signal.fading * fade.at(size_t(polarisation));
 }
 
-RadioScene::RadioScene(const QList<RadioSignal> &signalList, quint32 seed) : m_random(seed)
+RadioScene::RadioScene(const QList<RadioSignal> &signalList, quint32 seed) : m_noise(seed)
 {
     for (const RadioSignal &signal : signalList) {
-        Emission emission{ signal, {}, m_random.generateDouble() * 2 * std::numbers::pi };
+        Emission emission{ signal, {}, m_noise.random().generateDouble() * 2 * std::numbers::pi };
         for (double &fade : emission.fade)
-            fade = gaussian();
+            fade = m_noise.gaussian();
         m_emissions.append(emission);
     }
 }
@@ -63,10 +57,10 @@ void RadioScene::step(double seconds)
         emission.driftPhase =
             std::fmod(emission.driftPhase + seconds * 2 * std::numbers::pi / kDriftSeconds, 2 * std::numbers::pi);
         for (double &fade : emission.fade)
-            fade = wander(fade, gaussian(), seconds, kFadingSeconds);
+            fade = Noise::wander(fade, m_noise.gaussian(), seconds, kFadingSeconds);
     }
     for (double &ripple : m_noiseRipple)
-        ripple = wander(ripple, gaussian(), seconds, kRippleSeconds);
+        ripple = Noise::wander(ripple, m_noise.gaussian(), seconds, kRippleSeconds);
 }
 
 void RadioScene::setSignal(double frequency, double level)
@@ -95,21 +89,18 @@ double RadioScene::power(double frequency, double bandwidth, int polarisation) c
     return dBm(sum);
 }
 
-std::optional<RadioScene::Carrier> RadioScene::carrier(double frequency, double bandwidth, int polarisation) const
+std::optional<IfSignal> RadioScene::carrier(double frequency, double bandwidth, int polarisation) const
 {
-    std::optional<Carrier> strongest;
+    std::optional<IfSignal> strongest;
+    const double threshold = noise(bandwidth, polarisation) + kCarrierMargin;
+    const double noiseDensity = noise(kOneHertz, polarisation);
     for (const Emission &emission : m_emissions) {
         const double offset = emission.frequencyNow() - frequency;
         const double level = emission.levelNow(polarisation);
-        const bool found = std::abs(offset) <= bandwidth / 2 && level > noise(bandwidth, polarisation) + kCarrierMargin;
-        if (found && (!strongest || level > strongest->level))
-            strongest = Carrier{ offset * 1000.0, level };
+        const double distance = level - noiseDensity;
+        const bool found = std::abs(offset) <= bandwidth / 2 && level > threshold;
+        if (found && (!strongest || distance > strongest->noiseDistance))
+            strongest = IfSignal{ offset * 1000.0, distance, emission.signal.mode, emission.signal.rate };
     }
     return strongest;
-}
-
-double RadioScene::gaussian()
-{
-    const double radius = std::sqrt(-2.0 * std::log(1.0 - m_random.generateDouble()));
-    return radius * std::cos(2 * std::numbers::pi * m_random.generateDouble());
 }

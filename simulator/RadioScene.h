@@ -1,7 +1,9 @@
 #pragma once
 
+#include "IfSignal.h"
+#include "Noise.h"
+
 #include <QList>
-#include <QRandomGenerator>
 
 #include <array>
 #include <optional>
@@ -14,6 +16,8 @@ struct RadioSignal
     double bandwidth = 1; ///< MHz occupied
     double fading = 0;    ///< dB, standard deviation of the slow fading
     double drift = 0;     ///< kHz, how far the carrier wanders to either side
+    int mode = -1;        ///< code of its modulation; negative: none
+    double rate = 0;      ///< bits a second
 };
 
 /// What the antenna sees: signals that fade and drift, over noise. Advances in equal steps, and draws its random
@@ -23,13 +27,6 @@ class RadioScene
 public:
     static constexpr int kPolarisations = 2;
 
-    /// A carrier as a receiver finds it.
-    struct Carrier
-    {
-        double offset; ///< kHz above the tuned frequency
-        double level;  ///< dBm
-    };
-
     RadioScene(const QList<RadioSignal> &signalList, quint32 seed);
 
     void step(double seconds);
@@ -38,7 +35,7 @@ public:
     /// Power in dBm, noise included, in a band of `bandwidth` MHz around `frequency` MHz.
     [[nodiscard]] double power(double frequency, double bandwidth, int polarisation) const;
     /// The strongest carrier inside the band that stands clear of the noise.
-    [[nodiscard]] std::optional<Carrier> carrier(double frequency, double bandwidth, int polarisation) const;
+    [[nodiscard]] std::optional<IfSignal> carrier(double frequency, double bandwidth, int polarisation) const;
     /// Receiver noise in dBm in `bandwidth` MHz.
     [[nodiscard]] double noise(double bandwidth, int polarisation) const;
 
@@ -53,9 +50,7 @@ private:
         [[nodiscard]] double levelNow(int polarisation) const;
     };
 
-    [[nodiscard]] double gaussian();
-
-    QRandomGenerator m_random;
+    Noise m_noise;
     QList<Emission> m_emissions;
     std::array<double, kPolarisations> m_noiseRipple{};
 };

@@ -1,5 +1,6 @@
 #include "ReceiverUnit.h"
 
+#include "AgcOutput.h"
 #include "RadioScene.h"
 
 #include <algorithm>
@@ -62,9 +63,6 @@ constexpr auto kReported = std::to_array<std::string_view>({ "SYNL", "SSLV", "MA
 
 constexpr std::array<double, 5> kAgcSeconds{ 1.0, 0.1, 0.01, 0.001, 0.0001 };
 constexpr std::array<double, 5> kLoopBandwidths{ 100, 20, 5, 1, 0 }; // Hz; the last is manual tuning
-constexpr std::array<double, 3> kSlopes{ 50, 20, 10 };               // dB/V
-constexpr std::array<int, 3> kFullScales{ 2500, 6000, 12000 };       // mV
-constexpr double kAgcReference = -120;                               // dBm at 0 V
 constexpr double kEdgeTolerance = 1e-6;                              // MHz: edges are no binary fractions
 
 template <typename T, std::size_t Size>
@@ -72,14 +70,6 @@ T entry(const std::array<T, Size> &list, const QByteArray &position)
 {
     return list.at(size_t(std::clamp(readIndex(position), 0, int(Size) - 1)));
 }
-
-QByteArray oneDecimal(double number)
-{
-    const QByteArray text = QByteArray::number(number, 'f', 1);
-    return text == "-0.0" ? QByteArray("0.0") : text;
-}
-
-QByteArray flag(bool on) { return on ? "1" : "0"; }
 
 /// MHz of a filter name such as "500 kHz"; 0 if it is none.
 double megahertz(const QByteArray &name)
@@ -94,7 +84,8 @@ double megahertz(const QByteArray &name)
 } // namespace
 
 ReceiverUnit::ReceiverUnit(int number, QObject *parent)
-    : Unit('R' + QByteArray::number(number), kRows, parent)
+    : ChannelUnit('R' + QByteArray::number(number), kRows, kReported, parent)
+    , m_number(number)
     , m_tuner(number - 1)
 {
     m_tuner.setControls(controls());
@@ -102,20 +93,11 @@ ReceiverUnit::ReceiverUnit(int number, QObject *parent)
 
 void ReceiverUnit::step(const RadioScene &scene, double seconds) { m_tuner.step(scene, seconds); }
 
-void ReceiverUnit::reportStatus()
-{
-    for (const std::string_view mnemonic : kReported)
-        report(QByteArrayView(mnemonic.data(), qsizetype(mnemonic.size())));
-}
-
-void ReceiverUnit::setSlaving(const QByteArray &mode) { [[maybe_unused]] const bool taken = change("SLAVE", mode); }
-
 bool ReceiverUnit::accepts(const SettingRow &row, const QByteArray &value) const
 {
     if (row.name() == "FREQ")
         return isTunable(value);
-    const int position = readIndex(value);
-    return position >= 0 && position < this->value("IFLS").split(',').size();
+    return isInList("IFLS", value);
 }
 
 void ReceiverUnit::applied(const SettingRow &row)
@@ -138,7 +120,7 @@ QByteArray ReceiverUnit::measure(const SettingRow &row) const
         return QByteArray::number(qRound(m_tuner.loopStress()));
     if (name == "AGCA" || name == "AGCB")
         return QByteArray::number(agcOutput(name.back()));
-    return oneDecimal(name == "RRSSI" ? m_tuner.level() : shownLevel());
+    return decimal(name == "RRSSI" ? m_tuner.level() : shownLevel(), 1);
 }
 
 bool ReceiverUnit::isTunable(const QByteArray &frequency) const
@@ -184,9 +166,7 @@ double ReceiverUnit::shownLevel() const
 
 int ReceiverUnit::agcOutput(char output) const
 {
-    const QByteArray slope = value(QByteArray("SLP") + output);
-    const double reference = isOn("AGCZ") ? m_zeroLevel : kAgcReference;
-    const int millivolts = qRound((m_tuner.agcLevel() - reference) / entry(kSlopes, slope) * 1000);
-    const int limited = std::clamp(millivolts, 0, entry(kFullScales, slope));
-    return isOn(QByteArray("POL") + output) ? -limited : limited;
+    const double reference = isOn("AGCZ") ? m_zeroLevel : AgcOutput::kReference;
+    return AgcOutput::millivolts(m_tuner.agcLevel(), reference, value(QByteArray("SLP") + output),
+                                 isOn(QByteArray("POL") + output));
 }

@@ -1,14 +1,12 @@
 #pragma once
 
+#include "ChannelUnit.h"
 #include "Tuner.h"
-#include "Unit.h"
-
-#include <QByteArrayView>
 
 class RadioScene;
 
 /// A receiver, "R1" or "R2": its settings steer a `Tuner`, whose detectors become its status values.
-class ReceiverUnit : public Unit
+class ReceiverUnit : public ChannelUnit
 {
     Q_OBJECT
 
@@ -16,14 +14,13 @@ public:
     /// `number` 1 or 2.
     explicit ReceiverUnit(int number, QObject *parent = nullptr);
 
+    [[nodiscard]] int number() const { return m_number; }
     /// Passes simulated time.
     void step(const RadioScene &scene, double seconds);
-    /// Sends every status value unprompted.
-    void reportStatus();
-    /// The chassis' slaving mode, which the receiver shows as its own.
-    void setSlaving(const QByteArray &mode);
     /// Level in dBm as the AGC holds it.
     [[nodiscard]] double agcLevel() const { return m_tuner.agcLevel(); }
+    /// The carrier it hands on; nothing without one.
+    [[nodiscard]] const std::optional<IfSignal> &output() const { return m_tuner.carrier(); }
 
 protected:
     [[nodiscard]] bool accepts(const SettingRow &row, const QByteArray &value) const override;
@@ -34,12 +31,12 @@ private:
     [[nodiscard]] bool isTunable(const QByteArray &frequency) const;
     [[nodiscard]] Tuner::Controls controls() const;
     [[nodiscard]] double filterBandwidth() const;
-    [[nodiscard]] bool isOn(QByteArrayView mnemonic) const { return value(mnemonic) == "1"; }
     /// dBm, or dB above the zero while AGC zero is on.
     [[nodiscard]] double shownLevel() const;
     /// Millivolts at AGC output "A" or "B".
     [[nodiscard]] int agcOutput(char output) const;
 
+    int m_number;
     Tuner m_tuner;
     double m_zeroLevel = 0;
 };

@@ -1,11 +1,13 @@
 #include "SettingRow.h"
 
 #include <algorithm>
+#include <cctype>
 
 namespace {
 
 constexpr qsizetype kLongestText = 128;
 constexpr qsizetype kLongestNumber = 12;
+constexpr qsizetype kLongestHex = 4;
 
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
@@ -39,6 +41,14 @@ int readIndex(QByteArrayView text)
     return isDigits(text) && text.size() <= kLongestIndex ? text.toByteArray().toInt() : -1;
 }
 
+int readHex(QByteArrayView text)
+{
+    bool valid = !text.isEmpty() && text.size() <= kLongestHex && std::all_of(text.begin(), text.end(), [](char c) {
+        return std::isxdigit(static_cast<unsigned char>(c));
+    });
+    return valid ? text.toByteArray().toInt(&valid, 16) : -1;
+}
+
 bool acceptedByRow(const SettingRow &row, QByteArrayView value)
 {
     double number = 0;
@@ -49,6 +59,8 @@ bool acceptedByRow(const SettingRow &row, QByteArrayView value)
         return readIndex(value) >= 0 && readIndex(value) <= row.high;
     case Check::Range:
         return readDecimal(value, number) && number >= row.low && number <= row.high;
+    case Check::HexWord:
+        return value.size() == kLongestHex && readHex(value) >= row.low && readHex(value) <= row.high;
     case Check::Text:
         return isPrintable(value);
     case Check::ReadOnly:

@@ -11,6 +11,7 @@ enum class Check {
     OnOff,    ///< "0" or "1"
     Index,    ///< whole number from 0 to `high`
     Range,    ///< decimal number from `low` to `high`
+    HexWord,  ///< four hexadecimal digits, a number from `low` to `high`
     Text,     ///< printable text of bounded length
     Own,      ///< the unit itself decides
     Action,   ///< the unit does something with the value and keeps nothing; cannot be queried
@@ -22,6 +23,7 @@ enum SettingFlag : unsigned {
     Stored = 1,   ///< part of a preset
     Volatile = 2, ///< back to its start value after a power cycle
     Measured = 4, ///< worked out anew before every answer and report
+    Inner = 8,    ///< kept under this name, which is no mnemonic on the link
 };
 
 /// One mnemonic of a unit.
@@ -43,6 +45,9 @@ struct SettingRow
 
 /// Reads a plain decimal number ("-12.5"); no exponent, no blanks, no words. False leaves `number` alone.
 [[nodiscard]] bool readDecimal(QByteArrayView text, double &number);
+
+/// Reads up to four hexadecimal digits of either case. -1 if they are none.
+[[nodiscard]] int readHex(QByteArrayView text);
 
 /// Reads a whole number written in digits only, as positions in lists are. -1 if it is none.
 [[nodiscard]] int readIndex(QByteArrayView text);

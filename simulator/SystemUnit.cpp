@@ -28,6 +28,9 @@ constexpr auto kRows = std::to_array<SettingRow>({
     { "SYSOPT", Check::ReadOnly },
     { "ABSSI", Check::OnOff, "0", Stored },
     { "PLIST", Check::ReadOnly, "", Measured },
+    { "SDM1", Check::Own, "3", Stored },
+    { "SDM2", Check::Own, "3", Stored },
+    { "SDM3", Check::Own, "3", Stored },
     { "STORE", Check::Action },
     { "RESTORE", Check::Action },
     { "DELPR", Check::Action },
@@ -60,6 +63,8 @@ bool SystemUnit::accepts(const SettingRow &row, const QByteArray &value) const
 {
     if (row.name() == "TRON")
         return value == "ON" || value == "OFF";
+    if (row.name().startsWith("SDM"))
+        return value.size() == 1 && QByteArrayView("123ABC").contains(value.front());
     return QTime::fromString(QString::fromLatin1(value), kTimeFormat).isValid();
 }
 

@@ -18,6 +18,8 @@ public:
     /// Whether clients want unprompted reports.
     [[nodiscard]] bool isReporting() const;
     [[nodiscard]] bool isLogging() const;
+    /// What demodulator `number` listens to: "1" or "2" a receiver, "3" the combiner, "A" to "C" a socket.
+    [[nodiscard]] QByteArray source(int number) const { return value("SDM" + QByteArray::number(number)); }
     /// Takes the AGC level (dBm) that the log shows and reports it.
     void logAgc(double level);
     void loseVolatileState() override;

@@ -38,15 +38,16 @@ void Tuner::step(const RadioScene &scene, double seconds)
 
 void Tuner::stepLoop(const RadioScene &scene, double seconds)
 {
-    const auto carrier = scene.carrier(m_controls.frequency, m_controls.bandwidth, m_polarisation);
-    m_hasCarrier = isSynthesizerLocked() && carrier.has_value();
+    m_carrier.reset();
+    if (isSynthesizerLocked())
+        m_carrier = scene.carrier(m_controls.frequency, m_controls.bandwidth, m_polarisation);
     if (m_controls.loopBandwidth <= 0) {
         m_loopStress = m_controls.manualOffset;
         m_loopLocked = false;
         return;
     }
-    const bool inReach = m_hasCarrier && std::abs(carrier->offset) <= kPullRange;
-    const double target = inReach ? carrier->offset : 0;
+    const bool inReach = m_carrier && std::abs(m_carrier->offset) <= kPullRange;
+    const double target = inReach ? m_carrier->offset : 0;
     m_loopStress +=
         (target - m_loopStress) * approach(seconds, 1.0 / (2 * std::numbers::pi * m_controls.loopBandwidth));
     m_loopLocked = inReach && std::abs(target - m_loopStress) < kLockWindow;

@@ -1,5 +1,9 @@
 #pragma once
 
+#include "IfSignal.h"
+
+#include <optional>
+
 class RadioScene;
 
 /// The analogue side of a receiver: what its detectors hold for given controls and a given scene.
@@ -30,7 +34,9 @@ public:
     /// Level in dBm as the AGC loop holds it.
     [[nodiscard]] double agcLevel() const { return m_agcLevel; }
     [[nodiscard]] bool isSynthesizerLocked() const { return m_settling <= 0; }
-    [[nodiscard]] bool hasCarrier() const { return m_hasCarrier; }
+    [[nodiscard]] bool hasCarrier() const { return m_carrier.has_value(); }
+    /// The carrier in the filter; nothing without one.
+    [[nodiscard]] const std::optional<IfSignal> &carrier() const { return m_carrier; }
     /// How far the AFC loop is pulled, kHz; with manual tuning the offset set by hand.
     [[nodiscard]] double loopStress() const { return m_loopStress; }
     /// Whether the AFC loop follows a carrier.
@@ -46,6 +52,6 @@ private:
     double m_level = 0;
     double m_agcLevel = 0;
     double m_loopStress = 0;
-    bool m_hasCarrier = false;
+    std::optional<IfSignal> m_carrier;
     bool m_loopLocked = false;
 };

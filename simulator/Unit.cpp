@@ -1,5 +1,7 @@
 #include "Unit.h"
 
+#include <utility>
+
 Unit::Unit(const QByteArray &address, std::span<const SettingRow> rows, QObject *parent)
     : QObject(parent)
     , m_address(address)
@@ -12,7 +14,7 @@ Unit::Unit(const QByteArray &address, std::span<const SettingRow> rows, QObject 
 std::optional<QByteArray> Unit::query(QByteArrayView mnemonic)
 {
     const qsizetype index = indexOf(mnemonic);
-    if (index < 0 || m_rows[index].check == Check::Action)
+    if (index < 0 || m_rows[index].check == Check::Action || m_rows[index].has(Inner))
         return std::nullopt;
     if (m_rows[index].has(Measured))
         m_values[index] = measure(m_rows[index]);
@@ -27,7 +29,7 @@ bool Unit::set(QByteArrayView mnemonic, const QByteArray &value)
     const SettingRow &row = m_rows[index];
     if (row.check == Check::Action)
         return perform(row, value);
-    if (row.check == Check::ReadOnly || !isAcceptable(row, value))
+    if (row.check == Check::ReadOnly || row.has(Inner) || !isAcceptable(row, value))
         return false;
     put(index, value);
     return true;
@@ -42,9 +44,17 @@ bool Unit::change(QByteArrayView mnemonic, const QByteArray &value)
     return true;
 }
 
+std::optional<QByteArray> Unit::lookUp(QByteArrayView, const QByteArray &) const { return std::nullopt; }
+
 QByteArray Unit::reply(QByteArrayView mnemonic)
 {
     return m_address + ':' + mnemonic.toByteArray() + ':' + query(mnemonic).value_or(QByteArray());
+}
+
+void Unit::reportSideEffects()
+{
+    for (const QByteArray &mnemonic : std::exchange(m_sideEffects, {}))
+        report(mnemonic);
 }
 
 QJsonObject Unit::storedState() const
@@ -57,13 +67,20 @@ QJsonObject Unit::storedState() const
 
 QByteArrayList Unit::restoreState(const QJsonObject &state)
 {
-    QByteArrayList changed;
+    const QJsonObject before = storedState();
     for (const QByteArray &mnemonic : storedMnemonics()) {
         const QJsonValue stored = state.value(QString::fromLatin1(mnemonic));
         const QByteArray text = stored.toString().toUtf8();
-        if (stored.isString() && text != value(mnemonic) && change(mnemonic, text))
-            changed.append(mnemonic);
+        if (stored.isString() && text != value(mnemonic)) [[maybe_unused]]
+            const bool taken = change(mnemonic, text);
     }
+    m_sideEffects.clear();
+    const QJsonObject after = storedState();
+    QByteArrayList changed = storedMnemonics();
+    changed.removeIf([&](const QByteArray &mnemonic) {
+        const QString key = QString::fromLatin1(mnemonic);
+        return before.value(key) == after.value(key);
+    });
     return changed;
 }
 
@@ -80,6 +97,7 @@ QByteArray Unit::initialise(const QJsonObject &values)
         if (!initial.isUndefined() && !taken)
             return row.name().toByteArray();
     }
+    m_sideEffects.clear();
     return {};
 }
 
@@ -109,6 +127,12 @@ bool Unit::perform(const SettingRow &, const QByteArray &) { return false; }
 void Unit::applied(const SettingRow &) {}
 
 QByteArray Unit::measure(const SettingRow &row) const { return value(row.name()); }
+
+void Unit::changeAlong(QByteArrayView mnemonic, const QByteArray &value)
+{
+    if (value != this->value(mnemonic) && change(mnemonic, value))
+        m_sideEffects.append(mnemonic.toByteArray());
+}
 
 QByteArray Unit::value(QByteArrayView mnemonic) const { return m_values.value(indexOf(mnemonic)); }
 

@@ -29,15 +29,20 @@ public:
     /// A change by the chassis itself: also of what clients cannot set, but never of measured values or to a value
     /// that a set would be refused for. The caller reports it.
     [[nodiscard]] bool change(QByteArrayView mnemonic, const QByteArray &value);
+    /// The value of a query that carries an argument; nothing if the card knows no such query or argument.
+    [[nodiscard]] virtual std::optional<QByteArray> lookUp(QByteArrayView mnemonic, const QByteArray &argument) const;
     /// The reply text "address:mnemonic:value".
-    [[nodiscard]] QByteArray reply(QByteArrayView mnemonic);
+    [[nodiscard]] virtual QByteArray reply(QByteArrayView mnemonic);
     /// Sends the present value unprompted.
     void report(QByteArrayView mnemonic) { Q_EMIT reported(reply(mnemonic)); }
+    /// Sends what has changed along with other settings since the last call. A set never does so itself: its answer
+    /// leaves first.
+    void reportSideEffects();
 
     /// The settings that belong into a preset.
     [[nodiscard]] QJsonObject storedState() const;
-    /// Takes over what `storedState` gave and returns the mnemonics whose value changed. Values a set would be
-    /// refused for are passed over.
+    /// Takes over what `storedState` gave and returns the mnemonics whose value changed, side effects included.
+    /// Values a set would be refused for are passed over.
     [[nodiscard]] QByteArrayList restoreState(const QJsonObject &state);
     /// Start values from a family. Returns the first mnemonic that is unknown or not accepted, empty if none.
     [[nodiscard]] QByteArray initialise(const QJsonObject &values);
@@ -60,6 +65,8 @@ protected:
     virtual void applied(const SettingRow &row);
     /// The value of a `Measured` row.
     [[nodiscard]] virtual QByteArray measure(const SettingRow &row) const;
+    /// A change that another one brings about, to be reported later.
+    void changeAlong(QByteArrayView mnemonic, const QByteArray &value);
 
     /// The kept value; empty for an unknown mnemonic.
     [[nodiscard]] QByteArray value(QByteArrayView mnemonic) const;
@@ -72,4 +79,5 @@ private:
     QByteArray m_address;
     std::span<const SettingRow> m_rows;
     QByteArrayList m_values;
+    QByteArrayList m_sideEffects; // mnemonics
 };

@@ -88,7 +88,7 @@ void SimulatorTest::conversations_data()
 {
     QTest::addColumn<QByteArray>("steps");
     const auto row = [](const char *tag, const char *steps) { QTest::newRow(tag) << QByteArray(steps); };
-    row("no answer", "U0:NOSUCH > ; X9:FREQ > ; D1:DMOD > ; no colon > ; U0:STORE > ; U0:TLST > :");
+    row("no answer", "U0:NOSUCH > ; X9:FREQ > ; D4:DMOD > ; no colon > ; U0:STORE > ; U0:TLST > :");
     row("refused", "U0:NOSUCH:1 > NAK; X9:FREQ:2250.5 > NAK; U0:RESTORE:none > NAK; U0:TLST:1 > NAK; U0:TLST > :;"
                    "U0:STORE:two words > NAK; U0:PLIST > :; U0:TRON:YES > NAK; U0:TRON > :OFF; R2:SSLV:-10 > NAK");
     row("system", "U0:SLAVE:1 > ACK; R2:SLAVE > :1; U0:SLAVE:3 > NAK; U0:SLAVE > :1; U0:TIME:23:10:00 > ACK;"
@@ -99,7 +99,7 @@ void SimulatorTest::conversations_data()
                    "R1:IFBW > :4; R1:IFBW:6 > ACK; R1:IFBW > :6; R2:AFCM:-201 > NAK; R2:AFCM:-200 > ACK;"
                    "R2:AFCM > :-200; R2:AFC:5 > NAK; R2:AGCF:2 > NAK; R2:IFGCM:17 x > ACK; R2:IFGCM > :17 x");
     row("tuning", "$signal 2300.5 -50 > ok; R1:FREQ:2300.5 > ACK; R1:SYNL > :0; R1:SYNL >> :1; R1:SSLV >> :-50.0;"
-                  "R1:MAFL >> :1; R2:SSLV > :-[5-6].*; R2:FREQ:2390.5 > ACK; R2:SYNL >> :1; R2:SSLV >> :-(99|100).*;"
+                  "R1:MAFL >> :1; R2:SSLV > :-[67].*; R2:FREQ:2390.5 > ACK; R2:SYNL >> :1; R2:SSLV >> :-(99|100).*;"
                   "R2:MAFL > :0; R2:IFBW:0 > ACK; R2:SSLV >> :-11[234].*");
     row("AGC and AFC",
         "$signal 2300.5 -50 > ok; R1:FREQ:2300.5 > ACK; R1:AGCA >> :3[45]..; R1:AGCB >> :(69|70)..;"
@@ -109,7 +109,7 @@ void SimulatorTest::conversations_data()
         "R1:RLST >> :100; R1:AFCM:-55 > ACK; R1:AFC:4 > ACK; R1:RLST >> :-55; R1:MAFL > :0");
     row("refuse", "$refuse R1:FREQ 2 > ok.*; R1:FREQ:2260.5 > NAK; R1:FREQ > NAK; R1:FREQ > :2250.5;"
                   "$refuse R2 > ok.*; R2:FREQ > NAK; R2:AFC:1 > NAK; R1:AFC:1 > ACK; $refuse off > ok off;"
-                  "R2:AFC:1 > ACK; $refuse 1 > ok.*; R2:FREQ > NAK; R2:FREQ > :2250.5");
+                  "R2:AFC:1 > ACK; $refuse 1 > ok.*; R2:FREQ > NAK; R2:FREQ > :2275.5");
     row("silent", "$silent R1:FREQ 2 > ok.*; R1:FREQ:2260.5 > ; R1:FREQ > ; R1:FREQ > :2250.5; $silent R2 > ok.*;"
                   "R2:FREQ > ; R2:AFC:1 > ; R1:AFC:1 > ACK; $silent off > ok off; R2:AFC:1 > ACK");
     row("delay", "$delay 300 U0:NAME > ok; U0:NAME > ; U0:TMRF >> U0:NAME:Range Station 7 U0:TMRF:1;"

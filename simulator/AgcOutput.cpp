@@ -1,0 +1,27 @@
+#include "AgcOutput.h"
+
+#include "SettingRow.h"
+
+#include <QtMath>
+
+#include <algorithm>
+#include <array>
+
+namespace {
+
+struct Slope
+{
+    double decibelsPerVolt;
+    int fullScale; ///< mV
+};
+
+constexpr std::array<Slope, 3> kSlopes{ { { 50, 2500 }, { 20, 6000 }, { 10, 12000 } } };
+
+} // namespace
+
+int AgcOutput::millivolts(double level, double reference, const QByteArray &slope, bool negative)
+{
+    const Slope &chosen = kSlopes.at(size_t(std::clamp(readIndex(slope), 0, int(kSlopes.size()) - 1)));
+    const int output = std::clamp(qRound((level - reference) / chosen.decibelsPerVolt * 1000), 0, chosen.fullScale);
+    return negative ? -output : output;
+}
