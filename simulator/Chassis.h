@@ -67,7 +67,7 @@ public:
     [[nodiscard]] double bootSeconds() const { return m_setup.bootSeconds; }
     /// The receivers set themselves up anew and tell so. False if another change is under way.
     [[nodiscard]] bool reconfigure();
-    /// One line about power, links and receivers.
+    /// One line about power, links and channels.
     [[nodiscard]] QByteArray summary() const;
 
 Q_SIGNALS:

@@ -56,7 +56,7 @@ const Console::Command Console::kCommands[] = {
       &Console::powerCycle },
     { "reconfigure", "reconfigure", "report all receiver settings between UPDT 0 and UPDT 1", 0, 0,
       &Console::reconfigure },
-    { "show", "show", "state of chassis, links and receivers", 0, 0, &Console::show },
+    { "show", "show", "state of chassis, links and channels", 0, 0, &Console::show },
     { "help", "help [COMMAND]", "the commands, or what one of them does", 0, 1, &Console::help },
     { "quit", "quit", "end the simulator", 0, 0, &Console::quit },
 };

@@ -50,7 +50,7 @@ void addOptions(QCommandLineParser &parser)
         { option("device-dir", "Folder for the links; made if missing. Required.", "DIR"),
           option("family", "Kind of chassis: a name listed below or a file. Default demod-k3050.", "NAME|FILE"),
           option("boot-seconds", "Time from power-on to the first answer. Default 3.", "S"),
-          option("report-hz", "Status reports a second of each receiver, 0.1 to 50. Default 5.", "HZ"),
+          option("report-hz", "Status reports a second of each channel, 0.1 to 50. Default 5.", "HZ"),
           option("seed", "Start of all randomness. Default 1.", "N"),
           option("presets", "File that keeps the presets from run to run.", "FILE"),
           option("script", "Console commands with their times.", "FILE"),
