@@ -18,14 +18,25 @@ struct Chassis : CommandLinkBench
     QSignalSpy allSettings{ &link, &SerialPortController::AllSettingsObtained };
 };
 
-/// Every request of a start-up, in order; @p cardListRequests of them ask for the card list.
-QByteArrayList everyRequest(const QByteArrayList &receivers, int cardListRequests = 1)
+/// Every request of a start-up, in order; @p cardListRequests of them ask for the card list. The address of a
+/// demodulator of the older cards is followed by "+".
+QByteArrayList everyRequest(const QByteArrayList &channels, int cardListRequests = 1)
 {
     QByteArrayList requests{ "U0:TRON:OFF", "U0:VER", "U0:VERTSKB", "U0:SYSID:RACK-7" };
     requests += QByteArrayList(cardListRequests, "U0:CLST") + LinkBench::systemQueries();
-    for (const QByteArray &receiver : receivers)
-        requests += LinkBench::receiverQueries(receiver);
-    return requests << "U0:TRON:ON";
+    QByteArrayList filters; // their frequency has become known
+    for (const QByteArray &channel : channels) {
+        const QByteArray address = channel.first(2);
+        if (address.startsWith('R'))
+            requests += LinkBench::receiverQueries(address);
+        else if (address == "C1")
+            requests += LinkBench::combinerQueries();
+        else
+            requests += LinkBench::demodulatorQueries(address, channel.endsWith('+'));
+        if (address.startsWith('D'))
+            filters << address + ":IFFL" << address + ":VFFL";
+    }
+    return requests << "U0:TRON:ON" << filters;
 }
 
 } // namespace
@@ -71,28 +82,45 @@ void StartupTest::everyRequestInOrder()
 void StartupTest::channels_data()
 {
     QTest::addColumn<QByteArray>("cardList");
-    QTest::addColumn<QByteArrayList>("receivers");
+    QTest::addColumn<QByteArray>("channels");
+    const auto row = [](const QByteArray &cardList, const QByteArray &channels) {
+        QTest::addRow("%s: %s", cardList.constData(), channels.constData()) << cardList << channels;
+    };
 
     const QByteArrayList micros = kReceiver1.split(',') + kReceiver2.split(',');
-    QTest::newRow("listed backwards") << kReceiver2 + ',' + kReceiver1 << QByteArrayList{ "R1", "R2" };
-    QTest::newRow("the second alone") << kReceiver2 << QByteArrayList{ "R2" };
-    QTest::newRow("0103 without 0121") << micros[0] + ',' + kReceiver2 << QByteArrayList{ "R2" };
-    QTest::newRow("0121 without 0103") << micros[1] << QByteArrayList{};
-    QTest::newRow("0104 without 0122") << micros[2] + ',' + kReceiver1 << QByteArrayList{ "R1" };
-    QTest::newRow("halves of two receivers") << micros[0] + ',' + micros[3] << QByteArrayList{};
-    QTest::newRow("anywhere in the text") << QByteArray("0199 MPU 1 TUNER 0103-0121 X") << QByteArrayList{ "R1" };
-    QTest::newRow("empty list") << QByteArray() << QByteArrayList{};
+    row(kReceiver2 + ',' + kReceiver1, "R1 R2");
+    row(kReceiver2, "R2");
+    row(micros[0] + ',' + kReceiver2, "R2");
+    row(micros[1], "");
+    row(micros[2] + ',' + kReceiver1, "R1");
+    row(micros[0] + ',' + micros[3], "");
+    row("0199 MPU 1 TUNER 0103-0121 X", "R1"); // anywhere in the text
+    row("", "");
+
+    row("0105 MPU 1 COMBINER A3 X", "C1");
+    row("0109 FPGA1 1 COMBINER A3 X", "C1");
+    row("DEMOD2 MPU 1.2 K3050 S2", "D2+");
+    row("DEMOD3 MPU 1 K3060 S3,DEMOD1 MPU 1 K3060 S1,0102 K412W 1 K9V S2 X", "D1+ D3+");
+    row("DEMOD1 MPU 1 K3070 S1,0101 K4 1 K412 S2 X,0102  K412W 1 QLN412 S2 X,0102 k9v", "");
+    row("0101 K414V 1 X S1 X,0108 K9V 1 X S2 X", "D1 D2");
+    row("0107 K9V 1 X S1 X,0102 K9V 1 X S2 X,0109 K9V 1 X S3 X", "C1 D1 D2");
+    row("0101 K9V 1 X S1 X,0102 K414V 1 X S2 X,0109 K424V 1 X S3 X", "C1 D1 D2 D3");
+    row("0101 K424V 1 X S1 X,0102 K412 1 X S2 X,0109 K414V 1 X S3 X", "C1 D2 D3");
+    row("0107 K412 1 X S1 X,0108 K414V 1 X S2 X,0109 K412 1 X S3 X", "C1 D3");
+    row(QByteArrayList{ LinkBench::kRegisterDemodulators, LinkBench::kCombiner, LinkBench::kReceivers }.join(','),
+        "R1 R2 C1 D1 D2");
+    row(QByteArrayList{ LinkBench::kOlderDemodulators, kReceiver1 }.join(','), "R1 D1+ D2+ D3+");
 }
 
 void StartupTest::channels()
 {
     QFETCH(QByteArray, cardList);
-    QFETCH(QByteArrayList, receivers);
+    QFETCH(QByteArray, channels);
 
     Chassis chassis;
     chassis.far.setValue("U0:CLST", cardList);
     QVERIFY(chassis.start());
-    QCOMPARE(chassis.far.frames(), everyRequest(receivers));
+    QCOMPARE(chassis.far.frames(), everyRequest(channels.isEmpty() ? QByteArrayList{} : channels.split(' ')));
     QCOMPARE(chassis.allSettings.count(), 1);
 }
 

@@ -4,16 +4,16 @@ namespace {
 
 // What a chassis holds at start: "MNEMONIC value" in the order in which the settings are asked for, "|" between them.
 
-const QByteArray kSystem = "NAME Range 4|SLAVE 0|TMRF 1|TLST |SYSOPT 0|ABSSI 0";
-const QByteArray kReceiver =
+const QByteArray kSystemSettings = "NAME Range 4|SLAVE 0|TMRF 1|TLST |SYSOPT 0|ABSSI 0";
+const QByteArray kReceiverSettings =
     "NAME Receiver|ACFE 0|ANCF -20|CAMP 1|CAMF 0|AMIP 0|FLST 2395.5 2200.5,1485.5 1435.5|CIFS 0|FREQ 2250.5"
     "|IFLS 1 MHz,5 MHz,10 MHz|IFBW 1|AGCF 0|AGCZ 0|SLPA 1|SLPB 2|POLA 0|POLB 1|IMPA 0|IMPB 0|AGCT 1|AFC 1|AFCM 0"
     "|PLYB 0|AIFB 0|CINP 0|CIF1 0|CATN 0|MANG 0";
-const QByteArray kCombiner =
+const QByteArray kCombinerSettings =
     "NAME Combiner|CVMD 1|CMOD 0|IFLS 1 MHz,5 MHz,10 MHz|IFBW 1|CHZC 0|CHZ1 0|CHZ2 0|SLPA 0|SLPB 1|POLA 0|POLB 1"
     "|IMPA 0|IMPB 0|ABAL 0|CAMF 0|CAMP 1";
 /// "SDM" stands for the data source, which is asked for on the system address.
-const QByteArray kDemodulator =
+const QByteArray kDemodulatorSettings =
     "NAME Demodulator|DMLS 0 PCM-FM,1 TRELLIS FM,2 PM,3 BPSK,4 QPSK,8 SOQPSK,9 MULTI-H CPM,10 OQPSK"
     "|IFFL 2000000,10000000,40000000|VFFL 500000,5000000|VFLS 0.5 MHz,5 MHz,10 MHz|DMOD 0|SDM 1|VCFG 0|BSDR 0"
     "|ALBW 0|ASRG 0|ASRT 0|TMID 0.35|AFMS 0|VGN1 120|VGN2 60|DVBW 5000000|RATEA 5000000|RATEB 2500000|VFBW 1"
@@ -24,7 +24,7 @@ const QByteArray kDemodulator =
     "|BERC 0|BTLK 0|BTLS 0|BETI 0|BAVL 0|LDPCR 0|LDPCB 0|LDPCD 0|LDPCS 0|FBPW 0|WPFM 0|FSPT fe6b2840|FSLN 32"
     "|THRS 1|FSLK 0|SCBE 0|SRT0 0|B0LB 0|FCS0 0|MFS0 0|DC0E 0|AG0E 0|CF0E 0|MF0E 0|SEI0 0|HI0Z 0|BS0L 0|AFIR 0"
     "|AVF1 0|AVF2 0|AVF3 0|CSFQ 70|CSDR 1000000|CSLB 0.005|CSLC 0.01";
-const QByteArray kOlderDemodulator = kDemodulator + "|DQMON 0|DQMFS 1024|DEQE 0";
+const QByteArray kOlderDemodulatorSettings = kDemodulatorSettings + "|DQMON 0|DQMFS 1024|DEQE 0";
 
 struct Setting
 {
@@ -74,12 +74,12 @@ void LinkBench::fillChassis()
         for (const auto &[request, value] : settingsOf(address, texts))
             m_command.setValue(request, value);
     };
-    fill("U0", kSystem);
+    fill("U0", kSystemSettings);
     for (const QByteArray address : { "R1", "R2" })
-        fill(address, kReceiver);
-    fill("C1", kCombiner);
+        fill(address, kReceiverSettings);
+    fill("C1", kCombinerSettings);
     for (const QByteArray address : { "D1", "D2", "D3" })
-        fill(address, kOlderDemodulator);
+        fill(address, kOlderDemodulatorSettings);
     m_command.setValue("U0:VER", "3.4");
     m_command.setValue("U0:VERTSKB", "1.7");
     fit({ kReceivers });
@@ -87,13 +87,13 @@ void LinkBench::fillChassis()
 
 void LinkBench::fit(const QByteArrayList &cards) { m_command.setValue("U0:CLST", cards.join(',')); }
 
-QByteArrayList LinkBench::systemQueries() { return queries("U0", kSystem); }
+QByteArrayList LinkBench::systemQueries() { return queries("U0", kSystemSettings); }
 
-QByteArrayList LinkBench::receiverQueries(const QByteArray &address) { return queries(address, kReceiver); }
+QByteArrayList LinkBench::receiverQueries(const QByteArray &address) { return queries(address, kReceiverSettings); }
 
-QByteArrayList LinkBench::combinerQueries() { return queries("C1", kCombiner); }
+QByteArrayList LinkBench::combinerQueries() { return queries("C1", kCombinerSettings); }
 
 QByteArrayList LinkBench::demodulatorQueries(const QByteArray &address, bool older)
 {
-    return queries(address, older ? kOlderDemodulator : kDemodulator);
+    return queries(address, older ? kOlderDemodulatorSettings : kDemodulatorSettings);
 }
