@@ -22,9 +22,7 @@ struct CommandLinkBench
     [[nodiscard]] bool start()
     {
         open();
-        const auto &queue = link.txmtCmdQueue();
-        return far.waitForFrame("U0:TRON:ON", 20'000) &&
-               waitUntil([&queue] { return !queue.inFlight() && queue.waitingCount() == 0; });
+        return far.waitForFrame("U0:TRON:ON", 20'000) && isQueueDone();
     }
     void queue(Channel *owner, const QString &address, const QString &mnemonic, const QString &data,
                StandardCommand::CommandType type)
@@ -38,7 +36,8 @@ struct CommandLinkBench
         const QByteArray version = QByteArray::number(++m_version);
         far.setValue("U0:VERTSKB", version);
         queue(nullptr, QStringLiteral("U0"), QStringLiteral("VERTSKB"), {}, StandardCommand::Query);
-        return waitUntil([this, &version] { return system()->getVERTSKB() == QString::fromLatin1(version); });
+        return waitUntil([this, &version] { return system()->getVERTSKB() == QString::fromLatin1(version); }) &&
+               isQueueDone(); // what was asked meanwhile
     }
 
     [[nodiscard]] UniversalChan *system() const { return qobject_cast<UniversalChan *>(link.channels().value(0)); }
@@ -52,5 +51,11 @@ struct CommandLinkBench
     SerialPortController link;
 
 private:
+    [[nodiscard]] bool isQueueDone()
+    {
+        const auto &queue = link.txmtCmdQueue();
+        return waitUntil([&queue] { return !queue.inFlight() && queue.waitingCount() == 0; });
+    }
+
     int m_version = 0;
 };

@@ -1,0 +1,145 @@
+#include "support/ChannelBench.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Adds the setters of the class @p C in the order of @p mnemonics.
+template <typename C>
+void add(Settings &settings, const QString &mnemonics, bool toSlaves,
+         std::initializer_list<void (C::*)(const QString &)> setters)
+{
+    const QStringList names = mnemonics.split(u' ');
+    if (names.size() != qsizetype(setters.size()))
+        qFatal("a mnemonic or a setter too many");
+    for (qsizetype i = 0; i < names.size(); ++i)
+        settings.insert(C::ChanType + u':' + names[i], { of(setters.begin()[i]), toSlaves });
+}
+
+Settings everySetter()
+{
+    using C = CmbrChan;
+    using D = DmdChan;
+    using R = RcvrChan;
+    using U = UniversalChan;
+    Settings all;
+    add<U>(all, u"NAME SLAVE TMRF TIME LOGC ABSSI"_s, false,
+           { &U::setNAME, &U::setSLAVE, &U::setTMRF, &U::setTIME, &U::setLOGC, &U::setABSSI });
+    add<R>(all, u"NAME ACFE ANCF CINP CIF1 CATN MANG"_s, false,
+           { &R::setNAME, &R::setACFE, &R::setANCF, &R::setCINP, &R::setCIF1, &R::setCATN, &R::setMANG });
+    add<R>(all, u"FREQ IFBW AIFB CIFS AGCF AGCZ AGCT AFC AFCM SLPA SLPB POLA POLB IMPA IMPB CAMP CAMF AMIP PLYB"_s,
+           true,
+           { &R::setFREQ, &R::setIFBW, &R::setAIFB, &R::setCIFS, &R::setAGCF, &R::setAGCZ, &R::setAGCT, &R::setAFC,
+             &R::setAFCM, &R::setSLPA, &R::setSLPB, &R::setPOLA, &R::setPOLB, &R::setIMPA, &R::setIMPB, &R::setCAMP,
+             &R::setCAMF, &R::setAMIP, &R::setPLYB });
+    add<C>(all, u"NAME CVMD CMOD IFBW CHZC CHZ1 CHZ2 SLPA SLPB POLA POLB IMPA IMPB ABAL CAMF CAMP GCZV AIFB"_s, false,
+           { &C::setNAME, &C::setCVMD, &C::setCMOD, &C::setIFBW, &C::setCHZC, &C::setCHZ1, &C::setCHZ2, &C::setSLPA,
+             &C::setSLPB, &C::setPOLA, &C::setPOLB, &C::setIMPA, &C::setIMPB, &C::setABAL, &C::setCAMF, &C::setCAMP,
+             &C::setGCZV, &C::setAIFB });
+    add<D>(all,
+           u"NAME CPT0 CPT1 CPT2 CPT3 CPT4 CPT5 CPT6 CPT7 DSDM VITE BMUX CDS1 BTEN BTTL BTMO REST FBPW WPFM FSPT FSLN "
+           u"THRS SCBE SRT0 B0LB FCS0 MFS0 DC0E AG0E CF0E MF0E SEI0 HI0Z AFIR AVF1 AVF2 AVF3 CSFQ CSDR CSLB CSLC BS0L "
+           u"DSRC"_s,
+           false,
+           { &D::setNAME, &D::setCPT0, &D::setCPT1, &D::setCPT2, &D::setCPT3, &D::setCPT4, &D::setCPT5, &D::setCPT6,
+             &D::setCPT7, &D::setDSDM, &D::setVITE, &D::setBMUX, &D::setCDS1, &D::setBTEN, &D::setBTTL, &D::setBTMO,
+             &D::setREST, &D::setFBPW, &D::setWPFM, &D::setFSPT, &D::setFSLN, &D::setTHRS, &D::setSCBE, &D::setSRT0,
+             &D::setB0LB, &D::setFCS0, &D::setMFS0, &D::setDC0E, &D::setAG0E, &D::setCF0E, &D::setMF0E, &D::setSEI0,
+             &D::setHI0Z, &D::setAFIR, &D::setAVF1, &D::setAVF2, &D::setAVF3, &D::setCSFQ, &D::setCSDR, &D::setCSLB,
+             &D::setCSLC, &D::setBS0L, &D::setDSRC });
+    add<D>(
+        all,
+        u"DMOD TMID RATEA RATEB VGN1 VGN2 LBWB LBWC SWRG SWRT VIDP BSDP BSCP BSCL BSIL BSIC VCP1 VCP2 VLPF VAFL VAF2 "
+        u"VDE1 VDE2 DFAQ DAFC TRKD ALBW ASRG ASRT VCFG BSDR AFMS DVBW VFIR VFIR2 LDPCR LDPCB LDPCD LDPCS DFIR VFBW "
+        u"DFWD MEAN BEPO DFSZ DDQM ADEQ"_s,
+        true,
+        { &D::setDMOD, &D::setTMID, &D::setRATEA, &D::setRATEB, &D::setVGN1,  &D::setVGN2,  &D::setLBWB,  &D::setLBWC,
+          &D::setSWRG, &D::setSWRT, &D::setVIDP,  &D::setBSDP,  &D::setBSCP,  &D::setBSCL,  &D::setBSIL,  &D::setBSIC,
+          &D::setVCP1, &D::setVCP2, &D::setVLPF,  &D::setVAFL,  &D::setVAF2,  &D::setVDE1,  &D::setVDE2,  &D::setDFAQ,
+          &D::setDAFC, &D::setTRKD, &D::setALBW,  &D::setASRG,  &D::setASRT,  &D::setVCFG,  &D::setBSDR,  &D::setAFMS,
+          &D::setDVBW, &D::setVFIR, &D::setVFIR2, &D::setLDPCR, &D::setLDPCB, &D::setLDPCD, &D::setLDPCS, &D::setDFIR,
+          &D::setVFBW, &D::setDFWD, &D::setMEAN,  &D::setBEPO,  &D::setDFSZ,  &D::setDDQM,  &D::setADEQ });
+    all.insert(u"D:DREG"_s, { [](Channel *channel, const QString &text) {
+                   auto *const demodulator = qobject_cast<D *>(channel);
+                   if (const QStringList parts = text.split(u','); parts.size() == 2)
+                       demodulator->setDREG(parts[0], parts[1]);
+                   else
+                       demodulator->setDREG(text);
+               } });
+    return all;
+}
+
+} // namespace
+
+const Settings &channelSettings()
+{
+    static const Settings settings = everySetter();
+    return settings;
+}
+
+ChannelBench::ChannelBench(const QByteArrayList &cards)
+{
+    bench.fit(cards);
+    if (!start())
+        qFatal("the chassis does not start");
+    far.clear();
+    for (const Channel *channel : link.channels())
+        QObject::connect(channel, &Channel::SettingChanged, &link,
+                         [this, channel](const QString &module, const QString &mnemonic, const QString &data) {
+                             QStringList words{ channel->address(), module, mnemonic, data };
+                             words.removeDuplicates();
+                             noteRequests();
+                             m_record += words.join(u' ');
+                         });
+}
+
+Channel *ChannelBench::channel(const QString &address) const
+{
+    for (Channel *candidate : link.channels()) {
+        if (candidate->address() == address)
+            return candidate;
+    }
+    return nullptr;
+}
+
+QStringList ChannelBench::play(const QString &line)
+{
+    const QString verb = line.section(u' ', 0, 0);
+    const QString message = line.section(u' ', 1);
+    const QString address = message.section(u':', 0, 0);
+    const QString mnemonic = message.section(u':', 1, 1);
+    const QString data = message.section(u':', 2);
+    const QByteArray key = message.section(u':', 0, 1).toLatin1();
+    if (verb == u"refuse"_s) {
+        far.refuse(key);
+    } else if (verb == u"report"_s) {
+        far.sendFrame(message.toLatin1());
+    } else if (verb == u"set"_s) {
+        channelSettings()[address.first(1) + u':' + mnemonic].set(channel(address), data);
+    } else if (verb == u"ask"_s) {
+        far.setValue(key, data.toLatin1());
+        queue(link.channels().value(1), address, mnemonic, {}, StandardCommand::Query);
+    } else {
+        far.ignore(key);
+        queue(link.channels().value(1), address, mnemonic, data, StandardCommand::Set);
+        if (far.waitForFrame(message.toLatin1()))
+            link.StartTimeOutTmr(1);
+    }
+    return takeRecord();
+}
+
+QStringList ChannelBench::takeRecord()
+{
+    if (!idle())
+        return { u"no answer"_s };
+    noteRequests();
+    return std::exchange(m_record, {});
+}
+
+void ChannelBench::noteRequests()
+{
+    for (const QByteArray &frame : far.frames())
+        m_record += QString::fromLatin1(frame);
+    m_record.removeAll(u"U0:VERTSKB"_s);
+    far.clear();
+}

@@ -1,0 +1,67 @@
+#pragma once
+
+#include "channels/CmbrChan.h"
+#include "channels/DmdChan.h"
+#include "support/CommandLinkBench.h"
+
+#include <QMap>
+
+#include <functional>
+#include <utility>
+
+using Setter = std::function<void(Channel *, const QString &)>;
+using Getter = std::function<QString(const Channel *)>;
+
+template <typename C>
+Setter of(void (C::*set)(const QString &))
+{
+    return [set](Channel *channel, const QString &value) { (qobject_cast<C *>(channel)->*set)(value); };
+}
+
+template <typename C>
+Getter of(QString (C::*get)() const)
+{
+    return [get](const Channel *channel) { return (qobject_cast<const C *>(channel)->*get)(); };
+}
+
+/// Reads a list of a channel, joined by "/".
+template <typename C>
+Getter of(const QStringList &(C::*list)() const)
+{
+    return [list](const Channel *channel) { return (qobject_cast<const C *>(channel)->*list)().join(u'/'); };
+}
+
+struct Setting
+{
+    Setter set;
+    bool toSlaves = false; ///< a change goes to the slaved channels too
+};
+
+/// By the letter of the channel's class and the mnemonic.
+using Settings = QMap<QString, Setting>;
+
+/// Every setter of the channel classes. "D:DREG" takes "85,1234" for the number and value of a register, a text without
+/// comma as one for the card.
+[[nodiscard]] const Settings &channelSettings();
+
+/// A chassis that has told every setting, and the record of what passes from then on: "R1:FREQ:1" for a request that
+/// has reached it, "R1 FREQ 1" for a change that its channel reports; another channel's report names that channel.
+class ChannelBench : public CommandLinkBench
+{
+public:
+    explicit ChannelBench(const QByteArrayList &cards);
+
+    /// The command link's channel of this address; null if there is none.
+    [[nodiscard]] Channel *channel(const QString &address) const;
+    /// Plays one line and gives the record. The verb is "set" (by the channel's setter), "lose" (a set of the first
+    /// channel behind the system that gets no answer), "ask" (its query that gets this answer), "report" or "refuse"
+    /// (from now on).
+    [[nodiscard]] QStringList play(const QString &line);
+    /// What has passed since it was taken last.
+    [[nodiscard]] QStringList takeRecord();
+
+private:
+    void noteRequests();
+
+    QStringList m_record;
+};
