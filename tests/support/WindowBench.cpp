@@ -6,7 +6,6 @@
 #include "channels/UniversalChan.h"
 #include "support/Wait.h"
 
-#include <QApplication>
 #include <QTest>
 
 namespace {
@@ -19,16 +18,6 @@ C *channel(const SerialPortController *link, int index)
             return found;
     }
     return nullptr;
-}
-
-QList<QMessageBox *> visibleBoxes()
-{
-    QList<QMessageBox *> boxes;
-    for (QWidget *widget : QApplication::topLevelWidgets()) {
-        if (auto *const box = qobject_cast<QMessageBox *>(widget); box && box->isVisible())
-            boxes.append(box);
-    }
-    return boxes;
 }
 
 } // namespace
@@ -120,7 +109,7 @@ bool WindowBench::takeSteps(QList<Step> steps)
     QObject::connect(&timer, &QTimer::timeout, &timer, [&] {
         if (deadline.hasExpired()) {
             timer.stop();
-            for (QMessageBox *open : visibleBoxes())
+            while (auto *const open = qobject_cast<QDialog *>(QApplication::activeModalWidget()))
                 open->done(QDialog::Rejected);
         } else if (!steps.isEmpty() && steps.first().when()) {
             steps.takeFirst().then();
@@ -132,11 +121,11 @@ bool WindowBench::takeSteps(QList<Step> steps)
 
 QMessageBox *WindowBench::box(const QString &text)
 {
-    for (QMessageBox *open : visibleBoxes()) {
+    for (QMessageBox *open : visible<QMessageBox>()) {
         if (open->text() == text)
             return open;
     }
     return nullptr;
 }
 
-qsizetype WindowBench::boxCount() { return visibleBoxes().size(); }
+qsizetype WindowBench::boxCount() { return visible<QMessageBox>().size(); }

@@ -3,6 +3,7 @@
 #include "frontpanel/ZIRVOFSMainWindow.h"
 #include "support/LinkBench.h"
 
+#include <QApplication>
 #include <QMessageBox>
 
 #include <functional>
@@ -64,8 +65,27 @@ public:
         std::function<void()> then;
     };
     /// Takes one step after another, each as soon as its condition holds, also while a modal box runs its own event
-    /// loop. If one never holds, the boxes are closed and the result is false.
+    /// loop. If one never holds, every modal dialog is closed and the result is false.
     [[nodiscard]] static bool takeSteps(QList<Step> steps);
+    /// The windows of a class that the operator sees.
+    template <typename W>
+    [[nodiscard]] static QList<W *> visible()
+    {
+        QList<W *> windows;
+        for (QWidget *widget : QApplication::topLevelWidgets()) {
+            if (auto *const window = qobject_cast<W *>(widget); window && window->isVisible())
+                windows.append(window);
+        }
+        return windows;
+    }
+    /// Chooses a menu entry; gives the window of the class, or null if there is not exactly one.
+    template <typename W>
+    [[nodiscard]] W *open(const QString &actionName) const
+    {
+        action(actionName).trigger();
+        QCoreApplication::processEvents();
+        return visible<W>().size() == 1 ? visible<W>().front() : nullptr;
+    }
     /// The visible message box with this text; null if there is none.
     [[nodiscard]] static QMessageBox *box(const QString &text);
     [[nodiscard]] static qsizetype boxCount();

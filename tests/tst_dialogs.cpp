@@ -1,0 +1,283 @@
+#include "support/Wait.h"
+#include "support/WindowBench.h"
+
+#include "controls/FocusReturn.h"
+#include "dialogs/CardConfigWindow.h"
+#include "dialogs/CombinerZero.h"
+#include "dialogs/PresetDialog.h"
+#include "dialogs/QListWidgetPresets.h"
+#include "dialogs/SysChanNamingWindow.h"
+
+#include <QtTest>
+#include <QtWidgets>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+PresetDialog *dialog() { return qobject_cast<PresetDialog *>(QApplication::activeModalWidget()); }
+bool always() { return true; }
+
+/// Rows of the preset dialog, the chosen name, and whether its button can be pressed.
+QByteArray state()
+{
+    if (!dialog())
+        return "closed";
+    QStringList rows;
+    for (const auto *const item : dialog()->findChild<QListWidget *>()->findItems({}, Qt::MatchContains))
+        rows += item->text();
+    const QLabel *const label = dialog()->findChild<QLabel *>(u"lblFileName"_s);
+    const QString name = label ? label->text() : dialog()->findChild<QLineEdit *>()->text();
+    const bool isOn = dialog()->findChild<QPushButton *>(label ? u"btnLoad"_s : u"btnSave"_s)->isEnabled();
+    return (rows.join(u',') + u'|' + name + (isOn ? u'+' : u'-')).toLatin1();
+}
+
+void act(const QByteArray &what)
+{
+    if (!dialog())
+        return;
+    auto *const list = dialog()->findChild<QListWidget *>();
+    const QString text = QString::fromLatin1(what.mid(what.indexOf(':') + 1));
+    if (what.startsWith("type:")) {
+        QTest::keyClicks(dialog()->focusWidget(), text);
+    } else if (what.startsWith("double:")) {
+        const QPoint place = list->visualItemRect(list->item(text.toInt())).center();
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, place);
+        QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, place);
+    } else if (what == "press") {
+        QTest::mouseClick(dialog()->findChild<QPushButton *>(), Qt::LeftButton);
+    } else if (!what.isEmpty()) {
+        const bool isForList = what == "Delete" || what == "Down" || what == "Enter";
+        QTest::keySequence(isForList ? list : dialog()->focusWidget(), QKeySequence(text));
+    }
+}
+
+} // namespace
+
+/// Presets, names, cards and combiner zero, as the operator opens them from the menus.
+class DialogsTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        m_bench = std::make_unique<WindowBench>();
+        chassis().setValue("U0:PLIST", "a b c ");
+        chassis().setDefaultValue("0");
+        QApplication::clipboard()->setText(u"\x02"_s); // no name may hold it
+    }
+    void cleanup() { m_bench.reset(); }
+
+    void presets_data()
+    {
+        QTest::addColumn<QByteArrayList>("steps"); // acts of one moment, "=", and what is seen after them
+        QTest::addColumn<QByteArray>("sent");
+        const auto row = [](const char *name, const QByteArrayList &steps, const char *sent) {
+            QTest::newRow(name) << steps << QByteArray(sent);
+        };
+        row("load first", { "=a,b,c|a+", "press=closed" }, "U0:RESTORE:a");
+        row("load with keypad", { "Down=a,b,c|b+", "Enter Enter Delete=closed" }, "U0:RESTORE:b");
+        row("load with double click", { "double:2=closed" }, "U0:RESTORE:c");
+        row("load, return and escape", { "Return=a,b,c|a+", "Escape=closed" }, "");
+        row("load, delete", { "Down=a,b,c|b+", "Delete=a,c|c+", "Delete Delete=|-", "Enter Delete=|-" },
+            "U0:DELPR:b U0:DELPR:c U0:DELPR:a");
+        row("save typed", { "=a,b,c|-", "type:n=a,b,c|n+", "Backspace=a,b,c|-", "type:x=a,b,c|x+", "Tab Space=closed" },
+            "U0:STORE:x");
+        row("save, refused", { "type:a Space type:b=a,b,c|ab+", "Ctrl+V=a,b,c|ab+", "Return=a,b,c|ab+" }, "");
+        row("save with keypad", { "Down=a,b,c|a+", "type:x Enter Enter=closed" }, "U0:STORE:a");
+        row("save with double click", { "double:1=closed" }, "U0:STORE:b");
+        row("save, delete", // what is typed, even if it is not the row that goes
+            { "Delete=a,b,c|-", "Down=a,b,c|a+", "type:s=a,b,c|as+", "Delete Delete=c|c+", "press=closed" },
+            "U0:DELPR:as U0:DELPR:b U0:STORE:c");
+    }
+
+    void presets()
+    {
+        QFETCH(QByteArrayList, steps);
+        QFETCH(QByteArray, sent);
+        QVERIFY(m_bench->goLive());
+        QByteArrayList seen;
+        QList<WindowBench::Step> taken{ { dialog, [] {} } };
+        for (const QByteArray &step : steps) {
+            const auto acts = step.first(step.indexOf('='));
+            taken += { always, [acts] { std::ranges::for_each(acts.split(' '), act); } };
+            taken += { always, [&seen, acts] { seen += acts + '=' + state(); } };
+        }
+        taken += { always, [] { act("Escape"); } };
+        const QByteArrayList frames = m_bench->sentBy([&] {
+            choose(QByteArray(QTest::currentDataTag()).startsWith("load") ? u"LoadPreset"_s : u"SavePreset"_s);
+            QVERIFY(WindowBench::takeSteps(taken));
+        });
+        QCOMPARE(seen, steps);
+        QCOMPARE(frames.join(' '), QByteArray("U0:PLIST " + sent).trimmed());
+    }
+
+    void listing_data()
+    {
+        QTest::addColumn<QStringList>("entries");
+        for (const char *entries : { "Load Load", "Save Save", "Save Load" })
+            QTest::newRow(entries) << QString::fromLatin1(entries).split(u' ');
+    }
+
+    /// Only a choice that can be answered opens a dialog, and only one however often it was made.
+    void listing()
+    {
+        QFETCH(QStringList, entries);
+        m_bench->start();
+        window().LoadPreset_triggered();
+        window().SavePreset_triggered();
+        QVERIFY(!window().LoadPresetPending() && !window().SavePresetPending());
+        QVERIFY(m_bench->goLive() && !chassis().frames().contains("U0:PLIST"));
+        m_bench->report({ "U0:PLIST:unasked " });
+        chassis().ignore("U0:PLIST");
+        const auto unanswered = [&] { choose(entries[0] + u"Preset"_s); };
+        QCOMPARE(m_bench->sentBy(unanswered), QByteArrayList{ "U0:PLIST" });
+        QCOMPARE(state(), "closed");
+
+        auto &frequency = m_bench->find<QDoubleSpinBox>(u"doubleSpinBoxFREQch1"_s);
+        frequency.setFocus();
+        QTest::keyClicks(&frequency, u"1"_s);
+        chassis().clear();
+        const auto isListed = [&] {
+            return window().PresetNames().size() == 2 && WindowBench::visible<PresetDialog>().size() == 1 &&
+                   dialog()->windowTitle() == entries.last() + u" Preset"_s && state().startsWith("a|");
+        };
+        const auto answers = [&] {
+            std::ranges::for_each(entries, [this](const QString &entry) { choose(entry + u"Preset"_s); });
+            QVERIFY(WindowBench::takeSteps({
+                { [&] { return chassis().frames().size() == 1; }, [&] { chassis().sendFrame("U0:PLIST:a "); } },
+                { [&] { return dialog() && chassis().frames().size() == 2; },
+                  [&] { chassis().sendFrame("U0:PLIST:b c "); } },
+                { isListed, [] { dialog()->reject(); } },
+            }));
+        };
+        QCOMPARE(m_bench->sentBy(answers), QByteArrayList({ "U0:PLIST", "U0:PLIST" }));
+        QCOMPARE(state(), "closed");
+        QVERIFY(!window().LoadPresetPending() && !window().SavePresetPending());
+        QCOMPARE(frequency.text(), u"2250.5"_s);
+        QVERIFY(m_bench->focusReturn().isRunning());
+    }
+
+    void cards()
+    {
+        QVERIFY(m_bench->goLive());
+        const QPointer<CardConfigWindow> first(open<CardConfigWindow>(u"SystemCardsConfiguration"_s));
+        QVERIFY(first && open<CardConfigWindow>(u"SystemCardsConfiguration"_s) == first);
+        const auto *const list = first->findChild<QListWidgetPresets *>(u"listWidgetCardInfo"_s);
+        QCOMPARE(list->count(), 2);
+        QCOMPARE(list->item(1)->text(), u"TUNER;A2;X;0104;MPU;2.30122;FPGA1;1.9"_s);
+        QCOMPARE(list->geometry(), QRect(10, 10, 265, 310));
+
+        first->close(); // and at once, before it is gone:
+        window().SystemCardsConfiguration_triggered();
+        QVERIFY(!first && WindowBench::visible<CardConfigWindow>().size() == 1);
+        QTest::keyClick(WindowBench::visible<CardConfigWindow>().front(), Qt::Key_Escape);
+        QVERIFY(waitUntil(
+            [this] { return WindowBench::visible<CardConfigWindow>().isEmpty() && window().isActiveWindow(); }));
+        QVERIFY(open<CardConfigWindow>(u"SystemCardsConfiguration"_s));
+    }
+
+    void combinerZero()
+    {
+        chassis().setValue("U0:CLST", "0105 MPU 3.0 QLN412 A5 X");
+        QVERIFY(m_bench->goLive());
+        for (const bool byButton : { true, false }) {
+            const QPointer<CombinerZero> zero(open<CombinerZero>(u"Combiner_Zero"_s));
+            QVERIFY(zero && open<CombinerZero>(u"Combiner_Zero"_s) == zero);
+            const auto values = [&] {
+                QString texts = zero->windowTitle();
+                for (const auto *const label : zero->findChildren<QLabel *>(QRegularExpression(u"Val"_s)))
+                    texts += u' ' + label->text();
+                return texts;
+            };
+            QCOMPARE(values(), u"Combiner Zero 0.00 0.00 0.00 0.00 0.00 0.00"_s);
+            m_bench->report({ "C1:CH1IN:-1.5", "C1:CH1OUT:b", "C1:CH2IN:3", "C1:CH2OUT:4.00", "C1:TP2:5", "C1:TP4:6" });
+            window().UpdateCmbrDynamicParamsTmr_Tick();
+            QCOMPARE(values(), u"Combiner Zero -1.5 b 3 4.00 5 6"_s);
+
+            const QSignalSpy told(zero, &CombinerZero::closePressed);
+            byButton ? zero->findChild<QPushButton *>(u"btnClose"_s)->click() : void(zero->close());
+            QCOMPARE(told.count(), 1);
+            window().UpdateCmbrDynamicParamsTmr_Tick();
+            QVERIFY(waitUntil([&] { return !zero; }));
+        }
+    }
+
+    void naming()
+    {
+        chassis().setValue("U0:CLST", "0103 MPU 2 T A1 X,0121 FPGA1 1 T A1 X,0104 MPU 2 T A2 X,0122 FPGA1 1 T A2 X,"
+                                      "DEMOD1 DEMOD 4 K3050 A6,DEMOD3 DEMOD 4 K3050 A7");
+        for (const char *request : { "D1:RDRG", "D1:DDCF", "D3:RDRG", "D3:DDCF" })
+            chassis().refuse(request); // their answers have consequences
+        QVERIFY(m_bench->goLive());
+        QStringList before;
+        // Fills in names as in "Sys=Range,Rcv1=North", and presses a button.
+        const auto press = [&](const QString &button, const QString &names) {
+            return m_bench->sentBy([&] {
+                const auto *const dialog = open<SysChanNamingWindow>(u"SystemChannelNaming"_s);
+                for (const QString &name : names.split(u',', Qt::SkipEmptyParts)) {
+                    auto *const line = dialog->findChild<QLineEdit *>(u"line%1Name"_s.arg(name.section(u'=', 0, 0)));
+                    before += line->isVisible() ? line->text() : u"(hidden)"_s;
+                    line->selectAll();
+                    QTest::keyClick(line, Qt::Key_Delete);
+                    QTest::keyClicks(line, name.section(u'=', 1));
+                    QTest::keySequence(line, QKeySequence::Paste);
+                    QTest::keyClick(line, Qt::Key_Return);
+                }
+                QTest::mouseClick(dialog->findChild<QPushButton *>(button), Qt::LeftButton);
+            });
+        };
+        QCOMPARE(press(u"btnSAVE"_s, {}), QByteArrayList());
+        QCOMPARE(press(u"btnCancel"_s, u"Sys=Gone"_s), QByteArrayList());
+        // The second demodulator there is, whatever its number; an emptied name is none.
+        QCOMPARE(press(u"btnSAVE"_s, u"Dmd2=Third,Dmd3=X,Cmb1=X,Rcv1=,Rcv2=South 2,Sys=Range 5"_s),
+                 QByteArrayList({ "U0:NAME:Range 5", "R2:NAME:South 2", "D3:NAME:Third" }));
+        QCOMPARE(before.join(u','), u"Range 4,0,(hidden),(hidden),Receiver,Receiver,Range 4"_s);
+        QCOMPARE(m_bench->find<QGroupBox>(u"groupBoxRcvr2"_s).title(), u"South 2"_s);
+    }
+
+    void end_data()
+    {
+        QTest::addColumn<QString>("entries");
+        const QString windows = u"SystemCardsConfiguration SystemChannelNaming Combiner_Zero"_s;
+        QStringList rows = (windows + u" LoadPreset SavePreset"_s).split(u' ');
+        rows += windows + u" LoadPreset"_s;
+        for (const QString &entries : rows)
+            QTest::newRow(qPrintable(entries)) << entries;
+    }
+
+    /// The program ends with whatever is open when its window closes.
+    void end()
+    {
+        QFETCH(QString, entries);
+        chassis().setValue("U0:CLST", "0105 MPU 3.0 QLN412 A5 X");
+        QVERIFY(m_bench->goLive());
+        const auto isOpen = [](qsizetype windows) { return WindowBench::visible<QWidget>().size() == windows; };
+        QList<WindowBench::Step> steps;
+        for (const QString &entry : entries.split(u' '))
+            steps += { [isOpen, n = steps.size() + 1] { return isOpen(n); }, [this, entry] { choose(entry); } };
+        steps += { [isOpen, n = steps.size() + 1] { return isOpen(n); }, [this] { window().close(); } };
+        QTimer::singleShot(0, this, [&] { QVERIFY(WindowBench::takeSteps(steps)); });
+        QTimer::singleShot(12'000, &window(), [] { QCoreApplication::exit(1); });
+        QCOMPARE(QApplication::exec(), 0);
+        m_bench->endWindow();
+        QCOMPARE(WindowBench::visible<QWidget>().size(), 0);
+        QVERIFY(chassis().waitForFrame("U0:TRON:OFF"));
+    }
+
+private:
+    [[nodiscard]] FarEnd &chassis() { return m_bench->chassis(); }
+    [[nodiscard]] ZIRVOFSMainWindow &window() { return m_bench->window(); }
+    void choose(const QString &entry) { m_bench->action(u"action"_s + entry).trigger(); }
+    template <typename W>
+    [[nodiscard]] W *open(const QString &entry)
+    {
+        return m_bench->open<W>(u"action"_s + entry);
+    }
+
+    std::unique_ptr<WindowBench> m_bench;
+};
+
+QTEST_MAIN(DialogsTest)
+#include "tst_dialogs.moc"
