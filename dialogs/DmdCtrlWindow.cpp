@@ -7,6 +7,7 @@
 #include "ui_DmdCtrlWindow.h"
 
 #include <QHash>
+#include <QKeyEvent>
 #include <QMessageBox>
 
 #include <array>
@@ -127,9 +128,8 @@ void DmdCtrlWindow::chooseLayout(bool hasClockPhase)
         ui->lblClkPoldmd->setText(u"Clock Phase"_s);
         ui->lblClkPoldmd->setBuddy(ui->cboClkPhasedmd);
     }
-    for (QWidget *const part :
-         std::initializer_list<QWidget *>{ ui->frame5dmd_3, ui->frame6dmd, ui->frame8dmd, ui->groupBoxAnalogdmd })
-        part->setHidden(hasClockPhase);
+    for (QFrame *const frame : { ui->frame5dmd_3, ui->frame6dmd, ui->frame8dmd })
+        frame->setHidden(hasClockPhase);
     ui->frameAnalogFilter->setHidden(!hasClockPhase);
 }
 
@@ -137,7 +137,7 @@ void DmdCtrlWindow::fill()
 {
     fillIfFilters();
     for (const Choice &choice : std::as_const(m_choices))
-        show(choice, (m_channel->*choice.get)());
+        display(choice, (m_channel->*choice.get)());
     for (const Entry &entry : std::as_const(m_entries))
         showInForce(entry);
     ui->lblFPGA1valdmd->setText(u'v' + m_channel->getFGA1());
@@ -163,6 +163,13 @@ void DmdCtrlWindow::resizeEvent(QResizeEvent *event)
 {
     QDialog::resizeEvent(event);
     showTitle();
+}
+
+void DmdCtrlWindow::keyPressEvent(QKeyEvent *event)
+{
+    // A dialog looks for a default button in the boxes it has open too: the Return that opened one would close it.
+    if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter)
+        QDialog::keyPressEvent(event);
 }
 
 /// Repeats the title, for a head without window manager draws none. A name may be longer than there is room for.
@@ -242,11 +249,11 @@ void DmdCtrlWindow::UpdateSetting(const QString &Module, const QString &Cmd, con
         return;
     for (const Choice &choice : std::as_const(m_choices)) {
         if (Cmd == choice.mnemonic)
-            show(choice, Data);
+            display(choice, Data);
     }
     for (const Entry &entry : std::as_const(m_entries)) {
         if (Cmd == entry.number->mnemonic)
-            show(entry, Data);
+            display(entry, Data);
     }
     if (Cmd == Commands::IFFL)
         fillIfFilters();
@@ -256,21 +263,21 @@ void DmdCtrlWindow::UpdateSetting(const QString &Module, const QString &Cmd, con
         followSweepRangeMode(Data);
 }
 
-void DmdCtrlWindow::show(const Choice &choice, const QString &value)
+void DmdCtrlWindow::display(const Choice &choice, const QString &value)
 {
     const ControlGuard::Scope showing(m_guard);
     if (const auto position = positionOf(choice.form, value); position && *position < choice.box->count())
         choice.box->setCurrentIndex(*position);
 }
 
-void DmdCtrlWindow::show(const Entry &entry, const QString &value)
+void DmdCtrlWindow::display(const Entry &entry, const QString &value)
 {
     const QString text = entry.number->toText(value);
     if (!entry.line->isModified() && entry.line->text() != text)
         entry.line->setText(text);
 }
 
-void DmdCtrlWindow::showInForce(const Entry &entry) { show(entry, (m_channel->*entry.number->get)()); }
+void DmdCtrlWindow::showInForce(const Entry &entry) { display(entry, (m_channel->*entry.number->get)()); }
 
 void DmdCtrlWindow::fillIfFilters()
 {

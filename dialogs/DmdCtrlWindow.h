@@ -48,6 +48,7 @@ public Q_SLOTS:
     void RemoveControlFocusTmr_Tick() { m_focusReturn.tick(); }
 
 protected:
+    void keyPressEvent(QKeyEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
 
 private:
@@ -88,8 +89,8 @@ private:
     void enter(const Entry &entry);
     void restoreEntries();
 
-    void show(const Choice &choice, const QString &value);
-    void show(const Entry &entry, const QString &value);
+    void display(const Choice &choice, const QString &value);
+    void display(const Entry &entry, const QString &value);
     void showInForce(const Entry &entry);
     void fillIfFilters();
     void followSweepRangeMode(const QString &ASRG);
