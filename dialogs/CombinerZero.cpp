@@ -1,8 +1,19 @@
 #include "dialogs/CombinerZero.h"
 
+#include "controls/WidgetUpdate.h"
 #include "ui_CombinerZero.h"
 
 #include <utility>
+
+namespace {
+
+void showValue(QLabel *label, const QString &value)
+{
+    WidgetUpdate::text(label, value);
+    WidgetUpdate::description(label, value); // the caption is its name
+}
+
+} // namespace
 
 CombinerZero::CombinerZero(QWidget *parent) : QMainWindow(parent), ui(std::make_unique<Ui::CombinerZero>())
 {
@@ -11,17 +22,17 @@ CombinerZero::CombinerZero(QWidget *parent) : QMainWindow(parent), ui(std::make_
 
 CombinerZero::~CombinerZero() = default;
 
-void CombinerZero::setCh1In(const QString &value) { ui->lblAgcInVal_1->setText(value); }
+void CombinerZero::setCh1In(const QString &value) { showValue(ui->lblAgcInVal_1, value); }
 
-void CombinerZero::setCh1Out(const QString &value) { ui->lblAgcOutVal_1->setText(value); }
+void CombinerZero::setCh1Out(const QString &value) { showValue(ui->lblAgcOutVal_1, value); }
 
-void CombinerZero::setCh2In(const QString &value) { ui->lblAgcInVal_2->setText(value); }
+void CombinerZero::setCh2In(const QString &value) { showValue(ui->lblAgcInVal_2, value); }
 
-void CombinerZero::setCh2Out(const QString &value) { ui->lblAgcOutVal_2->setText(value); }
+void CombinerZero::setCh2Out(const QString &value) { showValue(ui->lblAgcOutVal_2, value); }
 
-void CombinerZero::setTP2(const QString &value) { ui->lblTP2Val->setText(value); }
+void CombinerZero::setTP2(const QString &value) { showValue(ui->lblTP2Val, value); }
 
-void CombinerZero::setTP4(const QString &value) { ui->lblTP4Val->setText(value); }
+void CombinerZero::setTP4(const QString &value) { showValue(ui->lblTP4Val, value); }
 
 void CombinerZero::on_btnClose_clicked()
 {

@@ -1,6 +1,7 @@
 #include "frontpanel/AuxiliaryWindows.h"
 
 #include "channels/CmbrChan.h"
+#include "controls/FocusReturn.h"
 #include "dialogs/CardConfigWindow.h"
 #include "dialogs/CombinerZero.h"
 #include "dialogs/DmdCtrlWindow.h"
@@ -28,6 +29,7 @@ void AuxiliaryWindows::open(std::size_t name, Make make)
         place.window = make(&place.open);
         prepare(place.window);
     }
+    m_focusReturn.tick(); // the window takes the focus, and that must not commit half an entry
     place.window->show();
     place.window->raise();
     place.window->activateWindow();

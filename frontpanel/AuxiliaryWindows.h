@@ -10,6 +10,7 @@
 class Card;
 class CmbrChan;
 class DmdChan;
+class FocusReturn;
 class SerialPortController;
 
 /// The windows beside the main window that do not bar it, at most one of each.
@@ -19,8 +20,8 @@ class SerialPortController;
 class AuxiliaryWindows
 {
 public:
-    /// @param owner the main window
-    explicit AuxiliaryWindows(QWidget *owner) : m_owner(owner) {}
+    /// @param owner the main window; outlives this, as does its focus return
+    AuxiliaryWindows(FocusReturn &focusReturn, QWidget *owner) : m_focusReturn(focusReturn), m_owner(owner) {}
     /// Deletes the open windows; their flags still live then.
     ~AuxiliaryWindows();
     Q_DISABLE_COPY_MOVE(AuxiliaryWindows)
@@ -61,6 +62,7 @@ private:
     void open(std::size_t name, Make make);
     void prepare(QWidget *window);
 
+    FocusReturn &m_focusReturn;
     QWidget *m_owner;
     std::array<Place, NameCount> m_places;
 };

@@ -48,7 +48,7 @@ ZIRVOFSMainWindow::ZIRVOFSMainWindow(QWidget *parent)
     , m_loadingPresetBox(u"Loading Preset...."_s, this)
     , m_configuringBox(u"Configuring... One Moment"_s, this)
     , m_presetMenu(m_focusReturn, this)
-    , m_auxiliaryWindows(this)
+    , m_auxiliaryWindows(m_focusReturn, this)
 {
     ui->setupUi(this);
     setWindowIcon(QIcon(u":/new/prefix1/ANTENNA.ICO"_s));

@@ -64,7 +64,6 @@ private Q_SLOTS:
     {
         m_bench = std::make_unique<WindowBench>();
         chassis().setValue("U0:PLIST", "a b c ");
-        chassis().setDefaultValue("0");
         QApplication::clipboard()->setText(u"\x02"_s); // no name may hold it
     }
     void cleanup() { m_bench.reset(); }
@@ -180,7 +179,7 @@ private Q_SLOTS:
 
     void combinerZero()
     {
-        chassis().setValue("U0:CLST", "0105 MPU 3.0 QLN412 A5 X");
+        m_bench->links().fit({ LinkBench::kCombiner });
         QVERIFY(m_bench->goLive());
         for (const bool byButton : { true, false }) {
             const QPointer<CombinerZero> zero(open<CombinerZero>(u"Combiner_Zero"_s));
@@ -206,15 +205,13 @@ private Q_SLOTS:
 
     void naming()
     {
-        chassis().setValue("U0:CLST", "0103 MPU 2 T A1 X,0121 FPGA1 1 T A1 X,0104 MPU 2 T A2 X,0122 FPGA1 1 T A2 X,"
-                                      "DEMOD1 DEMOD 4 K3050 A6,DEMOD3 DEMOD 4 K3050 A7");
-        for (const char *request : { "D1:RDRG", "D1:DDCF", "D3:RDRG", "D3:DDCF" })
-            chassis().refuse(request); // their answers have consequences
+        m_bench->links().fit({ LinkBench::kReceivers, "DEMOD1 MPU 1.2 K3050 S1", "DEMOD3 MPU 1.2 K3050 S3" });
         QVERIFY(m_bench->goLive());
         QStringList before;
         // Fills in names as in "Sys=Range,Rcv1=North", and presses a button.
         const auto press = [&](const QString &button, const QString &names) {
             return m_bench->sentBy([&] {
+                QTest::keyClicks(&m_bench->find<QDoubleSpinBox>(u"doubleSpinBoxFREQch1"_s), u"1"_s);
                 const auto *const dialog = open<SysChanNamingWindow>(u"SystemChannelNaming"_s);
                 for (const QString &name : names.split(u',', Qt::SkipEmptyParts)) {
                     auto *const line = dialog->findChild<QLineEdit *>(u"line%1Name"_s.arg(name.section(u'=', 0, 0)));
@@ -233,7 +230,7 @@ private Q_SLOTS:
         // The second demodulator there is, whatever its number; an emptied name is none.
         QCOMPARE(press(u"btnSAVE"_s, u"Dmd2=Third,Dmd3=X,Cmb1=X,Rcv1=,Rcv2=South 2,Sys=Range 5"_s),
                  QByteArrayList({ "U0:NAME:Range 5", "R2:NAME:South 2", "D3:NAME:Third" }));
-        QCOMPARE(before.join(u','), u"Range 4,0,(hidden),(hidden),Receiver,Receiver,Range 4"_s);
+        QCOMPARE(before.join(u','), u"Range 4,Demodulator,(hidden),(hidden),Receiver,Receiver,Range 4"_s);
         QCOMPARE(m_bench->find<QGroupBox>(u"groupBoxRcvr2"_s).title(), u"South 2"_s);
     }
 
@@ -251,7 +248,7 @@ private Q_SLOTS:
     void end()
     {
         QFETCH(QString, entries);
-        chassis().setValue("U0:CLST", "0105 MPU 3.0 QLN412 A5 X");
+        m_bench->links().fit({ LinkBench::kCombiner });
         QVERIFY(m_bench->goLive());
         const auto isOpen = [](qsizetype windows) { return WindowBench::visible<QWidget>().size() == windows; };
         QList<WindowBench::Step> steps;
