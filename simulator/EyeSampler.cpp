@@ -39,8 +39,10 @@ qint16 quantised(double value)
 QByteArray EyeSampler::eyePattern(const Demodulator &source)
 {
     constexpr int kSymbols = kSamples / kSamplesPerSymbol + 2 * kReach;
+    // Behind the discriminator frequency modulation is bits on one axis.
+    const int levels = source.mode() && source.mode()->isCoherent() ? source.mode()->points : 2;
     std::array<Point, kSymbols> symbols;
-    std::generate(symbols.begin(), symbols.end(), [&] { return symbol(source); });
+    std::generate(symbols.begin(), symbols.end(), [&] { return symbol(source, levels); });
     // Without bit sync the samples are taken anywhere in the symbol.
     const double slip = source.isBitSyncLocked() ? 0 : m_noise.random().generateDouble();
     const double sigma = disturbance(source);
@@ -61,9 +63,10 @@ QByteArray EyeSampler::eyePattern(const Demodulator &source)
 QByteArray EyeSampler::constellation(const Demodulator &source)
 {
     const double sigma = disturbance(source);
+    const int points = source.mode() ? source.mode()->points : 0;
     QByteArray block;
     for (int sample = 0; sample < kSamples; ++sample) {
-        const Point point = symbol(source);
+        const Point point = symbol(source, points);
         // Without a carrier loop in lock the figure turns.
         const double turn = source.isLocked() ? 0 : 2 * std::numbers::pi * m_noise.random().generateDouble();
         append(block,
@@ -82,11 +85,10 @@ QByteArray EyeSampler::serialData()
     return bytes;
 }
 
-EyeSampler::Point EyeSampler::symbol(const Demodulator &source)
+EyeSampler::Point EyeSampler::symbol(const Demodulator &source, int points)
 {
     if (!source.hasInput() || !source.mode())
         return {};
-    const int points = source.mode()->points;
     // Two points lie on the first axis, more of them to either side of both axes.
     const double first = points > 2 ? std::numbers::pi / points : 0;
     const double angle = first + 2 * std::numbers::pi * m_noise.random().bounded(points) / points;

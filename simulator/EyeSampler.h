@@ -32,7 +32,8 @@ private:
         double y = 0;
     };
 
-    [[nodiscard]] Point symbol(const Demodulator &source);
+    /// One of `points` on the circle, as the mode weighs the axes; the origin without a carrier.
+    [[nodiscard]] Point symbol(const Demodulator &source, int points);
     /// Standard deviation of what disturbs each axis.
     [[nodiscard]] static double disturbance(const Demodulator &source);
     void append(QByteArray &block, const Point &point, double sigma);
