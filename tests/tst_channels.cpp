@@ -16,10 +16,16 @@ auto on(const QByteArray &cards)
     };
 }
 
-void addStatusRow(const QByteArray &cards, const QByteArray &key, const Getter &get)
+/// Every report of these is kept, none is told, and a set that fails changes nothing.
+template <typename C>
+void addStatusRows(const QByteArray &cards, const QByteArray &keys,
+                   std::initializer_list<QString (C::*)() const> getters)
 {
-    on(cards)("report " + key + ":3; report " + key + ":4; report " + key + ":4; lose " + key + ":7", key + ":7", get,
-              "4 < 4");
+    for (qsizetype i = 0; i < qsizetype(getters.size()); ++i) {
+        const QByteArray key = keys.split(' ').at(i);
+        on(cards)("report " + key + ":3; report " + key + ":4; report " + key + ":4; lose " + key + ":7", key + ":7",
+                  of(getters.begin()[i]), "4 < 4");
+    }
 }
 
 void addCombinerRows()
@@ -29,17 +35,11 @@ void addCombinerRows()
     row("set C1:GCZV:0; report C1:GCZV:5", "C1 GCZV 5", of(&CmbrChan::getGCZV), "5 < 0");
     row("report C1:IFLS:a,b c", "C1 IFLS a,b c", of(&CmbrChan::ifBandwidths), "a/b c < 1 MHz,5 MHz,10 MHz");
     row("lose C1:CMOD:2", "C1:CMOD:2; C1 CMOD 0", of(&CmbrChan::getCMOD), "0 < Unknown");
-    for (const auto &[key, get] : { std::pair("C1:CLCK", of(&CmbrChan::getCLCK)),
-                                    { "C1:CLCS", of(&CmbrChan::getCLCS) },
-                                    { "C1:AGCA", of(&CmbrChan::getAGCA) },
-                                    { "C1:AGCB", of(&CmbrChan::getAGCB) },
-                                    { "C1:CH1IN", of(&CmbrChan::getAGCCh1In) },
-                                    { "C1:CH1OUT", of(&CmbrChan::getAGCCh1Out) },
-                                    { "C1:CH2IN", of(&CmbrChan::getAGCCh2In) },
-                                    { "C1:CH2OUT", of(&CmbrChan::getAGCCh2Out) },
-                                    { "C1:TP2", of(&CmbrChan::getTP2) },
-                                    { "C1:TP4", of(&CmbrChan::getTP4) } })
-        addStatusRow(LinkBench::kCombiner, key, get);
+    using C = CmbrChan;
+    addStatusRows<C>(LinkBench::kCombiner,
+                     "C1:CLCK C1:CLCS C1:AGCA C1:AGCB C1:CH1IN C1:CH1OUT C1:CH2IN C1:CH2OUT C1:TP2 C1:TP4",
+                     { &C::getCLCK, &C::getCLCS, &C::getAGCA, &C::getAGCB, &C::getAGCCh1In, &C::getAGCCh1Out,
+                       &C::getAGCCh2In, &C::getAGCCh2Out, &C::getTP2, &C::getTP4 });
 }
 
 void addDemodulatorRows()
@@ -71,23 +71,12 @@ void addDemodulatorRows()
     on(secondAlone)("report U0:SDM1:3; report U0:SDM3:3; report U0:SDM2:2; set D2:DSRC:2", "D2 U0 SDM2 2",
                     of(&D::getDSRC), "2 < 1");
 
-    for (const auto &[key, get] : { std::pair("D1:DLCK", of(&D::getDLCK)),
-                                    { "D1:BLCK", of(&D::getBLCK) },
-                                    { "D1:FOFF", of(&D::getFOFF) },
-                                    { "D1:PDEV", of(&D::getPDEV) },
-                                    { "D1:VLV1", of(&D::getVLV1) },
-                                    { "D1:FSLK", of(&D::getFSLK) },
-                                    { "D1:BS0L", of(&D::getBS0L) },
-                                    { "D1:BTER", of(&D::getBTER) },
-                                    { "D1:BERG", of(&D::getBERG) },
-                                    { "D1:BTCB", of(&D::getBTCB) },
-                                    { "D1:BTCE", of(&D::getBTCE) },
-                                    { "D1:BERC", of(&D::getBERC) },
-                                    { "D1:BTLK", of(&D::getBTLK) },
-                                    { "D1:BTLS", of(&D::getBTLS) },
-                                    { "D1:BETI", of(&D::getBETI) },
-                                    { "D1:BAVL", of(&D::getBAVL) } })
-        addStatusRow(LinkBench::kOlderDemodulators, key, get);
+    addStatusRows<D>(LinkBench::kOlderDemodulators,
+                     "D1:DLCK D1:BLCK D1:FOFF D1:PDEV D1:VLV1 D1:FSLK D1:BS0L D1:BTER D1:BERG D1:BTCB D1:BTCE D1:BERC "
+                     "D1:BTLK D1:BTLS D1:BETI D1:BAVL",
+                     { &D::getDLCK, &D::getBLCK, &D::getFOFF, &D::getPDEV, &D::getVLV1, &D::getFSLK, &D::getBS0L,
+                       &D::getBTER, &D::getBERG, &D::getBTCB, &D::getBTCE, &D::getBERC, &D::getBTLK, &D::getBTLS,
+                       &D::getBETI, &D::getBAVL });
     row("report D1:MSE0:3", "");
 }
 
@@ -138,6 +127,21 @@ void addRegisterRows()
           "D1:CDRG:851; D1 DFWD 1");
 }
 
+/// The eye link of three demodulators, and a client's link that takes no channels until a test hands them over.
+struct EyeBench
+{
+    EyeBench() { eye.GenerateChannelList(&chassis.link); }
+    void send(const QByteArrayList &frames) { chassis.bench.eye().send("\2" + frames.join("\4\2") + "\4"); }
+    [[nodiscard]] QByteArray block(const QString &address) const
+    {
+        return qobject_cast<DmdChan *>(chassis.channel(address))->lastEyeBlock().toHex();
+    }
+
+    ChannelBench chassis{ { LinkBench::kOlderDemodulators } };
+    SerialPortController eye{ nullptr, SerialPortController::EYE_CONST_LINK, {} };
+    SerialPortController client{ nullptr, SerialPortController::REMOTE_EYE_AND_STATUS_LINK, {} };
+};
+
 } // namespace
 
 /// The models of all channels: what is cached, what is signalled and what goes to the card.
@@ -160,12 +164,10 @@ void ChannelsTest::everySetter_data()
     QTest::addColumn<QByteArray>("cards");
     QTest::addColumn<QString>("addresses"); // the second and third are the first one's slaves
     QTest::addColumn<QString>("slaving");   // roles in which the first one's sets are copied
-    QTest::addColumn<QString>("ownWays");   // settings with a request of another name
     QTest::addColumn<QString>("alwaysSent");
-    QTest::newRow("receivers") << QByteArray(LinkBench::kReceivers) << u"R1 R2"_s << u"1"_s << u""_s << u""_s;
-    QTest::newRow("combiner") << QByteArray(LinkBench::kCombiner) << u"C1"_s << u""_s << u""_s << u"AIFB CAMF CAMP"_s;
+    QTest::newRow("receivers") << QByteArray(LinkBench::kReceivers) << u"R1 R2"_s << u"1"_s << u""_s;
+    QTest::newRow("combiner") << QByteArray(LinkBench::kCombiner) << u"C1"_s << u""_s << u"AIFB CAMF CAMP"_s;
     QTest::newRow("demodulators") << QByteArray(LinkBench::kOlderDemodulators) << u"D1 D2 D3"_s << u"1 2"_s
-                                  << u"DSRC DREG DFWD MEAN BEPO DFSZ DDQM ADEQ"_s
                                   << u"AFIR AVF1 AVF2 AVF3 CSDR CSFQ CSLB CSLC REST"_s;
 }
 
@@ -174,14 +176,14 @@ void ChannelsTest::everySetter()
     QFETCH(QByteArray, cards);
     QFETCH(QString, addresses);
     QFETCH(QString, slaving);
-    QFETCH(QString, ownWays);
     QFETCH(QString, alwaysSent);
 
     ChannelBench chassis({ cards });
     const QString first = addresses.first(2);
     Settings settings = channelSettings();
-    settings.removeIf([&](const auto &setting) {
-        return !setting.key().startsWith(first.first(1)) || ownWays.split(u' ').contains(setting.key().sliced(2));
+    settings.removeIf([&first](const auto &setting) {
+        static const QStringList ownWays = u"DSRC DREG DFWD MEAN BEPO DFSZ DDQM ADEQ"_s.split(u' ');
+        return !setting.key().startsWith(first.front()) || ownWays.contains(setting.key().sliced(2));
     });
     for (const QString &role : { u"0"_s, u"1"_s, u"2"_s }) {
         QCOMPARE(chassis.play(u"report %1:SLAVE:%2"_s.arg(first, role)),
@@ -258,14 +260,10 @@ void ChannelsTest::conversation_data()
     row("refuse U0:SLAVE; set U0:SLAVE:1", "U0:SLAVE:1; U0 SLAVE 0; R1 U0 SLAVE 0; R2 U0 SLAVE 0");
     row("report R1:SLAVE:2; set R1:AFC:4", "R1 SLAVE 2; R1:AFC:4; R1 AFC 4", afc, "4 < 1");
 
-    for (const auto &[key, get] : { std::pair("R1:SYNL", of(&RcvrChan::getSYNL)),
-                                    { "R1:SSLV", of(&RcvrChan::getSSLV) },
-                                    { "R1:MAFL", of(&RcvrChan::getMAFL) },
-                                    { "R1:RLST", of(&RcvrChan::getRLST) },
-                                    { "R1:AGCA", of(&RcvrChan::getAGCA) },
-                                    { "R1:AGCB", of(&RcvrChan::getAGCB) },
-                                    { "U0:LAGC", of(&UniversalChan::getLAGC) } })
-        addStatusRow(LinkBench::kReceivers, key, get);
+    using R = RcvrChan;
+    addStatusRows<R>(LinkBench::kReceivers, "R1:SYNL R1:SSLV R1:MAFL R1:RLST R1:AGCA R1:AGCB",
+                     { &R::getSYNL, &R::getSSLV, &R::getMAFL, &R::getRLST, &R::getAGCA, &R::getAGCB });
+    addStatusRows<UniversalChan>(LinkBench::kReceivers, "U0:LAGC", { &UniversalChan::getLAGC });
     row("ask R1:MVAL:1; report R1:MVAL:1; lose R1:MVAL:4", "R1:MVAL; R1 MVAL 1; R1 MVAL 1; R1:MVAL:4");
     row("ask R1:LSCI:1; report R1:LSCI:1; lose R1:LSCI:4", "R1:LSCI; R1 LSCI 1; R1 LSCI 1; R1:LSCI:4");
     row("ask R1:LSCL:1; report R1:LSCL:1; lose R1:LSCL:4", "R1:LSCL; R1 LSCL 1; R1 LSCL 1; R1:LSCL:4");
@@ -317,94 +315,62 @@ void ChannelsTest::initialTexts()
     CommandLinkBench chassis;
     const DmdChan demodulator(nullptr, u"2"_s, &chassis.link, false);
     const CmbrChan combiner(nullptr, u"1"_s, &chassis.link);
-    const auto texts = [](const Channel &channel, const char *mnemonic, const QString &current) {
-        return current + u'/' + channel.previousValue(QLatin1StringView(mnemonic));
-    };
-    QCOMPARE(texts(demodulator, "NAME", demodulator.getNAME()), u"Chan Name/Chan Name"_s);
-    QCOMPARE(texts(demodulator, "SLAVE", demodulator.getSLAVE()), u"0/0"_s);
-    QCOMPARE(texts(demodulator, "DMOD", demodulator.getDMOD()), u"Unknown/Unknown"_s);
-    for (const char *const mnemonic : { "BTER", "BERG", "BTCB", "BTCE", "BERC", "BTLK", "BTLS", "BETI", "BAVL" })
-        QCOMPARE(texts(demodulator, mnemonic, demodulator.getBTER()), u"Unknown/Uknown"_s);
-    QCOMPARE(texts(demodulator, "LDPCS", demodulator.getLDPCS()), u"Uknown/Uknown"_s);
-    QCOMPARE(texts(demodulator, "CDS1", demodulator.getCDS1()), u"Uknown/Uknown"_s);
-    QCOMPARE(texts(demodulator, "SCBE", demodulator.getSCBE()), u"Uknown/Uknown"_s);
-    QCOMPARE(texts(demodulator, "AG0E", demodulator.getAG0E()), u"Uknown/Uknown"_s);
-    QCOMPARE(texts(demodulator, "CF0E", demodulator.getCF0E()), u"Unknown/Unknown"_s);
+    QString previous;
+    for (const auto *const mnemonic :
+         { "NAME", "SLAVE", "DMOD", "BTER", "BAVL", "LDPCS", "CDS1", "SCBE", "AG0E", "CF0E" })
+        previous += demodulator.previousValue(QLatin1StringView(mnemonic)) + u'/';
+    QCOMPARE(previous, u"Chan Name/0/Unknown/Uknown/Uknown/Uknown/Uknown/Uknown/Uknown/Unknown/"_s);
+    QCOMPARE(
+        (QStringList{ demodulator.getDMOD(), demodulator.getBTER(), demodulator.getLDPCS(), demodulator.getVITE() }),
+        (QStringList{ u"Unknown"_s, u"Unknown"_s, u"Uknown"_s, u"Uknown"_s }));
     QCOMPARE(demodulator.ifFilters(), u"Auto 0 1 2 3"_s.split(u' '));
-    QCOMPARE(texts(combiner, "CAMP", combiner.getCAMP()), u"/"_s);
-    QCOMPARE(texts(combiner, "GCZV", combiner.getGCZV()), u"0/0"_s);
+    QCOMPARE(combiner.getCMOD() + combiner.getCAMF() + combiner.getCAMP() + combiner.getGCZV(), u"Unknown0"_s);
 }
 
 void ChannelsTest::eyeBlocks()
 {
-    ChannelBench chassis({ LinkBench::kOlderDemodulators });
-    SerialPortController eye(nullptr, SerialPortController::EYE_CONST_LINK, {});
-    SerialPortController client(nullptr, SerialPortController::REMOTE_EYE_AND_STATUS_LINK, {});
-    FarEnd &far = chassis.bench.remoteEyeAndStatus();
-    eye.GenerateChannelList(&chassis.link);
-    const auto block = [&chassis](const QString &address) {
-        return qobject_cast<DmdChan *>(chassis.channel(address))->lastEyeBlock().toHex();
-    };
-    const auto send = [&chassis](const QByteArrayList &frames) {
-        chassis.bench.eye().send('\x02' + frames.join("\x04\x02") + '\x04');
-    };
-    send({ "ED1SD0000000001" });
-    QVERIFY(waitUntil([&] { return block(u"D1"_s) == "0000000001"; }));
+    EyeBench bench;
+    FarEnd &far = bench.chassis.bench.remoteEyeAndStatus();
+    bench.send({ "ED1SD0000000001" });
+    QVERIFY(waitUntil([&bench] { return bench.block(u"D1"_s) == "0000000001"; }));
 
-    client.GenerateChannelList(&chassis.link);
+    bench.client.GenerateChannelList(&bench.chassis.link);
     const QByteArray samples = QByteArray("80007Fff").repeated(256);
     // Full blocks of three demodulators at once; wrong sizes, absent demodulators, what is no digit; lower case.
-    send({ "ED2" + samples, "ED1" + samples, "ED3" + samples.toLower(), "ED2SD000000000", "ED2SD00000000000", "ED2" });
-    send({ "ED4SD0000000002", "ED0SD0000000003", "EDxSD0000000004", "ED1SD:?G:zz~~!!", "ed2sdabcdef09ff" });
+    bench.send({ "ED2" + samples, "ED1" + samples, "ED3" + samples.toLower(), "ED2SD000000000", "ED2SD00000000000",
+                 "ED2", "ED4SD0000000002", "ED0SD0000000003", "EDxSD0000000004", "ED1SD:?G:zz~~!!",
+                 "ed2sdabcdef09ff" });
     QVERIFY(far.waitForFrames(5));
     QVERIFY(!waitUntil([&far] { return far.frames().size() > 5; }, 50));
-    const QByteArray upper = QByteArray("80007FFF").repeated(256);
-    QCOMPARE(far.bytes(), "\x02"
-                          "D2:EYEP:" +
-                              upper +
-                              "\r\x02"
-                              "D1:EYEP:" +
-                              upper +
-                              "\r\x02"
-                              "D3:EYEP:" +
-                              upper +
-                              "\r\x02"
-                              "D1:EYEP::?G:ZZ~~!!\r\x02"
-                              "D2:EYEP:ABCDEF09FF\r");
-    QCOMPARE(block(u"D1"_s).first(2), QByteArray("af"));
-    QCOMPARE(block(u"D1"_s).size(), 10);
-    QCOMPARE(block(u"D2"_s), QByteArray("abcdef09ff"));
-    QCOMPARE(block(u"D3"_s), samples.toLower());
+    const QByteArray block = ":EYEP:" + samples.toUpper() + "\r\x02";
+    QCOMPARE(far.bytes(), "\2D2" + block + "D1" + block + "D3" + block + "D1:EYEP::?G:ZZ~~!!\r\2D2:EYEP:ABCDEF09FF\r");
+    QCOMPARE(bench.block(u"D1"_s).first(2), QByteArray("af"));
+    QCOMPARE(bench.block(u"D1"_s).size(), 10);
+    QCOMPARE(bench.block(u"D2"_s), QByteArray("abcdef09ff"));
+    QCOMPARE(bench.block(u"D3"_s), samples.toLower());
 }
 
 void ChannelsTest::eyeBlocksForASlowClient()
 {
-    ChannelBench chassis({ LinkBench::kOlderDemodulators });
-    SerialPortController eye(nullptr, SerialPortController::EYE_CONST_LINK, {});
-    SerialPortController client(nullptr, SerialPortController::REMOTE_EYE_AND_STATUS_LINK, {});
-    eye.GenerateChannelList(&chassis.link);
-    client.GenerateChannelList(&chassis.link);
-    FarEnd &far = chassis.bench.remoteEyeAndStatus();
+    EyeBench bench;
+    bench.client.GenerateChannelList(&bench.chassis.link);
+    FarEnd &far = bench.chassis.bench.remoteEyeAndStatus();
     far.setReading(false);
-    auto *const demodulator = qobject_cast<DmdChan *>(chassis.channel(u"D1"_s));
     qint64 mostBytes = 0;
     std::size_t mostMessages = 0;
-    for (int number = 0; number < 300; ++number) {
-        const QByteArray digits = QByteArray::number(10'000 + number).last(4);
-        chassis.bench.eye().send("\x02"
-                                 "ED1" +
-                                 digits.repeated(512) + "\x04");
-        QVERIFY(waitUntil([&] { return demodulator->lastEyeBlock().toHex().startsWith(digits); }));
-        mostBytes = qMax(mostBytes, client.port().bytesToWrite());
-        mostMessages = qMax(mostMessages, client.txmtRemoteEyeAndStatusCmdQueue().waitingCount());
+    for (int number = 1000; number < 1300; ++number) {
+        const QByteArray digits = QByteArray::number(number);
+        bench.send({ "ED1" + digits.repeated(512) });
+        QVERIFY(waitUntil([&] { return bench.block(u"D1"_s).startsWith(digits); }));
+        mostBytes = qMax(mostBytes, bench.client.port().bytesToWrite());
+        mostMessages = qMax(mostMessages, bench.client.txmtRemoteEyeAndStatusCmdQueue().waitingCount());
     }
     QVERIFY2(mostBytes > 10'000, "the client took everything");
     QVERIFY2(mostBytes < 64 * 1024 && mostMessages < 300, qPrintable(u"%1 %2"_s.arg(mostBytes).arg(mostMessages)));
 
     far.setReading(true);
-    QVERIFY(waitUntil([&] { return !client.isBehind() && client.port().bytesToWrite() == 0; }));
-    chassis.bench.eye().send("\x02"
-                             "ED1SDfeedfeed01\x04");
+    QVERIFY(waitUntil([&bench] { return bench.client.port().bytesToWrite() == 0; }));
+    bench.send({ "ED1SDfeedfeed01" });
     QVERIFY(far.waitForFrame("D1:EYEP:FEEDFEED01"));
 }
 
