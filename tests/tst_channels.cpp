@@ -356,17 +356,16 @@ void ChannelsTest::eyeBlocksForASlowClient()
     bench.client.GenerateChannelList(&bench.chassis.link);
     FarEnd &far = bench.chassis.bench.remoteEyeAndStatus();
     far.setReading(false);
-    qint64 mostBytes = 0;
-    std::size_t mostMessages = 0;
-    for (int number = 1000; number < 1300; ++number) {
+    qint64 most = 0;
+    for (int number = 1000; number < 1600; ++number) {
         const QByteArray digits = QByteArray::number(number);
         bench.send({ "ED1" + digits.repeated(512) });
         QVERIFY(waitUntil([&] { return bench.block(u"D1"_s).startsWith(digits); }));
-        mostBytes = qMax(mostBytes, bench.client.port().bytesToWrite());
-        mostMessages = qMax(mostMessages, bench.client.txmtRemoteEyeAndStatusCmdQueue().waitingCount());
+        const auto waiting = qint64(bench.client.txmtRemoteEyeAndStatusCmdQueue().waitingCount());
+        most = qMax(most, bench.client.port().bytesToWrite() + waiting * 2048);
     }
-    QVERIFY2(mostBytes > 10'000, "the client took everything");
-    QVERIFY2(mostBytes < 64 * 1024 && mostMessages < 300, qPrintable(u"%1 %2"_s.arg(mostBytes).arg(mostMessages)));
+    QVERIFY2(most > 10'000, "the client took everything");
+    QVERIFY2(most < 700'000, qPrintable(QString::number(most)));
 
     far.setReading(true);
     QVERIFY(waitUntil([&bench] { return bench.client.port().bytesToWrite() == 0; }));
