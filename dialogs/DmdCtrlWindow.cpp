@@ -291,7 +291,7 @@ void DmdCtrlWindow::fillIfFilters()
 void DmdCtrlWindow::followSweepRangeMode(const QString &ASRG)
 {
     if (isOn(ASRG))
-        ui->lineSweepRangedmd->clear();
+        ui->lineSweepRangedmd->setText({}); // clear() would count as typed
     else if (ASRG == "0"_L1 && !m_channel->isSetPending(Commands::SWRG))
         showInForce({ ui->lblSweepRangedmd, ui->lineSweepRangedmd, &DmdNumber::of(Commands::SWRG) });
 }
@@ -343,7 +343,7 @@ void DmdCtrlWindow::ShowHideControls()
     for (const Entry &entry : std::as_const(m_entries))
         setUsable(entry.label, entry.line, !locked.contains(entry.number->mnemonic));
     if (kAutomaticModes.contains(m_channel->getDMOD()) && isOn(m_channel->getASRG()))
-        ui->lineSweepRangedmd->clear();
+        ui->lineSweepRangedmd->setText({}); // clear() would count as typed
 }
 
 void DmdCtrlWindow::setUsable(QWidget *label, QWidget *control, bool usable)
