@@ -6,10 +6,16 @@
 
 Channel::Channel(QObject *parent, QLatin1StringView chanType, const QString &channel, SerialPortController *link,
                  Catalogue::Table catalogue)
+    : Channel(parent, channel, chanType + channel, link, catalogue)
+{
+}
+
+Channel::Channel(QObject *parent, const QString &channel, const QString &address, SerialPortController *link,
+                 Catalogue::Table catalogue)
     : QObject(parent)
     , m_link(link)
     , m_channel(channel)
-    , m_address(chanType + channel)
+    , m_address(address)
     , m_catalogue(catalogue)
     , m_nameRow(Catalogue::find(catalogue, Commands::NAME))
     , m_slaveRow(Catalogue::find(catalogue, Commands::SLAVE))
@@ -135,9 +141,10 @@ void Channel::CheckForSupportedCmd(const QString &address, const QString &mnemon
 
 void Channel::processReport(int row, const Report &report)
 {
+    const bool onlyDifferent = m_catalogue[std::size_t(row)].flags.testFlag(Catalogue::OnlyDifferent);
     switch (m_catalogue[std::size_t(row)].kind) {
     case Catalogue::Kind::Status:
-        if (!report.refused)
+        if (!report.refused && (report.data != valueOf(row) || !onlyDifferent))
             store(row, report.data);
         break;
     case Catalogue::Kind::Setting:

@@ -68,6 +68,9 @@ Q_SIGNALS:
 protected:
     Channel(QObject *parent, QLatin1StringView chanType, const QString &channel, SerialPortController *link,
             Catalogue::Table catalogue);
+    /// For a channel whose address is more than letters and number.
+    Channel(QObject *parent, const QString &channel, const QString &address, SerialPortController *link,
+            Catalogue::Table catalogue);
 
     /// What is written for one catalogue row.
     struct Request

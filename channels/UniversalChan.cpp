@@ -34,4 +34,6 @@ void UniversalChan::processTmoipList(const QString &list)
         return;
     store(at(Commands::TLST), list);
     m_tmoipList = list.split(u',', Qt::SkipEmptyParts);
+    for (const QString &item : std::as_const(m_tmoipList))
+        link()->generateTmoipCard(item.section(u' ', 0, 0));
 }

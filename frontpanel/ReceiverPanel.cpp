@@ -76,6 +76,12 @@ void ReceiverPanel::setChannel(RcvrChan *channel)
     show();
 }
 
+void ReceiverPanel::showPlayback()
+{
+    ui->lblPLYB->show();
+    ui->cboPLYB->show();
+}
+
 void ReceiverPanel::fill()
 {
     ui->cboIFBW->addItems(m_channel->ifBandwidths());

@@ -24,6 +24,9 @@ public:
     /// Fills, connects and shows the panel. Not owned; outlives the panel.
     void setChannel(RcvrChan *channel);
 
+    /// Shows the choice of playing back a tape, which comes with a tape interface.
+    void showPlayback();
+
     /// The label that can hold the focus while no control does.
     [[nodiscard]] QWidget *neutralFocusHolder() const;
 

@@ -1,8 +1,12 @@
 #include "frontpanel/ZIRVOFSMainWindow.h"
 
+#include "channels/BistChan.h"
 #include "channels/CmbrChan.h"
 #include "channels/DmdChan.h"
 #include "channels/RcvrChan.h"
+#include "channels/SpectralChan.h"
+#include "channels/TapeChan.h"
+#include "channels/TmoipCard.h"
 #include "channels/UniversalChan.h"
 #include "frontpanel/CombinerPanel.h"
 #include "frontpanel/DemodulatorPanel.h"
@@ -26,6 +30,9 @@ constexpr int kReceiverPanels = 2;
 constexpr int kStartupTickMs = 1000;
 constexpr int kStatusTickMs = 333;
 constexpr int kFinalWriteMs = 1000;
+
+/// Places in the list of links, which are made in this order.
+enum LinkPlace { CommandLink, EyeConstLink, RemoteLink, RemoteEyeAndStatusLink, SpectralLink };
 
 constexpr int kDemodulatorPanels = 3;
 
@@ -144,6 +151,7 @@ void ZIRVOFSMainWindow::StartComms()
     connect(link, &SerialPortController::CommunicationEstablished, this,
             [this] { ui->lblStarting->setText(u"Reading the settings"_s); });
     connect(link, &SerialPortController::AllSettingsObtained, this, &ZIRVOFSMainWindow::ObtainedAllSettings);
+    connect(link, &SerialPortController::TmoipCardObtained, this, &ZIRVOFSMainWindow::SetTmoipCardList);
     link->StartEstablishCommTmr(kStartupTickMs, ui->lblCountdown);
 }
 
@@ -163,6 +171,7 @@ void ZIRVOFSMainWindow::ObtainedAllSettings()
     enableMenus();
     fillPanels();
     showPanels();
+    showTape();
     openFurtherLinks();
 }
 
@@ -234,14 +243,50 @@ void ZIRVOFSMainWindow::showPanels()
     m_focusReturn.giveBack();
 }
 
+void ZIRVOFSMainWindow::showTape()
+{
+    if (m_directory.all<TapeChan>().isEmpty())
+        return;
+    ui->actionTape->setEnabled(true);
+    for (ReceiverPanel *panel : std::as_const(m_receiverPanels))
+        panel->showPlayback();
+}
+
 void ZIRVOFSMainWindow::openFurtherLinks()
 {
     SerialPortController *const commandLink = m_serialPortControllers.front();
+    const bool hasTmoipCard = !m_directory.all<TmoipCard>().isEmpty();
     for (const auto type : { SerialPortController::EYE_CONST_LINK, SerialPortController::REMOTE_LINK,
-                             SerialPortController::REMOTE_EYE_AND_STATUS_LINK })
-        openLink(type)->GenerateChannelList(commandLink);
+                             SerialPortController::REMOTE_EYE_AND_STATUS_LINK }) {
+        SerialPortController *const link = openLink(type);
+        link->GenerateChannelList(commandLink);
+        if (!hasTmoipCard && type != SerialPortController::EYE_CONST_LINK)
+            connect(commandLink, &SerialPortController::TmoipCardObtained, link, &SerialPortController::addTmoipCard);
+    }
     m_updateAllDynamicParamsTmr.start();
-    openLink(SerialPortController::SPECTRAL_LINK)->StartEstablishCommTmr(kStartupTickMs, nullptr);
+    SerialPortController *const spectralLink = openLink(SerialPortController::SPECTRAL_LINK);
+    connect(spectralLink, &SerialPortController::AllSettingsObtained, this,
+            &ZIRVOFSMainWindow::SpecObtainedAllSettings);
+    spectralLink->StartEstablishCommTmr(kStartupTickMs, nullptr);
+}
+
+void ZIRVOFSMainWindow::SpecObtainedAllSettings()
+{
+    for (Channel *channel : m_serialPortControllers[SpectralLink]->channels()) {
+        const bool isSpectral = qobject_cast<SpectralChan *>(channel);
+        if (isSpectral)
+            m_serialPortControllers[CommandLink]->addSpecChan(channel);
+        if (isSpectral || qobject_cast<BistChan *>(channel)) {
+            m_serialPortControllers[RemoteLink]->addSpecChan(channel);
+            m_serialPortControllers[RemoteEyeAndStatusLink]->addSpecChan(channel);
+        }
+    }
+}
+
+void ZIRVOFSMainWindow::SetTmoipCardList(TmoipCard *card)
+{
+    m_tmoipCardList.append(card);
+    ui->actionTMoIP->setEnabled(true);
 }
 
 // Status

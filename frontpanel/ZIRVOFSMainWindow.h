@@ -22,6 +22,7 @@ class CombinerPanel;
 class DemodulatorPanel;
 class CmbrChan;
 class ReceiverPanel;
+class TmoipCard;
 class UniversalChan;
 
 namespace Ui {
@@ -87,6 +88,10 @@ public Q_SLOTS:
                        const QString &FailedData);
     /// Every setting of the command link's channels is known: builds the panels and opens the further links.
     void ObtainedAllSettings();
+    /// The spectral link's channels are known: the links to the remote client serve them as well.
+    void SpecObtainedAllSettings();
+    /// The chassis has a TMoIP card.
+    void SetTmoipCardList(TmoipCard *card);
 
 protected:
     bool event(QEvent *event) override;
@@ -105,6 +110,7 @@ private:
     template <typename C, typename Panel, typename... Families>
     void fill(const QList<Panel *> &panels, const Families &...families);
     void showPanels();
+    void showTape();
     void openFurtherLinks();
     SerialPortController *openLink(SerialPortController::PORT_TYPE type);
 
@@ -137,6 +143,7 @@ private:
     CardFamilies m_families;
     ChannelDirectory m_directory;
     UniversalChan *m_sysChan = nullptr;
+    QList<TmoipCard *> m_tmoipCardList;
     CmbrChan *m_combiner = nullptr; ///< the first one
 
     QTimer m_updateAllDynamicParamsTmr;

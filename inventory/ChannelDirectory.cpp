@@ -1,8 +1,12 @@
 #include "inventory/ChannelDirectory.h"
 
+#include "channels/BistChan.h"
 #include "channels/CmbrChan.h"
 #include "channels/DmdChan.h"
 #include "channels/RcvrChan.h"
+#include "channels/SpectralChan.h"
+#include "channels/TapeChan.h"
+#include "channels/TmoipCard.h"
 
 #include <algorithm>
 #include <array>
@@ -10,6 +14,8 @@
 using namespace Qt::StringLiterals;
 
 namespace {
+
+constexpr QLatin1StringView kFirstTmoipCard("TM1");
 
 struct Route
 {
@@ -24,6 +30,9 @@ const auto &routes()
         Route{ RcvrChan::ChanType, 2, &RcvrChan::staticMetaObject },
         Route{ CmbrChan::ChanType, 1, &CmbrChan::staticMetaObject },
         Route{ DmdChan::ChanType, 3, &DmdChan::staticMetaObject },
+        Route{ TapeChan::ChanType, 1, &TapeChan::staticMetaObject },
+        Route{ SpectralChan::ChanType, 3, &SpectralChan::staticMetaObject },
+        Route{ BistChan::ChanType, 1, &BistChan::staticMetaObject },
     };
     return table;
 }
@@ -41,6 +50,11 @@ int positionIn(const Route &route, const QString &address)
 
 Channel *ChannelDirectory::at(const QString &address) const
 {
+    if (address.startsWith(kFirstTmoipCard)) {
+        TmoipCard *const card = all<TmoipCard>().value(0);
+        const QString subAddress = address.contains(u'-') ? address.section(u'-', 1) : u"0"_s;
+        return card ? card->target(subAddress) : nullptr;
+    }
     for (const Route &route : routes()) {
         int position = positionIn(route, address);
         if (position < 0)

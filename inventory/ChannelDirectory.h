@@ -24,7 +24,8 @@ public:
     }
 
     /// The channel that an unsolicited message of this address is for: "R2" is the second receiver, whatever its
-    /// number. Null if there is none, or if the address is not one that messages are routed by.
+    /// number; "TM1-2" is the second stream of the first TMoIP card. Null if there is none, or if the address is not
+    /// one that messages are routed by.
     [[nodiscard]] Channel *at(const QString &address) const;
     /// The channel with this address; null if there is none.
     [[nodiscard]] Channel *withAddress(const QString &address) const;

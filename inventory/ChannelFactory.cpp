@@ -1,8 +1,11 @@
 #include "inventory/ChannelFactory.h"
 
+#include "channels/BistChan.h"
 #include "channels/CmbrChan.h"
 #include "channels/DmdChan.h"
 #include "channels/RcvrChan.h"
+#include "channels/SpectralChan.h"
+#include "channels/TapeChan.h"
 
 #include <algorithm>
 #include <initializer_list>
@@ -49,5 +52,13 @@ ChannelList ChannelFactory::create(const QString &cardList, SerialPortController
     if (holdsAny(cardList, { "0105"_L1, "0109"_L1 }))
         channels.push_back(std::make_unique<CmbrChan>(nullptr, u"1"_s, link));
     addDemodulators(channels, cardList, link);
+    if (cardList.contains("0110"_L1))
+        channels.push_back(std::make_unique<TapeChan>(nullptr, u"1"_s, link));
+    if (cardList.contains("0170"_L1)) {
+        for (const QString &number : { u"1"_s, u"2"_s, u"3"_s })
+            channels.push_back(std::make_unique<SpectralChan>(nullptr, number, link));
+    }
+    if (cardList.contains("0136"_L1))
+        channels.push_back(std::make_unique<BistChan>(nullptr, u"1"_s, link));
     return channels;
 }

@@ -1,5 +1,7 @@
 #include "link/SerialPortController.h"
 
+#include "channels/TmoipCard.h"
+#include "channels/TmoipChan.h"
 #include "channels/UniversalChan.h"
 #include "inventory/Card.h"
 #include "inventory/CardList.h"
@@ -366,18 +368,46 @@ void SerialPortController::GenerateChannelList(const QString &cardList)
 {
     for (auto &channel : ChannelFactory::create(cardList, this))
         addChannel(std::move(channel));
-    m_rcvdCmdQueueReader->SetChanLists();
+    updateDispatcher();
 }
 
 void SerialPortController::GenerateChannelList(SerialPortController *source)
 {
-    for (Channel *channel : source->channels()) {
-        m_chanList.append(channel);
-        if (m_portType == REMOTE_LINK)
-            channel->setSPCRemote(this);
-        else if (m_portType == REMOTE_EYE_AND_STATUS_LINK)
-            channel->setSPCRemoteEyeAndStatus(this);
-    }
+    for (Channel *channel : source->channels())
+        takeOver(channel);
+}
+
+void SerialPortController::generateTmoipCard(const QString &name)
+{
+    if (m_portType != COMMAND_LINK)
+        return;
+    const QString number = name.startsWith(TmoipCard::ChanType) ? name.sliced(TmoipCard::ChanType.size()) : name;
+    auto owned = std::make_unique<TmoipCard>(nullptr, number, this);
+    TmoipCard *const card = owned.get();
+    addChannel(std::move(owned));
+    updateDispatcher();
+    card->RequestSettings();
+    for (TmoipChan *stream : card->tmoipChanSlots())
+        stream->RequestSettings();
+    EmitTmoipCardObtained(card);
+}
+
+void SerialPortController::addTmoipCard(TmoipCard *card) { takeOver(card); }
+
+void SerialPortController::takeOver(Channel *channel)
+{
+    m_chanList.append(channel);
+    if (m_portType == REMOTE_LINK)
+        channel->setSPCRemote(this);
+    else if (m_portType == REMOTE_EYE_AND_STATUS_LINK)
+        channel->setSPCRemoteEyeAndStatus(this);
+    updateDispatcher();
+}
+
+void SerialPortController::updateDispatcher()
+{
+    if (m_rcvdCmdQueueReader)
+        m_rcvdCmdQueueReader->SetChanLists();
     if (m_eyeConstDataQueueReader)
         m_eyeConstDataQueueReader->SetChanLists();
 }

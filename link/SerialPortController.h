@@ -21,6 +21,7 @@ class EyeConstDataQueueReader;
 class QLabel;
 class QMessageBox;
 class RcvdCmdQueueReader;
+class TmoipCard;
 class UniversalChan;
 
 /// One serial link with everything that moves messages over it: port, reader, transmit queue with its worker, receive
@@ -103,6 +104,11 @@ public:
     void GenerateChannelList(const QString &cardList);
     /// Takes over the channels of another link, which keeps owning them.
     void GenerateChannelList(SerialPortController *source);
+    /// Creates a TMoIP card and asks for its settings and those of its streams; on the command link only.
+    /// @param name "TM" and the card's number, or the number alone
+    void generateTmoipCard(const QString &name);
+    /// Takes over a channel that the spectral link has found and keeps owning.
+    void addSpecChan(Channel *channel) { takeOver(channel); }
     /// Merges the card list's entries into one card each.
     void ConsolidateCardList();
 
@@ -113,6 +119,7 @@ public:
     void EmitTrnsmtRemoteEyeAndStatusCmd() { Q_EMIT TrnsmtRemoteEyeAndStatusCmd(); }
     void EmitRcvdEyeConstData(EyeConstData *data) { Q_EMIT RcvdEyeConstData(data); }
     void EmitAllSettingsObtained() { Q_EMIT AllSettingsObtained(); }
+    void EmitTmoipCardObtained(TmoipCard *card) { Q_EMIT TmoipCardObtained(card); }
 
 Q_SIGNALS:
     void RcvdCmd(StandardCommand *command);
@@ -125,10 +132,14 @@ Q_SIGNALS:
     void OpenFailureAcknowledged();
     /// The chassis has answered for the first time.
     void CommunicationEstablished();
+    /// The chassis has a TMoIP card.
+    void TmoipCardObtained(TmoipCard *card);
     /// Every settings query of every channel was answered or has timed out; emitted once.
     void AllSettingsObtained();
 
 public Q_SLOTS:
+    /// Takes over a card that the command link has found after this link was opened.
+    void addTmoipCard(TmoipCard *card);
     /// Starts or restarts the time-out of the message in flight; 0 starts none.
     void StartTimeOutTmr(int ms);
     /// Starts the time-out, unless @p timeOutMs is 0, and writes; skipped while the port is not open.
@@ -155,6 +166,10 @@ private:
     void requestCardList();
     void queueSystemRequest(const QString &mnemonic, const QString &data, StandardCommand::CommandType type);
     void addChannel(std::unique_ptr<Channel> channel);
+    /// Adds a channel of another link and attaches this one to it, if it serves the remote client.
+    void takeOver(Channel *channel);
+    /// Tells the receive worker which channels there are.
+    void updateDispatcher();
 
     const PORT_TYPE m_portType;
     const QString m_systemIdentifier;
