@@ -240,9 +240,8 @@ void DemodulatorWindowsTest::halfTypedEntries()
     enter(field, u"7"_s, Qt::Key_8);
     QVERIFY(timer->isRunning());
     QCOMPARE(sentOn("LBWB:0.02"), kNothing);
-    QCOMPARE(field->text(), u"78"_s); // still the operator's
-    qobject_cast<DmdCtrlWindow *>(m_window)->RemoveControlFocusTmr_Tick();
-    QCOMPARE(field->text(), u"2.00"_s);
+    QCOMPARE(field->text(), u"78"_s);                               // still the operator's
+    QVERIFY(waitUntil([&] { return field->text() == "2.00"_L1; })); // after 3 s
     QVERIFY(isFocusReturned() && timer->isRunning());
     QCOMPARE(sentBy([&] { enter(line(u"StepSizedmd"_s), u"5"_s); }), QByteArrayList{ "D1:SWRT:5" });
     QVERIFY(!timer->isRunning());
@@ -294,6 +293,7 @@ void DemodulatorWindowsTest::layouts()
         texts += w->property(w->inherits("QComboBox") ? "currentText" : "text").toString();
         return true;
     };
+    QCOMPARE(sentOn(QByteArray(kStart).replace(":1 ", ":0 ").replace(":3 ", ":2 ")), kNothing);
     QCOMPARE(sentOn("NAME:North ASRG:1 DFIR:0 IFFL:500000,12345678"), kNothing);
     QCOMPARE(box(u"FIRFilterBWdmd"_s)->currentText(), u"0.5 MHz"_s);
     (void)controls(addText);
@@ -306,8 +306,8 @@ void DemodulatorWindowsTest::layouts()
     open(3);
     QVERIFY(isFocusReturned());
     QCOMPARE(controls(isHidden), u"ClkPol Coupling DeEmphasis LowPassFilter"_s);
-    QCOMPARE(sentOn("DSDM:-1"), kNothing);
     open(-1);
+    QCOMPARE(sentOn("DSDM:-1"), kNothing);
     QCOMPARE(box(u"Mode"_s)->currentText(), u"Off"_s);
     QCOMPARE(m_window->windowTitle(), u"(DMD.1) Eye/Const/SDI"_s);
 }
