@@ -23,8 +23,8 @@ enum Flag {
     Settable = 0x2,       ///< has a setter
     ToSlaves = 0x4,       ///< its setter copies the command to slaved channels
     NoPrevious = 0x8,     ///< the value before the last change is not kept
-    OnlyDifferent = 0x20, ///< of a status value: a report of the value held leaves the previous one alone
     AlwaysSent = 0x10,    ///< its setter sends the value already held as well
+    OnlyDifferent = 0x20, ///< of a status value: a report of the value held leaves the previous one alone
 };
 Q_DECLARE_FLAGS(Flags, Flag)
 Q_DECLARE_OPERATORS_FOR_FLAGS(Flags)

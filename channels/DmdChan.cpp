@@ -88,8 +88,10 @@ Channel::Request DmdChan::setOf(int row, const QString &value) const
 
 QString DmdChan::normalized(int row, const QString &value) const
 {
-    if (row == at(Commands::TMID))
-        return QString::number(value.toDouble() + 0.0, 'f', 2); // turns -0 into 0
+    if (row == at(Commands::TMID)) {
+        const QString number = QString::number(value.toDouble(), 'f', 2);
+        return number == "-0.00"_L1 ? u"0.00"_s : number;
+    }
     return value;
 }
 

@@ -42,7 +42,7 @@ public:
             B0LB{ "B0LB" }, FCS0{ "FCS0" }, MFS0{ "MFS0" }, DC0E{ "DC0E" }, AG0E{ "AG0E" }, CF0E{ "CF0E" },
             MF0E{ "MF0E" }, SEI0{ "SEI0" }, HI0Z{ "HI0Z" }, BS0L{ "BS0L" }, AFIR{ "AFIR" }, AVF1{ "AVF1" },
             AVF2{ "AVF2" }, AVF3{ "AVF3" };
-        // Spoken by the cards as well
+        // Without a place in the card's list; DSRC stands for what SDM1 to SDM3 choose
         static constexpr QLatin1StringView CSFQ{ "CSFQ" }, CSDR{ "CSDR" }, CSLB{ "CSLB" }, CSLC{ "CSLC" },
             DQMON{ "DQMON" }, DQMFS{ "DQMFS" }, MSE0{ "MSE0" }, DSRC{ "DSRC" };
     };

@@ -6,7 +6,7 @@ FocusReturn::FocusReturn(QObject *parent, Repeat repeat) : QObject(parent)
 {
     m_timer.setSingleShot(repeat == Repeat::Once);
     m_timer.setInterval(kDelayMs);
-    connect(&m_timer, &QTimer::timeout, this, &FocusReturn::timeOut, Qt::QueuedConnection);
+    connect(&m_timer, &QTimer::timeout, this, &FocusReturn::timeOut);
 }
 
 void FocusReturn::giveBack()
@@ -15,10 +15,26 @@ void FocusReturn::giveBack()
         m_holder->setFocus(Qt::OtherFocusReason);
 }
 
+void FocusReturn::start()
+{
+    ++m_touches;
+    m_timer.start();
+}
+
+void FocusReturn::stop()
+{
+    ++m_touches;
+    m_timer.stop();
+}
+
 void FocusReturn::timeOut()
 {
-    if (!m_timer.isSingleShot() || !m_timer.isActive()) // else started again meanwhile, for a newer touch
-        tick();
+    // From the event loop, behind what the operator has done meanwhile.
+    const auto tickUnlessTouched = [this, touches = m_touches] {
+        if (touches == m_touches)
+            tick();
+    };
+    QMetaObject::invokeMethod(this, tickUnlessTouched, Qt::QueuedConnection);
 }
 
 void FocusReturn::tick()

@@ -26,8 +26,8 @@ public:
     void setHolder(QWidget *holder) { m_holder = holder; }
 
     /// Starts the 3 s afresh.
-    void start() { m_timer.start(); }
-    void stop() { m_timer.stop(); }
+    void start();
+    void stop();
     [[nodiscard]] bool isRunning() const { return m_timer.isActive(); }
 
     /// Moves the focus at once.
@@ -45,6 +45,7 @@ Q_SIGNALS:
 private:
     void timeOut();
 
-    QTimer m_timer;
+    QTimer m_timer{ this };
+    int m_touches = 0; ///< a time-out queued before the last one does not count
     QPointer<QWidget> m_holder;
 };

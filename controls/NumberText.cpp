@@ -53,6 +53,16 @@ QString NumberText::scaled(const QString &wholeNumber)
     return wholeNumber;
 }
 
+QString NumberText::bandwidth(const QString &hertz)
+{
+    const double value = hertz.toDouble();
+    if (value >= kMillion)
+        return trimmed(value / kMillion, 2) + QLatin1StringView(" MHz");
+    if (value >= kThousand)
+        return trimmed(value / kThousand, 2) + QLatin1StringView(" KHz");
+    return hertz;
+}
+
 double NumberText::parseScaled(const QString &typed)
 {
     const QString text = QString(typed).replace(u',', u'.');

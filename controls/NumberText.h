@@ -23,6 +23,9 @@ namespace NumberText {
 /// as it is.
 [[nodiscard]] QString scaled(const QString &wholeNumber);
 
+/// A bandwidth as the operator reads it: 3500000 is "3.5 MHz", 900000 "900 KHz"; below 1000 the text as it is.
+[[nodiscard]] QString bandwidth(const QString &hertz);
+
 /// A rate as the operator types it: "M" or "m" behind the number multiplies it by a million, "K" or "k" by a thousand.
 /// A comma counts as the decimal point. A text without a number is 0.
 [[nodiscard]] double parseScaled(const QString &typed);

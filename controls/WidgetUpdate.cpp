@@ -1,6 +1,7 @@
 #include "controls/WidgetUpdate.h"
 
 #include "controls/NumberText.h"
+#include "controls/OnOff.h"
 
 #include <QComboBox>
 #include <QLabel>
@@ -58,25 +59,33 @@ void WidgetUpdate::index(QComboBox *box, const QString &data)
 
 void WidgetUpdate::onOff(QPushButton *button, const QString &data)
 {
-    if (data != "0"_L1 && data != "1"_L1)
+    if (!isOn(data) && !isOff(data))
         return;
-    const bool on = data == "1"_L1;
+    const bool on = isOn(data);
     button->setText(on ? u"ON"_s : u"OFF"_s);
+    description(button, button->text());
     style(button, on ? u"color:#28c125"_s : u"color:#000000"_s);
 }
 
-void WidgetUpdate::lamp(QLabel *lamp, QLabel *mark, bool good, const QString &word)
+void WidgetUpdate::lamp(QLabel *lampLabel, QLabel *mark, bool good, const QString &word)
 {
-    style(lamp, good ? u"background-color: #24d620;"_s : u"background-color: #f11029;"_s);
+    style(lampLabel, good ? u"background-color: #24d620;"_s : u"background-color: #f11029;"_s);
     text(mark, word);
-    description(lamp, word);
+    description(lampLabel, word);
 }
+
+void WidgetUpdate::windowTitle(QWidget *window, const QString &title)
+{
+    window->setWindowTitle(QString(title).replace("[*]"_L1, "[*][*]"_L1));
+}
+
+QString WidgetUpdate::plainTitle(const QWidget *window) { return window->windowTitle().replace("[*][*]"_L1, "[*]"_L1); }
 
 void WidgetUpdate::lockLamp(QLabel *lampLabel, QLabel *mark, const QString &data)
 {
-    if (data == "1"_L1)
+    if (isOn(data))
         lamp(lampLabel, mark, true, u"Lock"_s);
-    else if (data == "0"_L1)
+    else if (isOff(data))
         lamp(lampLabel, mark, false, u"Lost"_s);
 }
 
@@ -88,12 +97,18 @@ void WidgetUpdate::agcSlope(QProgressBar *bar, const QString &slope)
         range(bar, bar->minimum(), kFullScaleMillivolts[std::size_t(*index)]);
 }
 
+void WidgetUpdate::agcSlope(QComboBox *box, QProgressBar *bar, const QString &slope)
+{
+    index(box, slope);
+    agcSlope(bar, slope);
+}
+
 void WidgetUpdate::agcLevel(QProgressBar *bar, const QString &level, const QString &polarity)
 {
     const auto millivolts = NumberText::parse(level);
     if (!millivolts)
         return;
     format(bar, NumberText::significant(*millivolts / 1000) + u" V"_s);
-    const double shown = polarity == "1"_L1 ? -*millivolts : *millivolts;
+    const double shown = isOn(polarity) ? -*millivolts : *millivolts;
     clampedValue(bar, NumberText::rounded(std::trunc(shown)));
 }

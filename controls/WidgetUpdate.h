@@ -26,10 +26,16 @@ void index(QComboBox *box, const QString &data);
 void onOff(QPushButton *button, const QString &data);
 /// Shows a state on a lamp, three ways: by colour, by the word in the mark beside it, and to a screen reader.
 void lamp(QLabel *lamp, QLabel *mark, bool good, const QString &word);
+/// Sets the title as it is; Qt would take "[*]" in it for a mark of its own.
+void windowTitle(QWidget *window, const QString &title);
+/// The title that windowTitle() was given.
+[[nodiscard]] QString plainTitle(const QWidget *window);
 /// Shows a lock on a lamp: "1" locked, "0" lost; any other text leaves the lamp as it is.
 void lockLamp(QLabel *lamp, QLabel *mark, const QString &data);
 /// Scales an AGC bar to the slope of its output: "0" 50 dB/V, "1" 20 dB/V, "2" 10 dB/V.
 void agcSlope(QProgressBar *bar, const QString &slope);
+/// Shows the slope of an AGC output and scales its bar.
+void agcSlope(QComboBox *box, QProgressBar *bar, const QString &slope);
 /// Shows an AGC level.
 /// @param level    millivolts as wire text; any other text leaves the bar as it is
 /// @param polarity "1" for an output that falls with the signal

@@ -1,6 +1,7 @@
 #include "dialogs/DmdCtrlWindow.h"
 
 #include "controls/NumberText.h"
+#include "controls/OnOff.h"
 #include "controls/WheelGuard.h"
 #include "controls/WidgetUpdate.h"
 #include "dialogs/DmdNumber.h"
@@ -45,8 +46,6 @@ const QHash<QString, QStringList> kLockedByMode{
         Commands::DAFC } },
 };
 
-bool isOn(const QString &value) { return value == "1"_L1; }
-
 /// The card itself writes it with two decimals.
 bool isAutomaticModIndex(const QString &TMID) { return NumberText::parse(TMID) == 0.0; }
 
@@ -61,7 +60,8 @@ DmdCtrlWindow::DmdCtrlWindow(int variant, QWidget *parent, DmdChan *channel, boo
 {
     ui->setupUi(this);
     setAttribute(Qt::WA_DeleteOnClose);
-    setWindowTitle(u"(DMD.%1) Advanced Demod Settings (%2)"_s.arg(channel->getChannel(), channel->getNAME()));
+    WidgetUpdate::windowTitle(
+        this, u"(DMD.%1) Advanced Demod Settings (%2)"_s.arg(channel->getChannel(), channel->getNAME()));
     *m_open = true;
     createTables();
     chooseLayout(variant & kHasClockPhase);
@@ -176,7 +176,8 @@ void DmdCtrlWindow::keyPressEvent(QKeyEvent *event)
 void DmdCtrlWindow::showTitle()
 {
     const QFontMetrics metrics = ui->lblFocusdmd->fontMetrics();
-    ui->lblFocusdmd->setText(metrics.elidedText(windowTitle(), Qt::ElideRight, width() - kBesideTitle));
+    ui->lblFocusdmd->setText(
+        metrics.elidedText(WidgetUpdate::plainTitle(this), Qt::ElideRight, width() - kBesideTitle));
 }
 
 // What the operator does
@@ -208,7 +209,7 @@ void DmdCtrlWindow::enter(const Entry &entry)
     entry.line->setModified(false);
     if (isRefused || !m_channel->isSetPending(number.mnemonic))
         showInForce(entry);
-    m_focusReturn.giveBack();
+    m_focusReturn.tick(); // what stands half-typed elsewhere is given up as well
 }
 
 bool DmdCtrlWindow::CheckValidDataRanges(const QString &name, double value)
@@ -284,15 +285,17 @@ void DmdCtrlWindow::fillIfFilters()
     const ControlGuard::Scope showing(m_guard);
     ui->cboFIRFilterBWdmd->clear();
     ui->cboFIRFilterBWdmd->addItems(m_channel->ifFilters());
-    if (const auto position = positionOf(Form::PositionLessOne, m_channel->getDFIR()))
-        ui->cboFIRFilterBWdmd->setCurrentIndex(*position);
+    for (const Choice &choice : std::as_const(m_choices)) {
+        if (choice.mnemonic == Commands::DFIR)
+            display(choice, m_channel->getDFIR());
+    }
 }
 
 void DmdCtrlWindow::followSweepRangeMode(const QString &ASRG)
 {
     if (isOn(ASRG))
-        ui->lineSweepRangedmd->setText({}); // clear() would count as typed
-    else if (ASRG == "0"_L1 && !m_channel->isSetPending(Commands::SWRG))
+        emptySweepRange();
+    else if (isOff(ASRG) && !m_channel->isSetPending(Commands::SWRG))
         showInForce({ ui->lblSweepRangedmd, ui->lineSweepRangedmd, &DmdNumber::of(Commands::SWRG) });
 }
 
@@ -343,7 +346,12 @@ void DmdCtrlWindow::ShowHideControls()
     for (const Entry &entry : std::as_const(m_entries))
         setUsable(entry.label, entry.line, !locked.contains(entry.number->mnemonic));
     if (kAutomaticModes.contains(m_channel->getDMOD()) && isOn(m_channel->getASRG()))
-        ui->lineSweepRangedmd->setText({}); // clear() would count as typed
+        emptySweepRange();
+}
+
+void DmdCtrlWindow::emptySweepRange()
+{
+    ui->lineSweepRangedmd->setText({}); // clear() would count as typed
 }
 
 void DmdCtrlWindow::setUsable(QWidget *label, QWidget *control, bool usable)

@@ -94,6 +94,7 @@ private:
     void showInForce(const Entry &entry);
     void fillIfFilters();
     void followSweepRangeMode(const QString &ASRG);
+    void emptySweepRange();
     void showTitle();
 
     [[nodiscard]] QStringList lockedSettings() const;

@@ -16,11 +16,11 @@ constexpr double kFullMean = 0xffff;
 
 QString withPoint(const QString &text) { return QString(text).replace(u',', u'.'); }
 
-double number(const QString &text) { return NumberText::parse(withPoint(text)).value_or(0); }
+double number(const QString &text) { return withPoint(text).toDouble(); }
 
 double fractionOfPercent(const QString &text) { return number(text) / kPercent; }
 
-double rate(const QString &text) { return NumberText::parseScaled(withPoint(text)); }
+double rate(const QString &text) { return NumberText::parseScaled(text); }
 
 template <int Decimals>
 QString fixed(double value)

@@ -53,6 +53,8 @@ void SysChanNamingWindow::showNames()
 
 void SysChanNamingWindow::btnSAVE_clicked()
 {
+    if (!isVisible()) // a second click, queued behind the first
+        return;
     for (const Row &row : std::as_const(m_rows)) {
         // A set without data would read as a query.
         if (row.channel && !row.line->text().isEmpty())

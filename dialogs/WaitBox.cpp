@@ -24,10 +24,10 @@ void WaitBox::update(const QString &report)
 
 void WaitBox::open()
 {
+    m_limit.start(); // a chassis that says again that it is busy is not silent
     if (m_shown)
         return;
     m_shown = true;
-    m_limit.start();
     if (m_running)
         m_box->show(); // begun anew before the loop of the last time has ended
     else

@@ -35,7 +35,6 @@ Q_SIGNALS:
 private:
     void open();
     void end();
-
     void run();
 
     QMessageBox *m_box; ///< child of the window

@@ -81,8 +81,11 @@ void AuxiliaryWindows::openCombinerZero(const std::function<void()> &onClosed)
 void AuxiliaryWindows::endCombinerZero()
 {
     Place &place = m_places[CombinerZeroing];
-    if (place.window)
+    if (place.window) {
+        place.window->disconnect(m_owner); // the owner may be gone before it
         place.window->deleteLater();
+        m_owner->activateWindow();
+    }
     place = {};
 }
 

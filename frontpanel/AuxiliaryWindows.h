@@ -15,11 +15,13 @@ class SerialPortController;
 
 /// The windows beside the main window that do not bar it, at most one of each.
 ///
-/// Each is a child of the main window and clears its flag when it is gone. One that is already open comes to the
+/// Each is a child of the main window. One that is already open comes to the
 /// front instead of opening twice. To add a window, give it a name in the list below and a function that opens it.
 class AuxiliaryWindows
 {
 public:
+    static constexpr std::size_t kDemodulators = 3; ///< that windows can be opened for
+
     /// @param owner the main window; outlives this, as does its focus return
     AuxiliaryWindows(FocusReturn &focusReturn, QWidget *owner) : m_focusReturn(focusReturn), m_owner(owner) {}
     /// Deletes the open windows; their flags still live then.
@@ -41,7 +43,6 @@ public:
     void UpdateCmbZero(const CmbrChan &combiner);
 
 private:
-    static constexpr std::size_t kDemodulators = 3;
     enum Name : std::size_t {
         Cards,
         Naming,
@@ -54,7 +55,7 @@ private:
     struct Place
     {
         QPointer<QWidget> window;
-        bool open = false; ///< the window itself clears it
+        bool open = false; ///< cleared by the window when it goes, or by the function that ends it
     };
 
     /// Shows the window of this name, which @p make creates with the address of its flag unless there is one.

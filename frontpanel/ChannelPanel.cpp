@@ -10,7 +10,9 @@
 
 namespace {
 
-constexpr int kRoomyHeight = 560;       // pixels
+// Pixels from which on a panel is laid out large. A third of the window's width is too little, whatever the height.
+constexpr int kRoomyHeight = 560;
+constexpr int kRoomyWidth = 560;
 constexpr qsizetype kLongestName = 200; // characters; more is cut before it is measured
 
 } // namespace
@@ -47,7 +49,7 @@ void ChannelPanel::nameChildren(const QString &suffix, const QString &number)
 void ChannelPanel::resizeEvent(QResizeEvent *event)
 {
     QWidget::resizeEvent(event);
-    setRoomy(event->size().height() >= kRoomyHeight);
+    setRoomy(event->size().height() >= kRoomyHeight && event->size().width() >= kRoomyWidth);
     elideName();
 }
 

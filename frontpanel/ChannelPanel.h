@@ -2,11 +2,14 @@
 
 #include "controls/ControlGuard.h"
 #include "controls/FocusReturn.h"
+#include "controls/OnOff.h"
+#include "controls/WidgetUpdate.h"
 
 #include <QWidget>
 
 class Channel;
 class QGroupBox;
+class QPushButton;
 
 /// What the panels of one window share; both outlive the panels.
 struct PanelContext
@@ -70,6 +73,16 @@ protected:
     void chooseIndex(C *channel, void (C::*set)(const QString &), int index)
     {
         onOperatorChange([channel, set, index] { (channel->*set)(QString::number(index)); });
+    }
+
+    /// Shows the other state of an on/off setting on its button at once and sends it.
+    template <typename C>
+    void toggle(QPushButton *button, C *channel, const QString &held, void (C::*set)(const QString &))
+    {
+        const QString value = QString::number(isOff(held) ? 1 : 0);
+        WidgetUpdate::onOff(button, value);
+        (channel->*set)(value);
+        focusReturn().giveBack();
     }
 
     /// Sends a box that the operator has checked or unchecked.

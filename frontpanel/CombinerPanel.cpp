@@ -1,6 +1,7 @@
 #include "frontpanel/CombinerPanel.h"
 
 #include "channels/CmbrChan.h"
+#include "controls/OnOff.h"
 #include "controls/WheelGuard.h"
 #include "controls/WidgetUpdate.h"
 #include "ui_CombinerPanel.h"
@@ -8,6 +9,17 @@
 #include <QHash>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Shows a state and tells it to a screen reader, which knows the label by its accessible name.
+void showWord(QLabel *label, const QString &word)
+{
+    WidgetUpdate::text(label, word);
+    WidgetUpdate::description(label, word);
+}
+
+} // namespace
 
 CombinerPanel::CombinerPanel(int number, const PanelContext &context, QWidget *parent)
     : ChannelPanel(context, parent)
@@ -56,7 +68,8 @@ void CombinerPanel::showParts(const CardFamilies &families)
 
 void CombinerPanel::fill()
 {
-    ui->cboIFBW->addItems(m_channel->ifBandwidths());
+    if (!ui->cboIFBW->isHidden())
+        ui->cboIFBW->addItems(m_channel->ifBandwidths());
     WidgetUpdate::index(ui->cboVideoMode, m_channel->getCVMD());
     WidgetUpdate::index(ui->cboOutputMode, m_channel->getCMOD());
     WidgetUpdate::index(ui->cboIFBW, m_channel->getIFBW());
@@ -77,7 +90,8 @@ void CombinerPanel::connectControls()
     };
     onIndex(ui->cboVideoMode, &CombinerPanel::cboCVMD_currentIndexChanged);
     onIndex(ui->cboOutputMode, &CombinerPanel::cboCMOD_currentIndexChanged);
-    onIndex(ui->cboIFBW, &CombinerPanel::cboIFBWcmb_currentIndexChanged);
+    if (!ui->cboIFBW->isHidden())
+        onIndex(ui->cboIFBW, &CombinerPanel::cboIFBWcmb_currentIndexChanged);
     onIndex(ui->cboSLPA, &CombinerPanel::cboSLPAcmb_currentIndexChanged);
     onIndex(ui->cboSLPB, &CombinerPanel::cboSLPBcmb_currentIndexChanged);
     onIndex(ui->cboPOLA, &CombinerPanel::cboPOLAcmb_currentIndexChanged);
@@ -129,29 +143,25 @@ void CombinerPanel::cboPOLBcmb_currentIndexChanged(int index) { chooseIndex(m_ch
 
 void CombinerPanel::cboSLPAcmb_currentIndexChanged(int index)
 {
-    WidgetUpdate::agcSlope(ui->progBarAGCA, QString::number(index)); // the scale follows at once
-    chooseIndex(m_channel, &CmbrChan::setSLPA, index);
+    onOperatorChange([this, value = QString::number(index)] {
+        WidgetUpdate::agcSlope(ui->progBarAGCA, value); // the scale follows at once
+        m_channel->setSLPA(value);
+    });
 }
 
 void CombinerPanel::cboSLPBcmb_currentIndexChanged(int index)
 {
-    WidgetUpdate::agcSlope(ui->progBarAGCB, QString::number(index));
-    chooseIndex(m_channel, &CmbrChan::setSLPB, index);
+    onOperatorChange([this, value = QString::number(index)] {
+        WidgetUpdate::agcSlope(ui->progBarAGCB, value);
+        m_channel->setSLPB(value);
+    });
 }
 
-void CombinerPanel::btnAGCZcmb_clicked() { toggle(ui->btnAGCZ, m_channel->getCHZC(), &CmbrChan::setCHZC); }
+void CombinerPanel::btnAGCZcmb_clicked() { toggle(ui->btnAGCZ, m_channel, m_channel->getCHZC(), &CmbrChan::setCHZC); }
 
-void CombinerPanel::btnCHZ1_clicked() { toggle(ui->btnCMBZ1, m_channel->getCHZ1(), &CmbrChan::setCHZ1); }
+void CombinerPanel::btnCHZ1_clicked() { toggle(ui->btnCMBZ1, m_channel, m_channel->getCHZ1(), &CmbrChan::setCHZ1); }
 
-void CombinerPanel::btnCHZ2_clicked() { toggle(ui->btnCMBZ2, m_channel->getCHZ2(), &CmbrChan::setCHZ2); }
-
-void CombinerPanel::toggle(QPushButton *button, const QString &held, void (CmbrChan::*set)(const QString &))
-{
-    const QString value = held == "0"_L1 ? u"1"_s : u"0"_s;
-    WidgetUpdate::onOff(button, value);
-    (m_channel->*set)(value);
-    focusReturn().giveBack();
-}
+void CombinerPanel::btnCHZ2_clicked() { toggle(ui->btnCMBZ2, m_channel, m_channel->getCHZ2(), &CmbrChan::setCHZ2); }
 
 // Display of settings
 
@@ -161,17 +171,9 @@ void CombinerPanel::CH1Zero(const QString &value) { WidgetUpdate::onOff(ui->btnC
 
 void CombinerPanel::CH2Zero(const QString &value) { WidgetUpdate::onOff(ui->btnCMBZ2, value); }
 
-void CombinerPanel::SLPAcmb(const QString &value)
-{
-    WidgetUpdate::index(ui->cboSLPA, value);
-    WidgetUpdate::agcSlope(ui->progBarAGCA, value);
-}
+void CombinerPanel::SLPAcmb(const QString &value) { WidgetUpdate::agcSlope(ui->cboSLPA, ui->progBarAGCA, value); }
 
-void CombinerPanel::SLPBcmb(const QString &value)
-{
-    WidgetUpdate::index(ui->cboSLPB, value);
-    WidgetUpdate::agcSlope(ui->progBarAGCB, value);
-}
+void CombinerPanel::SLPBcmb(const QString &value) { WidgetUpdate::agcSlope(ui->cboSLPB, ui->progBarAGCB, value); }
 
 // Display of status values
 
@@ -187,15 +189,15 @@ void CombinerPanel::UpdateCLCK()
 {
     const QString locked = m_channel->getCLCK();
     const QString channels = m_channel->getCLCS();
-    if (locked == "1"_L1) {
+    if (isOn(locked)) {
         if (channels == "0"_L1)
             WidgetUpdate::style(ui->lblCMBstatus, u"background-color: #24d620;"_s);
         else if (channels == "1"_L1 || channels == "2"_L1)
             WidgetUpdate::style(ui->lblCMBstatus, u"background-color: #fcfd0f;"_s);
-        WidgetUpdate::text(ui->lblCMBstatus, u"Locked"_s);
-    } else if (locked == "0"_L1) {
+        showWord(ui->lblCMBstatus, u"Locked"_s);
+    } else if (isOff(locked)) {
         WidgetUpdate::style(ui->lblCMBstatus, u"background-color: #f11029;"_s);
-        WidgetUpdate::text(ui->lblCMBstatus, u"Unlocked"_s);
+        showWord(ui->lblCMBstatus, u"Unlocked"_s);
     }
 }
 
@@ -205,7 +207,7 @@ void CombinerPanel::UpdateCLCS()
                                                 { u"1"_s, u"Channel 1"_s },
                                                 { u"2"_s, u"Channel 2"_s } };
     if (const auto word = words.constFind(m_channel->getCLCS()); word != words.constEnd())
-        WidgetUpdate::text(ui->lblCMBmode, *word);
+        showWord(ui->lblCMBmode, *word);
 }
 
 void CombinerPanel::UpdateAGCAcmb()

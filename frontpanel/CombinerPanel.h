@@ -6,7 +6,6 @@
 #include <memory>
 
 class CmbrChan;
-class QPushButton;
 
 namespace Ui {
 class CombinerPanel;
@@ -48,7 +47,6 @@ private:
     void showParts(const CardFamilies &families);
     void fill();
     void connectControls();
-    void toggle(QPushButton *button, const QString &held, void (CmbrChan::*set)(const QString &));
 
     // Display of settings; the values are wire text.
     void AGCZerocmb(const QString &value);

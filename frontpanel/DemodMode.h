@@ -14,7 +14,7 @@ struct DemodMode
         DataRateB = 0x4,
         AnalogB = 0x8,
         DemodLamp = 0x10,
-        BitSyncLamp = 0x20, ///< but by the cards that report it in every mode
+        BitSyncLamp = 0x20, ///< except on cards that report it in every mode
         AutoBW = 0x40,      ///< from here on: disabled, the others are hidden
         AutoSweepRange = 0x80,
         AutoStepSize = 0x100,

@@ -2,6 +2,7 @@
 
 #include "channels/DmdChan.h"
 #include "controls/NumberText.h"
+#include "controls/OnOff.h"
 #include "controls/WheelGuard.h"
 #include "controls/WidgetUpdate.h"
 #include "frontpanel/DemodMode.h"
@@ -22,8 +23,6 @@ constexpr int kNumberWithoutOffset = 3; // the third panel never shows its frequ
 
 /// Data sources in the order of the box's items.
 const QStringList kSources{ u"1"_s, u"2"_s, u"3"_s, u"A"_s, u"B"_s, u"C"_s };
-
-bool isOn(const QString &value) { return value == "1"_L1; }
 
 } // namespace
 
@@ -186,7 +185,8 @@ void DemodulatorPanel::restoreEntries()
 {
     for (const Output &output : { outputA(), outputB() }) {
         output.rate->setModified(false);
-        DisplayDataRate(output, (m_channel->*output.getRate)());
+        if (!m_channel->isSetPending(output.rateMnemonic))
+            DisplayDataRate(output, (m_channel->*output.getRate)());
     }
 }
 
@@ -288,20 +288,23 @@ void DemodulatorPanel::lineRATEB_returnPressed() { enterRate(outputB()); }
 void DemodulatorPanel::enterRate(const Output &output)
 {
     const double rate = NumberText::parseScaled(output.rate->text());
-    if (CheckValidDataRanges(output.letter, rate))
+    const bool isValid = CheckValidDataRanges(output.letter, rate);
+    if (isValid)
         (m_channel->*output.setRate)(QString::number(rate, 'f', 0));
     output.rate->setModified(false);
-    if (!m_channel->isSetPending(output.rateMnemonic)) // nothing to wait for: the rate held stays
+    if (!isValid || !m_channel->isSetPending(output.rateMnemonic)) // nothing to wait for: the rate held stays
         DisplayDataRate(output, (m_channel->*output.getRate)());
     focusReturn().stop();
-    focusReturn().giveBack();
+    focusReturn().tick(); // what stands half-typed elsewhere is given up as well
 }
 
 bool DemodulatorPanel::CheckValidDataRanges(const QString &letter, double rate)
 {
     const DemodMode *const mode = DemodMode::withCode(m_channel->getDMOD());
-    if (!mode || mode->takes(rate))
-        return mode;
+    if (!mode)
+        return false;
+    if (mode->takes(rate))
+        return true;
     QMessageBox(QMessageBox::Warning, u"Data Rate "_s + letter, mode->rangeText, QMessageBox::Ok, window()).exec();
     return false;
 }
@@ -346,22 +349,15 @@ QString DemodulatorPanel::gainText(const QString &value) const
 void DemodulatorPanel::DisplayVideoGain(const Output &output, const QString &value)
 {
     const auto gain = NumberText::parseWhole(value);
-    if (!gain || *gain < output.gain->minimum() || *gain > output.gain->maximum())
-        return;
-    WidgetUpdate::text(output.gainValue, gainText(value));
-    output.gain->setValue(*gain);
+    if (NumberText::parse(value))
+        WidgetUpdate::text(output.gainValue, gainText(value));
+    if (gain && *gain >= output.gain->minimum() && *gain <= output.gain->maximum())
+        output.gain->setValue(*gain);
 }
 
 void DemodulatorPanel::DisplayVideoBandwidth(const QString &value)
 {
-    constexpr double kThousand = 1000;
-    constexpr double kMillion = kThousand * kThousand;
-    const double hertz = value.toDouble();
-    QString text = value;
-    if (hertz >= kMillion)
-        text = NumberText::trimmed(hertz / kMillion, 2) + " MHz"_L1;
-    else if (hertz >= kThousand)
-        text = NumberText::trimmed(hertz / kThousand, 2) + " KHz"_L1;
+    const QString text = NumberText::bandwidth(value);
     WidgetUpdate::text(ui->lblAnalogBWAVal, text);
     WidgetUpdate::text(ui->lblAnalogBWBVal, text);
 }

@@ -27,10 +27,6 @@ const QString kStressUnlocked = u"background-color: rgb(229, 227, 225); color: #
 const QString kManualOffset = u"background-color: rgb(229, 227, 225); color: #000000;"_s;
 const QString kPlainReference = u"color:#000000"_s;
 
-bool isOn(const QString &value) { return value == "1"_L1; }
-
-bool isOff(const QString &value) { return value == "0"_L1; }
-
 bool isManualAfc(const QString &AFC) { return AFC == "4"_L1; }
 
 bool isAutomaticAfc(const QString &AFC)
@@ -231,13 +227,7 @@ void ReceiverPanel::refuseFrequency(double frequency)
 
 void ReceiverPanel::cboIFBW_currentIndexChanged(int index) { chooseIndex(m_channel, &RcvrChan::setIFBW, index); }
 
-void ReceiverPanel::btnAGCF_clicked()
-{
-    const QString value = isOff(m_channel->getAGCF()) ? u"1"_s : u"0"_s;
-    AGCFreeze(value);
-    m_channel->setAGCF(value);
-    focusReturn().giveBack();
-}
+void ReceiverPanel::btnAGCF_clicked() { toggle(ui->btnAGCF, m_channel, m_channel->getAGCF(), &RcvrChan::setAGCF); }
 
 void ReceiverPanel::btnAGCZ_clicked()
 {
@@ -367,17 +357,9 @@ void ReceiverPanel::showReference(const QString &text, const QString &style)
     WidgetUpdate::style(ui->lblRelAbs, style);
 }
 
-void ReceiverPanel::SLPA(const QString &value)
-{
-    WidgetUpdate::index(ui->cboSLPA, value);
-    WidgetUpdate::agcSlope(ui->progBarAGCA, value);
-}
+void ReceiverPanel::SLPA(const QString &value) { WidgetUpdate::agcSlope(ui->cboSLPA, ui->progBarAGCA, value); }
 
-void ReceiverPanel::SLPB(const QString &value)
-{
-    WidgetUpdate::index(ui->cboSLPB, value);
-    WidgetUpdate::agcSlope(ui->progBarAGCB, value);
-}
+void ReceiverPanel::SLPB(const QString &value) { WidgetUpdate::agcSlope(ui->cboSLPB, ui->progBarAGCB, value); }
 
 void ReceiverPanel::AFC(const QString &value)
 {

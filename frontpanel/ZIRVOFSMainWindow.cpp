@@ -8,6 +8,7 @@
 #include "channels/TapeChan.h"
 #include "channels/TmoipCard.h"
 #include "channels/UniversalChan.h"
+#include "controls/WidgetUpdate.h"
 #include "frontpanel/CombinerPanel.h"
 #include "frontpanel/DemodulatorPanel.h"
 #include "frontpanel/ReceiverPanel.h"
@@ -34,7 +35,7 @@ constexpr int kFinalWriteMs = 1000;
 /// Places in the list of links, which are made in this order.
 enum LinkPlace { CommandLink, EyeConstLink, RemoteLink, RemoteEyeAndStatusLink, SpectralLink };
 
-constexpr int kDemodulatorPanels = 3;
+constexpr int kDemodulatorPanels = AuxiliaryWindows::kDemodulators;
 
 struct PanelPlace
 {
@@ -365,7 +366,7 @@ void ZIRVOFSMainWindow::showTitle(const QString &systemName)
 {
     const QString title =
         u"(SystemID: "_s + m_systemIdentifier + u") ZIRVO Local Display (SystemName: "_s + systemName + u')';
-    setWindowTitle(QString(title).replace("[*]"_L1, "[*][*]"_L1)); // Qt would take it for a mark of its own
+    WidgetUpdate::windowTitle(this, title);
 }
 
 void ZIRVOFSMainWindow::DisplaySlaving(const QString &value)

@@ -149,5 +149,5 @@ private:
     QTimer m_updateAllDynamicParamsTmr;
     int m_dynamicParamsPhase = Receivers;
 
-    AuxiliaryWindows m_auxiliaryWindows; ///< goes first, as its windows refer to the rest
+    AuxiliaryWindows m_auxiliaryWindows; ///< last here, so its windows go before what they refer to
 };

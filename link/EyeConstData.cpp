@@ -40,6 +40,6 @@ QByteArray decodeHexPairs(QByteArrayView digits)
     const auto nibble = [digits](qsizetype i) { return kNibbles[static_cast<quint8>(digits[i])]; };
     QByteArray bytes(digits.size() / 2, Qt::Uninitialized);
     for (qsizetype i = 0; i < bytes.size(); ++i)
-        bytes[i] = static_cast<char>(nibble(2 * i) << 4 | (nibble(2 * i + 1) & 0xff));
+        bytes[i] = static_cast<char>(nibble(2 * i) << 4 | nibble(2 * i + 1));
     return bytes;
 }

@@ -1,9 +1,10 @@
 #pragma once
 
-#include "inventory/ChannelDirectory.h"
-
 #include <QObject>
 
+#include <memory>
+
+class ChannelDirectory;
 class EyeConstData;
 class SerialPortController;
 
@@ -14,6 +15,7 @@ class EyeConstDataQueueReader : public QObject
 
 public:
     EyeConstDataQueueReader(QObject *parent, SerialPortController *controller);
+    ~EyeConstDataQueueReader() override;
 
     /// Takes over the link's channels.
     void SetChanLists();
@@ -24,5 +26,5 @@ public Q_SLOTS:
 
 private:
     SerialPortController *m_controller;
-    ChannelDirectory m_directory;
+    std::unique_ptr<ChannelDirectory> m_directory;
 };
