@@ -1,3 +1,5 @@
+#include "channels/BistChan.h"
+#include "channels/SpectralChan.h"
 #include "support/ChannelBench.h"
 
 #include <QTest>
@@ -127,6 +129,40 @@ void addRegisterRows()
           "D1:CDRG:851; D1 DFWD 1");
 }
 
+void addFurtherRows()
+{
+    using K = TmoipCard;
+    using S = TmoipChan;
+    const auto tmoip = on(LinkBench::kTmoip);
+    tmoip("report U0:TLST:TM2", "", of(&UniversalChan::getTLST), "TM1 2.1 < Unknown");
+    tmoip("report TM1-2:FLOW:1; report TM1-4:FLOW:1; report TM1-0:FLOW:1; report TM1:TSRC:3; report TM1-0:MASK:1",
+          "TM1-2 FLOW 1; TM1-0 TM1 TSRC 3; TM1-0 MASK 1", of(&K::getMASK), "1 < 255.255.255.0");
+    tmoip("report TM1-0:NAME:x; report TM1-0:COMT:1; report TM1-0:IREV:1; report TM1-0:TIME:327:14:05:09", "",
+          of(&K::getTIME), "327:14:05:09 < Unknown");
+    tmoip("refuse TM1-0:ADDR; set TM1-0:ADDR:1; refuse TM1-3:PORT; set TM1-3:PORT:1; lose TM1-0:GWAY:1",
+          "TM1-0:ADDR:1; TM1-0 ADDR 10.0.0.5; TM1-3:PORT:1; TM1-3 PORT 1500; TM1-0:GWAY:1; TM1-0 GWAY 10.0.0.1");
+    tmoip("report TM1-1:DROP:5; report TM1-1:DROP:6; report TM1-1:DROP:6", "", of(&S::getDROP), "6 < 5");
+    tmoip("report TM1-1:STAT:5; report TM1-1:STAT:6; report TM1-1:STAT:6", "", of(&S::getSTAT), "6 < 6");
+
+    using P = SpectralChan;
+    const auto spectral = on(LinkBench::kSpectral);
+    spectral("report SP2:SPAN:5; report SP2:NAME:x; report SP2:RFFT:1; report SP2:RFFT:2", "", of(&P::getRFFT),
+             "2 < 1");
+    spectral("set SP2:DATA:1; set SP2:DATA:1; set SP2:SPAN:10; set SP2:NAME:x; lose SP1:SPAN:3",
+             "SP2:DATA:1; SP2:DATA:1; SP2:SPAN:10; SP1:SPAN:3", of(&P::getSPAN), "10 < Unknown");
+
+    const auto selfTest = on(LinkBench::kSelfTest);
+    const Getter values = [](const Channel *channel) {
+        const auto *const test = qobject_cast<const BistChan *>(channel);
+        return QStringList{ test->value(u"CATT_1"_s), test->value(u"RZZZ"_s), test->value(u"SLAVE"_s),
+                            test->value(u"NAME"_s) }
+            .join(u'/');
+    };
+    selfTest("report S1:CATT_1:9; report S1:RZZZ:5; report S1:SLAVE:1; set S1:NAME:Test; set S1:NAME:New; "
+             "lose S1:CATT_1:8",
+             "S1:NAME:New; S1:CATT_1:8", values, "9/5//New < Unknown");
+}
+
 /// The eye link of three demodulators, and a client's link that takes no channels until a test hands them over.
 struct EyeBench
 {
@@ -169,6 +205,9 @@ void ChannelsTest::everySetter_data()
     QTest::newRow("combiner") << QByteArray(LinkBench::kCombiner) << u"C1"_s << u""_s << u"AIFB CAMF CAMP"_s;
     QTest::newRow("demodulators") << QByteArray(LinkBench::kOlderDemodulators) << u"D1 D2 D3"_s << u"1 2"_s
                                   << u"AFIR AVF1 AVF2 AVF3 CSDR CSFQ CSLB CSLC REST"_s;
+    QTest::newRow("tape") << QByteArray(LinkBench::kTape) << u"T1"_s << u""_s << u""_s;
+    QTest::newRow("TMoIP card") << QByteArray(LinkBench::kTmoip) << u"TM1-0"_s << u""_s << u"COMT NAME"_s;
+    QTest::newRow("TMoIP stream") << QByteArray(LinkBench::kTmoip) << u"TM1-2"_s << u""_s << u"ENDN ID10 SPRT"_s;
 }
 
 void ChannelsTest::everySetter()
@@ -179,23 +218,25 @@ void ChannelsTest::everySetter()
     QFETCH(QString, alwaysSent);
 
     ChannelBench chassis({ cards });
-    const QString first = addresses.first(2);
+    const QString first = addresses.section(u' ', 0, 0);
+    const QString kind = kindOf(first) + u':';
     Settings settings = channelSettings();
-    settings.removeIf([&first](const auto &setting) {
+    settings.removeIf([&kind](const auto &setting) {
         static const QStringList ownWays = u"DSRC DREG DFWD MEAN BEPO DFSZ DDQM ADEQ"_s.split(u' ');
-        return !setting.key().startsWith(first.front()) || ownWays.contains(setting.key().sliced(2));
+        return !setting.key().startsWith(kind) || ownWays.contains(setting.key().section(u':', 1));
     });
+    const QStringList silent{ u"D:BS0L"_s, u"C:AIFB"_s, u"TM:COMT"_s, u"TM:NAME"_s };
     for (const QString &role : { u"0"_s, u"1"_s, u"2"_s }) {
-        QCOMPARE(chassis.play(u"report %1:SLAVE:%2"_s.arg(first, role)),
-                 QStringList{ u"%1 SLAVE %2"_s.arg(first, role) });
+        const QStringList told = first == u"TM1-0"_s ? QStringList{} : QStringList{ first + u" SLAVE "_s + role };
+        QCOMPARE(chassis.play(u"report %1:SLAVE:%2"_s.arg(first, role)), told);
         QStringList expected;
         for (auto setting = settings.begin(); setting != settings.end(); ++setting) {
             setting->set(chassis.channel(first), u"1"_s + role);
-            const QString mnemonic = setting.key().sliced(2);
+            const QString mnemonic = setting.key().section(u':', 1);
             const bool isCopied = setting->toSlaves && slaving.contains(role);
             for (const QString &address : isCopied ? addresses.split(u' ') : QStringList{ first }) {
                 expected << u"%1:%2:1%3"_s.arg(address, mnemonic, role);
-                if (mnemonic != u"BS0L"_s && setting.key() != u"C:AIFB"_s)
+                if (!silent.contains(setting.key()))
                     expected << u"%1 %2 1%3"_s.arg(address, mnemonic, role) +
                                     (mnemonic == u"TMID"_s ? u".00"_s : u""_s);
             }
@@ -279,13 +320,14 @@ void ChannelsTest::conversation_data()
     row("set U0:ABSSI:3; set U0:ABSSI:3; lose U0:ABSSI:4", "U0:ABSSI:3; U0:ABSSI:4", of(&UniversalChan::getABSSI),
         "3 < Unknown");
     row("report U0:SYSOPT:3", "", of(&UniversalChan::getSYSOPT), "3 < Unknown");
-    row("report U0:TLST:,; report U0:TLST:TM1; report U0:TLST:TM2", "", of(&UniversalChan::getTLST), "TM1 < Unknown");
+    row("report U0:TLST:,", "", of(&UniversalChan::getTLST), ", < Unknown");
     row("ask U0:PLIST:a b; report U0:PDONE:1; report U0:PDONE:1; report U0:UPDT:0",
         "U0:PLIST; U0 PLIST a b; U0 PDONE 1; U0 PDONE 1; U0 UPDT 0");
 
     addCombinerRows();
     addDemodulatorRows();
     addRegisterRows();
+    addFurtherRows();
 }
 
 void ChannelsTest::conversation()
@@ -303,7 +345,7 @@ void ChannelsTest::conversation()
     QCOMPARE(played.join(u"; "_s), record);
     if (get) {
         const QString last = lines.split(u"; "_s).last();
-        const Channel *const channel = chassis.channel(last.section(u':', 0, 0).last(2));
+        const Channel *const channel = chassis.channel(last.section(u':', 0, 0).section(u' ', -1));
         const QByteArray mnemonic = last.section(u':', 1, 1).toLatin1();
         QCOMPARE(get(channel) + u" < "_s + channel->previousValue(QLatin1StringView(mnemonic)), held);
     }

@@ -26,11 +26,17 @@ QByteArrayList everyRequest(const QByteArrayList &channels, int cardListRequests
     requests += QByteArrayList(cardListRequests, "U0:CLST") + LinkBench::systemQueries();
     QByteArrayList filters; // their frequency has become known
     for (const QByteArray &channel : channels) {
-        const QByteArray address = channel.first(2);
+        const QByteArray address = channel.endsWith('+') ? channel.chopped(1) : channel;
         if (address.startsWith('R'))
             requests += LinkBench::receiverQueries(address);
         else if (address == "C1")
             requests += LinkBench::combinerQueries();
+        else if (address == "T1")
+            requests += LinkBench::tapeQueries();
+        else if (address.startsWith("SP"))
+            requests += LinkBench::spectralQueries(address);
+        else if (address == "S1")
+            requests += LinkBench::selfTestQueries();
         else
             requests += LinkBench::demodulatorQueries(address, channel.endsWith('+'));
         if (address.startsWith('D'))
@@ -50,6 +56,7 @@ private Q_SLOTS:
     void everyRequestInOrder();
     void channels_data();
     void channels();
+    void tmoipCards();
     void cards_data();
     void cards();
     void cardListAskedAgainAndTakenOnce();
@@ -97,6 +104,10 @@ void StartupTest::channels_data()
     row("0199 MPU 1 TUNER 0103-0121 X", "R1"); // anywhere in the text
     row("", "");
 
+    row("0110 MPU 1 TAPE S5 X", "T1");
+    row("0170 MPU 1 SPECTRUM S6 X", "SP1 SP2 SP3");
+    row("0136 MPU 1 SPECTRUM S6 X,0170 MPU 1 SPECTRUM S6 X,0110 MPU 1 TAPE S5 X,0105 MPU 1 COMBINER A3 X",
+        "C1 T1 SP1 SP2 SP3 S1");
     row("0105 MPU 1 COMBINER A3 X", "C1");
     row("0109 FPGA1 1 COMBINER A3 X", "C1");
     row("DEMOD2 MPU 1.2 K3050 S2", "D2+");
@@ -122,6 +133,20 @@ void StartupTest::channels()
     QVERIFY(chassis.start());
     QCOMPARE(chassis.far.frames(), everyRequest(channels.isEmpty() ? QByteArrayList{} : channels.split(' ')));
     QCOMPARE(chassis.allSettings.count(), 1);
+}
+
+void StartupTest::tmoipCards()
+{
+    Chassis chassis;
+    QSignalSpy cards(&chassis.link, &SerialPortController::TmoipCardObtained);
+    chassis.bench.fit({ kReceiver1, "TM1 2.1", "TM2" });
+    chassis.far.setValue("U0:TLST", ",TM1 2.1,");
+    QVERIFY(chassis.start() && chassis.idle());
+    QCOMPARE(chassis.far.frames(), everyRequest({ "R1" }) + LinkBench::tmoipQueries() << "U0:VERTSKB");
+    QCOMPARE(chassis.allSettings.count(), 1);
+    chassis.far.sendFrame("U0:TLST:TM2");
+    QVERIFY(chassis.idle());
+    QCOMPARE(cards.count(), 1);
 }
 
 void StartupTest::cards_data()

@@ -1,5 +1,10 @@
 #include "support/ChannelBench.h"
 
+#include "channels/SpectralChan.h"
+#include "channels/TapeChan.h"
+
+#include <QRegularExpression>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -66,10 +71,32 @@ Settings everySetter()
                    else
                        demodulator->setDREG(text);
                } });
+    using T = TapeChan;
+    add<T>(all, u"NAME TFREQ TGAINCH1 TGAINCH2 TGAINCMB"_s, false,
+           { &T::setNAME, &T::setTFREQ, &T::setTGAINCH1, &T::setTGAINCH2, &T::setTGAINCMB });
+    using K = TmoipCard;
+    add<K>(all, u"NAME ADDR MASK GWAY PORT TSRC NTPS COMT"_s, false,
+           { &K::setNAME, &K::setADDR, &K::setMASK, &K::setGWAY, &K::setPORT, &K::setTSRC, &K::setNTP, &K::setCOMT });
+    using S = TmoipChan;
+    const QList<void (S::*)(const QString &)> ofStream{ &S::setNAME, &S::setFLOW, &S::setPROT, &S::setRMIP, &S::setPORT,
+                                                        &S::setHEAD, &S::setBUFF, &S::setIMTU, &S::setRBUF, &S::setINPZ,
+                                                        &S::setID10, &S::setSPRT, &S::setENDN };
+    const QStringList streamNames = u"NAME FLOW PROT RMIP PORT HEAD BUFF MTUS RBUF INPZ ID10 SPRT ENDN"_s.split(u' ');
+    for (qsizetype i = 0; i < streamNames.size(); ++i)
+        all.insert(u"TM-:"_s + streamNames[i], { of(ofStream[i]) });
+    add<SpectralChan>(all, u"NAME SPAN DATA"_s, false,
+                      { &SpectralChan::setNAME, &SpectralChan::setSpan, &SpectralChan::setData });
+    all.insert(u"S:NAME"_s, { of(&Channel::setNAME) });
     return all;
 }
 
 } // namespace
+
+QString kindOf(const QString &address)
+{
+    const QString letters = QString(address).remove(QRegularExpression(u"[0-9].*"_s));
+    return address.contains(u'-') && !address.endsWith(u"-0"_s) ? letters + u'-' : letters;
+}
 
 const Settings &channelSettings()
 {
@@ -80,22 +107,35 @@ const Settings &channelSettings()
 ChannelBench::ChannelBench(const QByteArrayList &cards)
 {
     bench.fit(cards);
-    if (!start())
+    if (!start() || !idle())
         qFatal("the chassis does not start");
     far.clear();
+    for (const Channel *channel : everyChannel())
+        follow(channel);
+}
+
+QList<Channel *> ChannelBench::everyChannel() const
+{
+    QList<Channel *> all = link.channels();
     for (const Channel *channel : link.channels())
-        QObject::connect(channel, &Channel::SettingChanged, &link,
-                         [this, channel](const QString &module, const QString &mnemonic, const QString &data) {
-                             QStringList words{ channel->address(), module, mnemonic, data };
-                             words.removeDuplicates();
-                             noteRequests();
-                             m_record += words.join(u' ');
-                         });
+        all += channel->findChildren<Channel *>();
+    return all;
+}
+
+void ChannelBench::follow(const Channel *channel)
+{
+    QObject::connect(channel, &Channel::SettingChanged, &link,
+                     [this, channel](const QString &module, const QString &mnemonic, const QString &data) {
+                         QStringList words{ channel->address(), module, mnemonic, data };
+                         words.removeDuplicates();
+                         noteRequests();
+                         m_record += words.join(u' ');
+                     });
 }
 
 Channel *ChannelBench::channel(const QString &address) const
 {
-    for (Channel *candidate : link.channels()) {
+    for (Channel *candidate : everyChannel()) {
         if (candidate->address() == address)
             return candidate;
     }
@@ -115,7 +155,7 @@ QStringList ChannelBench::play(const QString &line)
     } else if (verb == u"report"_s) {
         far.sendFrame(message.toLatin1());
     } else if (verb == u"set"_s) {
-        channelSettings()[address.first(1) + u':' + mnemonic].set(channel(address), data);
+        channelSettings()[kindOf(address) + u':' + mnemonic].set(channel(address), data);
     } else if (verb == u"ask"_s) {
         far.setValue(key, data.toLatin1());
         queue(link.channels().value(1), address, mnemonic, {}, StandardCommand::Query);

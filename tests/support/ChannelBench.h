@@ -2,6 +2,8 @@
 
 #include "channels/CmbrChan.h"
 #include "channels/DmdChan.h"
+#include "channels/TmoipCard.h"
+#include "channels/TmoipChan.h"
 #include "support/CommandLinkBench.h"
 
 #include <QMap>
@@ -37,8 +39,12 @@ struct Setting
     bool toSlaves = false; ///< a change goes to the slaved channels too
 };
 
-/// By the letter of the channel's class and the mnemonic.
+/// By the letters of the channel's address and the mnemonic: "R:FREQ"; "TM:ADDR" for a TMoIP card, "TM-:FLOW" for a
+/// stream of it.
 using Settings = QMap<QString, Setting>;
+
+/// What stands for an address in the settings' keys.
+[[nodiscard]] QString kindOf(const QString &address);
 
 /// Every setter of the channel classes. "D:DREG" takes "85,1234" for the number and value of a register, a text without
 /// comma as one for the card.
@@ -51,7 +57,7 @@ class ChannelBench : public CommandLinkBench
 public:
     explicit ChannelBench(const QByteArrayList &cards);
 
-    /// The command link's channel of this address; null if there is none.
+    /// The command link's channel or stream of this address; null if there is none.
     [[nodiscard]] Channel *channel(const QString &address) const;
     /// Plays one line and gives the record. The verb is "set" (by the channel's setter), "lose" (a set of the first
     /// channel behind the system that gets no answer), "ask" (its query that gets this answer), "report" or "refuse"
@@ -62,6 +68,8 @@ public:
 
 private:
     void noteRequests();
+    void follow(const Channel *channel);
+    [[nodiscard]] QList<Channel *> everyChannel() const;
 
     QStringList m_record;
 };

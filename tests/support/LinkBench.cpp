@@ -24,6 +24,15 @@ const QByteArray kDemodulatorSettings =
     "|BERC 0|BTLK 0|BTLS 0|BETI 0|BAVL 0|LDPCR 0|LDPCB 0|LDPCD 0|LDPCS 0|FBPW 0|WPFM 0|FSPT fe6b2840|FSLN 32"
     "|THRS 1|FSLK 0|SCBE 0|SRT0 0|B0LB 0|FCS0 0|MFS0 0|DC0E 0|AG0E 0|CF0E 0|MF0E 0|SEI0 0|HI0Z 0|BS0L 0|AFIR 0"
     "|AVF1 0|AVF2 0|AVF3 0|CSFQ 70|CSDR 1000000|CSLB 0.005|CSLC 0.01";
+const QByteArray kTapeSettings = "NAME Tape|TFREQ 2200000|TGAINCH1 100|TGAINCH2 110|TGAINCMB 120";
+const QByteArray kTmoipCardSettings = "ADDR 10.0.0.5|MASK 255.255.255.0|GWAY 10.0.0.1|PORT 1500|IRIG Locked";
+const QByteArray kTmoipStreamSettings = "NAME Stream|FLOW 0|PROT 0|RMIP 10.0.0.9|PORT 1500|HEAD 1|BUFF 0|MTUS 1500"
+                                        "|RBUF 8|INPZ 0|ID10 1|SPRT 2|ENDN 3";
+const QByteArray kSpectralSettings = "SPAN 10";
+const QByteArray kSelfTestSettings =
+    "CFRQ 1|CATT_1 2|CATT_2 3|SCD1 4|SCD2 5|FMDV 6|UNBL 7|SCG1 8|SCG2 9|PNGN 10|CBND 11|CERR 12|SCR1 13|SCR2 14"
+    "|PRNR 15|APNR 16|SCF1 17|SCF2 18|BSINT 19|CMOD 20|C1EN 21|C2EN 22|PCEN 23|IFSL 24|CPRN 25|CDLE 26|CREF 27|CPWR 28"
+    "|CEXT 29|CDSC 30|DDSF 31|NAME Test|SLAVE 0";
 const QByteArray kOlderDemodulatorSettings = kDemodulatorSettings + "|DQMON 0|DQMFS 1024|DEQE 0";
 
 struct Setting
@@ -80,12 +89,27 @@ void LinkBench::fillChassis()
     fill("C1", kCombinerSettings);
     for (const QByteArray address : { "D1", "D2", "D3" })
         fill(address, kOlderDemodulatorSettings);
+    fill("T1", kTapeSettings);
+    fill("TM1-0", kTmoipCardSettings);
+    for (const QByteArray address : { "TM1-1", "TM1-2", "TM1-3" })
+        fill(address, kTmoipStreamSettings);
+    for (const QByteArray address : { "SP1", "SP2", "SP3" })
+        fill(address, kSpectralSettings);
+    fill("S1", kSelfTestSettings);
     m_command.setValue("U0:VER", "3.4");
     m_command.setValue("U0:VERTSKB", "1.7");
     fit({ kReceivers });
 }
 
-void LinkBench::fit(const QByteArrayList &cards) { m_command.setValue("U0:CLST", cards.join(',')); }
+void LinkBench::fit(const QByteArrayList &cards)
+{
+    QByteArrayList tmoipCards;
+    QByteArrayList others;
+    for (const QByteArray &card : cards)
+        (card.startsWith("TM") ? tmoipCards : others) += card;
+    m_command.setValue("U0:CLST", others.join(','));
+    m_command.setValue("U0:TLST", tmoipCards.join(','));
+}
 
 QByteArrayList LinkBench::systemQueries() { return queries("U0", kSystemSettings); }
 
@@ -97,3 +121,20 @@ QByteArrayList LinkBench::demodulatorQueries(const QByteArray &address, bool old
 {
     return queries(address, older ? kOlderDemodulatorSettings : kDemodulatorSettings);
 }
+
+QByteArrayList LinkBench::tmoipQueries()
+{
+    QByteArrayList frames = queries("TM1-0", kTmoipCardSettings);
+    for (const QByteArray address : { "TM1-1", "TM1-2", "TM1-3" })
+        frames += queries(address, kTmoipStreamSettings);
+    return frames;
+}
+
+QByteArrayList LinkBench::tapeQueries() { return queries("T1", kTapeSettings); }
+
+QByteArrayList LinkBench::spectralQueries(const QByteArray &address)
+{
+    return queries(address, kSpectralSettings) + QByteArrayList{ address + ":DATA:0" };
+}
+
+QByteArrayList LinkBench::selfTestQueries() { return queries("S1", kSelfTestSettings); }

@@ -32,6 +32,10 @@ public:
     /// D1 and D2 that hold them in registers. The third one's address stands for a combiner as well.
     static constexpr auto kRegisterDemodulators = "0101 K412W 1.2 QLN412 S1 X,0102 K412W 1.2 QLN412 S2 X";
     static constexpr auto kThirdRegisterDemodulator = "0109 K412W 1.2 QLN412 S3 X";
+    static constexpr auto kTape = "0110 MPU 1.1 TAPE S5 X";
+    static constexpr auto kTmoip = "TM1 2.1"; ///< stands in a list of its own
+    static constexpr auto kSpectral = "0170 MPU 1.2 SPECTRUM S6 X";
+    static constexpr auto kSelfTest = "0136 MPU 1.2 SPECTRUM S6 X";
 
     /// Puts these cards into the chassis instead of those it has.
     void fit(const QByteArrayList &cards);
@@ -41,6 +45,10 @@ public:
     [[nodiscard]] static QByteArrayList receiverQueries(const QByteArray &address);
     [[nodiscard]] static QByteArrayList combinerQueries();
     [[nodiscard]] static QByteArrayList demodulatorQueries(const QByteArray &address, bool older);
+    [[nodiscard]] static QByteArrayList tapeQueries();
+    [[nodiscard]] static QByteArrayList tmoipQueries(); ///< of the card "TM1" and its streams
+    [[nodiscard]] static QByteArrayList spectralQueries(const QByteArray &address);
+    [[nodiscard]] static QByteArrayList selfTestQueries();
 
 private:
     void fillChassis();
