@@ -1,13 +1,10 @@
-#include "support/WindowBench.h"
+#include "support/PanelBench.h"
 
 #include "controls/FocusReturn.h"
 
-#include <QComboBox>
-#include <QListView>
+#include <QApplication>
 #include <QMenuBar>
-#include <QRegularExpression>
 #include <QTest>
-#include <QWheelEvent>
 
 #include <tuple>
 #include <utility>
@@ -35,35 +32,10 @@ const QList<std::pair<QByteArray, int>> kBoxes{ { "IFBW", 3 }, { "SLPA", 3 }, { 
 
 const QByteArrayList kFullScales{ "2500", "6000", "12000" }; // mV, by slope
 
-/// What an operator does to a control, and what comes of it.
-struct Change
-{
-    QByteArrayList reports; ///< come before
-    QByteArray control;
-    QByteArray input; ///< position of an item for a box, "click", the name of a key, or a text that Return follows
-    QByteArray sent;  ///< empty for nothing
-    QByteArrayList shown;
-};
-
-void type(QWidget &field, const QString &text)
-{
-    field.setFocus();
-    QTest::keySequence(&field, QKeySequence::SelectAll);
-    QTest::keyClicks(&field, text);
-}
-
-void turnWheel(QWidget &widget)
-{
-    const QPointF centre = widget.rect().center();
-    QWheelEvent event(centre, widget.mapToGlobal(centre), {}, { 0, -120 }, Qt::NoButton, Qt::NoModifier,
-                      Qt::NoScrollPhase, false);
-    QCoreApplication::sendEvent(&widget, &event);
-}
-
 } // namespace
 
 /// The receivers' panels in the whole window: what keys and clicks send, and what the chassis' answers and reports
-/// show. What is shown is written "widget.property=value". One window serves all cases, until one of them fails.
+/// show. One window serves all cases, until one of them fails.
 class ReceiverPanelTest : public QObject
 {
     Q_OBJECT
@@ -86,30 +58,23 @@ private Q_SLOTS:
     void wheelNeedsTheFocus();
 
 private:
-    [[nodiscard]] QWidget &widget(const QByteArray &name) { return m_bench->find<QWidget>(QString::fromLatin1(name)); }
-    [[nodiscard]] QByteArrayList actual(const QByteArrayList &expected);
-    [[nodiscard]] QByteArrayList everythingShown();
-    void operate(const QByteArray &name, const QByteArray &input);
+    [[nodiscard]] QWidget &widget(const QByteArray &name) { return m_bench->widget(name); }
 
-    std::unique_ptr<WindowBench> m_bench;
+    std::unique_ptr<PanelBench> m_bench;
 };
 
 void ReceiverPanelTest::init()
 {
     if (!m_bench) {
-        m_bench = std::make_unique<WindowBench>();
+        m_bench = std::make_unique<PanelBench>();
         QVERIFY(m_bench->goLive());
         for (const char *name : { "cboPLYBch1", "cboPLYBch2" })
             widget(name).show(); // comes with a tape card
     }
-    m_bench->window().activateWindow(); // a box's list takes it away
-    QVERIFY(QTest::qWaitForWindowActive(&m_bench->window()));
-    m_bench->window().RemoveControlFocusTmr_Tick();
     QByteArrayList frames{ "U0:SLAVE:0" };
     for (const QByteArray &setting : kStart.split(';'))
         frames << "R1:" + setting << "R2:" + setting;
-    m_bench->report(frames);
-    m_bench->window().UpdateRcvrDynamicParamsTmr_Tick();
+    QVERIFY(m_bench->startCase(frames));
 }
 
 void ReceiverPanelTest::cleanup()
@@ -118,55 +83,10 @@ void ReceiverPanelTest::cleanup()
         m_bench.reset();
 }
 
-QByteArrayList ReceiverPanelTest::actual(const QByteArrayList &expected)
-{
-    QByteArrayList shown;
-    for (const QByteArray &item : expected) {
-        const QByteArrayList place = item.first(item.indexOf('=')).split('.');
-        const QVariant value = widget(place[0]).property(place[1].constData());
-        shown += place.join('.') + '=' + value.toString().toLatin1();
-    }
-    return shown;
-}
-
-QByteArrayList ReceiverPanelTest::everythingShown()
-{
-    m_bench->window().UpdateRcvrDynamicParamsTmr_Tick();
-    QByteArrayList items;
-    for (const QWidget *child : widget("groupBoxRcvr1").findChildren<QWidget *>(QRegularExpression(u"ch1$"_s))) {
-        for (const char *property : { "text", "value", "maximum", "currentIndex", "checked", "enabled", "visible" })
-            items += child->objectName().toLatin1() + '.' + property + '=';
-    }
-    return actual(items);
-}
-
-void ReceiverPanelTest::operate(const QByteArray &name, const QByteArray &input)
-{
-    static const QHash<QByteArray, Qt::Key> keys{
-        { "Up", Qt::Key_Up }, { "Down", Qt::Key_Down }, { "Right", Qt::Key_Right }, { "Space", Qt::Key_Space }
-    };
-    QWidget &control = widget(name);
-    control.setFocus();
-    if (auto *const box = qobject_cast<QComboBox *>(&control)) {
-        box->showPopup(); // the arrow keys would send every item on the way
-        QTest::keyClick(box->view(), Qt::Key_Home);
-        for (int i = 0; i < input.toInt(); ++i)
-            QTest::keyClick(box->view(), Qt::Key_Down);
-        QTest::keyClick(box->view(), Qt::Key_Return);
-    } else if (input == "click") {
-        QTest::mouseClick(&control, Qt::LeftButton);
-    } else if (keys.contains(input)) {
-        QTest::keyClick(&control, keys[input]);
-    } else {
-        type(control, QString::fromLatin1(input));
-        QTest::keyClick(&control, Qt::Key_Return);
-    }
-}
-
 void ReceiverPanelTest::filledFromTheChassis()
 {
     m_bench.reset();
-    m_bench = std::make_unique<WindowBench>();
+    m_bench = std::make_unique<PanelBench>();
     for (const QByteArray setting : { "NAME=North", "FREQ=1450.5", "IFBW=2", "AGCF=1", "AGCZ=1", "SLPA=0", "POLA=1",
                                       "AGCT=4", "AFC=4", "AFCM=-75", "CAMP=0", "ANCF=-7" })
         m_bench->chassis().setValue("R2:" + setting.split('=')[0], setting.split('=')[1]);
@@ -179,17 +99,17 @@ void ReceiverPanelTest::filledFromTheChassis()
         "lblRLSTvalch2.text=-75 KHz",     "lineAntennaCFch2.text=-7",         "doubleSpinBoxFREQch1.text=2250.5",
         "lblRFFQch1.focus=true"
     };
-    QCOMPARE(actual(shown), shown);
+    QCOMPARE(m_bench->actual(shown), shown);
     m_bench.reset();
 }
 
 void ReceiverPanelTest::operatorChanges_data()
 {
-    QTest::addColumn<Change>("change");
+    QTest::addColumn<PanelBench::Change>("change");
     const auto row = [](const QByteArrayList &reports, const QByteArray &control, const QByteArray &input,
                         const QByteArray &sent, const QByteArrayList &shown) {
         QTest::newRow((reports.join(' ') + ' ' + control + ' ' + input).constData())
-            << Change{ reports, control, input, sent, shown };
+            << PanelBench::Change{ reports, control, input, sent, shown };
     };
     const auto tune = [&row](const QByteArray &ranges, const QByteArray &start, const QByteArray &input,
                              const QByteArray &arrives) {
@@ -264,37 +184,22 @@ void ReceiverPanelTest::operatorChanges_data()
 
 void ReceiverPanelTest::operatorChanges()
 {
-    QFETCH(Change, change);
-    m_bench->report(change.reports);
-    const QByteArrayList before = everythingShown();
-    const QByteArrayList frames = change.sent.isEmpty() ? kNothing : QByteArrayList{ change.sent };
-    const QByteArray setting = change.sent.split(':').mid(0, 2).join(':');
-
-    m_bench->chassis().refuse(setting);
-    QCOMPARE(m_bench->sentBy([&] { operate(change.control, change.input); }), frames);
-    m_bench->chassis().behave(setting);
-    QCOMPARE(everythingShown(), before);
-
-    const QByteArrayList accepted = m_bench->sentBy([&] {
-        operate(change.control, change.input);
-        QCOMPARE(actual(change.shown), change.shown); // not yet answered
-    });
-    QCOMPARE(accepted, frames);
-    QCOMPARE(actual(change.shown), change.shown);
+    QFETCH(PanelBench::Change, change);
+    m_bench->verify(change);
 }
 
 void ReceiverPanelTest::unansweredSnapsBack()
 {
-    const QByteArrayList before = everythingShown();
+    const QByteArrayList before = m_bench->everythingShown();
     for (const char *setting : { "R1:FREQ", "R1:AFC", "R1:AGCZ" })
         m_bench->chassis().ignore(setting);
     const QByteArrayList sent = m_bench->sentBy([this] {
-        operate("doubleSpinBoxFREQch1", "2300");
-        operate("cboAFCch1", "4");
-        operate("btnAGCZch1", "click");
+        m_bench->operate("doubleSpinBoxFREQch1", "2300");
+        m_bench->operate("cboAFCch1", "4");
+        m_bench->operate("btnAGCZch1", "click");
     });
     QCOMPARE(sent, (QByteArrayList{ "R1:FREQ:2300.0", "R1:AFC:4", "R1:AGCZ:1" }));
-    QCOMPARE(everythingShown(), before);
+    QCOMPARE(m_bench->everythingShown(), before);
     m_bench.reset();
 }
 
@@ -358,8 +263,8 @@ void ReceiverPanelTest::reports()
     QFETCH(QByteArrayList, reports);
     QFETCH(QByteArrayList, shown);
     QCOMPARE(m_bench->sentBy([&] { m_bench->report(reports); }), kNothing);
-    m_bench->window().UpdateRcvrDynamicParamsTmr_Tick();
-    QCOMPARE(actual(shown), shown);
+    m_bench->refreshStatus();
+    QCOMPARE(m_bench->actual(shown), shown);
 }
 
 void ReceiverPanelTest::halfTypedEntries()
@@ -369,24 +274,24 @@ void ReceiverPanelTest::halfTypedEntries()
                                     "lblRFFQch1.focus=true" };
     for (const char *field : { "doubleSpinBoxFREQch1", "lineAntennaCFch1" }) {
         m_bench->focusReturn().stop();
-        type(widget(field), u"2300"_s);
+        PanelBench::type(widget(field), u"2300"_s);
         QVERIFY(m_bench->focusReturn().isRunning());
         QCOMPARE(m_bench->sentBy([this] { m_bench->window().RemoveControlFocusTmr_Tick(); }), kNothing);
-        QCOMPARE(actual(confirmed), confirmed);
+        QCOMPARE(m_bench->actual(confirmed), confirmed);
     }
 
-    type(widget("lineAntennaCFch1"), u"5"_s);
-    QCOMPARE(m_bench->sentBy([this] { operate("doubleSpinBoxFREQch1", "3000"); }), kNothing);
+    PanelBench::type(widget("lineAntennaCFch1"), u"5"_s);
+    QCOMPARE(m_bench->sentBy([this] { m_bench->operate("doubleSpinBoxFREQch1", "3000"); }), kNothing);
     const QByteArrayList untouched{ "doubleSpinBoxFREQch1.text=2250.5", "lineAntennaCFch1.text=5" };
-    QCOMPARE(actual(untouched), untouched);
+    QCOMPARE(m_bench->actual(untouched), untouched);
 
     // The operator who leaves the field means it.
-    type(widget("doubleSpinBoxFREQch1"), u"2300"_s);
+    PanelBench::type(widget("doubleSpinBoxFREQch1"), u"2300"_s);
     QCOMPARE(m_bench->sentBy([this] { QTest::keyClick(&widget("doubleSpinBoxFREQch1"), Qt::Key_Tab); }),
              QByteArrayList{ "R1:FREQ:2300.0" });
 
     // A menu only borrows the focus.
-    type(widget("doubleSpinBoxFREQch1"), u"2300"_s);
+    PanelBench::type(widget("doubleSpinBoxFREQch1"), u"2300"_s);
     QMenuBar *const menus = m_bench->window().menuBar();
     QCOMPARE(m_bench->sentBy([menus] {
         QTest::mouseClick(menus, Qt::LeftButton, {}, menus->actionGeometry(menus->actions().constLast()).center());
@@ -394,20 +299,21 @@ void ReceiverPanelTest::halfTypedEntries()
         QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
     }),
              kNothing);
-    QCOMPARE(actual({ "doubleSpinBoxFREQch1.text=2300" }), QByteArrayList{ "doubleSpinBoxFREQch1.text=2300" });
+    QCOMPARE(m_bench->actual({ "doubleSpinBoxFREQch1.text=2300" }), QByteArrayList{ "doubleSpinBoxFREQch1.text=2300" });
 }
 
 void ReceiverPanelTest::reportsDuringEntry()
 {
     m_bench->report({ "R1:ACFE:1" });
-    type(widget("doubleSpinBoxFREQch1"), u"2300"_s); // playback takes the field away in the middle of an entry
+    PanelBench::type(widget("doubleSpinBoxFREQch1"),
+                     u"2300"_s); // playback takes the field away in the middle of an entry
     QCOMPARE(m_bench->sentBy([this] { m_bench->report({ "R1:FREQ:2260.5", "R1:PLYB:1", "R1:PLYB:0" }); }), kNothing);
     const QByteArrayList shown{ "doubleSpinBoxFREQch1.text=2260.5" };
-    QCOMPARE(actual(shown), shown);
+    QCOMPARE(m_bench->actual(shown), shown);
     // Otherwise the entry is the operator's until it is committed or given up.
     for (const auto &[field, report, sent] : { std::tuple("doubleSpinBoxFREQch1", "R1:FREQ:2275.5", "R1:FREQ:2300.0"),
                                                std::tuple("lineAntennaCFch1", "R1:ANCF:-3", "R1:ANCF:2300") }) {
-        type(widget(field), u"2300"_s);
+        PanelBench::type(widget(field), u"2300"_s);
         const QByteArrayList frames = m_bench->sentBy([&, name = field, arrives = report] {
             m_bench->report({ arrives });
             QTest::keyClick(&widget(name), Qt::Key_Return);
@@ -416,7 +322,8 @@ void ReceiverPanelTest::reportsDuringEntry()
     }
     m_bench->report({ "R1:FREQ:9999" }); // no frequency of the box, so giving up leads back to the last that was
     m_bench->window().RemoveControlFocusTmr_Tick();
-    QCOMPARE(actual({ "doubleSpinBoxFREQch1.text=2300.0" }), QByteArrayList{ "doubleSpinBoxFREQch1.text=2300.0" });
+    QCOMPARE(m_bench->actual({ "doubleSpinBoxFREQch1.text=2300.0" }),
+             QByteArrayList{ "doubleSpinBoxFREQch1.text=2300.0" });
 }
 
 void ReceiverPanelTest::stepsAheadOfTheAnswers()
@@ -424,15 +331,17 @@ void ReceiverPanelTest::stepsAheadOfTheAnswers()
     m_bench->chassis().setAnswering(false);
     const auto mark = m_bench->chassis().frames().size();
     for (int step = 0; step < 3; ++step)
-        operate("doubleSpinBoxFREQch1", "Up");
+        m_bench->operate("doubleSpinBoxFREQch1", "Up");
     for (const char *sent : { "R1:FREQ:2250.6", "R1:FREQ:2250.7", "R1:FREQ:2250.8" }) {
         m_bench->window().RemoveControlFocusTmr_Tick();
         QVERIFY(m_bench->chassis().waitForFrame(sent));
-        QCOMPARE(actual({ "doubleSpinBoxFREQch1.text=2250.8" }), QByteArrayList{ "doubleSpinBoxFREQch1.text=2250.8" });
+        QCOMPARE(m_bench->actual({ "doubleSpinBoxFREQch1.text=2250.8" }),
+                 QByteArrayList{ "doubleSpinBoxFREQch1.text=2250.8" });
         m_bench->chassis().ack();
     }
     m_bench->chassis().setAnswering(true);
-    QCOMPARE(m_bench->sentBy([this] { operate("doubleSpinBoxFREQch1", "Up"); }), QByteArrayList{ "R1:FREQ:2250.9" });
+    QCOMPARE(m_bench->sentBy([this] { m_bench->operate("doubleSpinBoxFREQch1", "Up"); }),
+             QByteArrayList{ "R1:FREQ:2250.9" });
     QCOMPARE(m_bench->chassis().framesSince(mark).count("R1:FREQ:2250.7"), 1);
 }
 
@@ -440,19 +349,21 @@ void ReceiverPanelTest::longNames()
 {
     m_bench->report({ "R1:NAME:" + QByteArray(5000, 'W'), "R2:NAME:A&B" });
     QVERIFY(widget("groupBoxRcvr1").minimumSizeHint().width() < m_bench->window().width() / 2);
-    QCOMPARE(actual({ "groupBoxRcvr2.title=A&&B" }), QByteArrayList{ "groupBoxRcvr2.title=A&&B" });
+    QCOMPARE(m_bench->actual({ "groupBoxRcvr2.title=A&&B" }), QByteArrayList{ "groupBoxRcvr2.title=A&&B" });
 }
 
 void ReceiverPanelTest::slavedReceiverFollows()
 {
     m_bench->report({ "U0:SLAVE:1" });
-    QCOMPARE(m_bench->sentBy([this] { operate("doubleSpinBoxFREQch2", "2300"); }),
+    QCOMPARE(m_bench->sentBy([this] { m_bench->operate("doubleSpinBoxFREQch2", "2300"); }),
              (QByteArrayList{ "R2:FREQ:2300.0", "R1:FREQ:2300.0" }));
-    QCOMPARE(m_bench->sentBy([this] { operate("cboIFBWch1", "2"); }), (QByteArrayList{ "R1:IFBW:2", "R2:IFBW:2" }));
+    QCOMPARE(m_bench->sentBy([this] { m_bench->operate("cboIFBWch1", "2"); }),
+             (QByteArrayList{ "R1:IFBW:2", "R2:IFBW:2" }));
     const QByteArrayList shown{ "doubleSpinBoxFREQch1.text=2300.0", "cboIFBWch2.currentIndex=2" };
-    QCOMPARE(actual(shown), shown);
+    QCOMPARE(m_bench->actual(shown), shown);
     m_bench->report({ "U0:SLAVE:2" }); // slaves demodulators only
-    QCOMPARE(m_bench->sentBy([this] { operate("doubleSpinBoxFREQch2", "2310"); }), QByteArrayList{ "R2:FREQ:2310.0" });
+    QCOMPARE(m_bench->sentBy([this] { m_bench->operate("doubleSpinBoxFREQch2", "2310"); }),
+             QByteArrayList{ "R2:FREQ:2310.0" });
 }
 
 void ReceiverPanelTest::wheelNeedsTheFocus()
@@ -461,10 +372,10 @@ void ReceiverPanelTest::wheelNeedsTheFocus()
     for (const auto &[name, sent] : { std::pair("doubleSpinBoxFREQch1", "R1:FREQ:2250.4"),
                                       std::pair("cboIFBWch1", "R1:IFBW:2"), std::pair("sldrAFCMch1", "R1:AFCM:") }) {
         widget("lblRFFQch1").setFocus();
-        QCOMPARE(m_bench->sentBy([&] { turnWheel(widget(name)); }), kNothing);
+        QCOMPARE(m_bench->sentBy([&] { PanelBench::turnWheel(widget(name)); }), kNothing);
         QVERIFY(widget("lblRFFQch1").hasFocus());
         widget(name).setFocus();
-        const QByteArrayList frames = m_bench->sentBy([&] { turnWheel(widget(name)); });
+        const QByteArrayList frames = m_bench->sentBy([&] { PanelBench::turnWheel(widget(name)); });
         QVERIFY(frames.size() == 1 && frames.first().startsWith(sent));
     }
 }
