@@ -34,6 +34,13 @@ QByteArrayList PanelBench::actual(const QByteArrayList &expected) const
     return shown;
 }
 
+QByteArray PanelBench::mistakes(const QByteArray &expected) const
+{
+    QByteArrayList shown = actual(expected.split('|'));
+    shown.removeIf([&](const QByteArray &item) { return expected.split('|').contains(item); });
+    return shown.join('|');
+}
+
 void PanelBench::refreshStatus()
 {
     window().UpdateRcvrDynamicParamsTmr_Tick();

@@ -23,6 +23,8 @@ public:
     [[nodiscard]] QWidget &widget(const QByteArray &name) const { return find<QWidget>(QString::fromLatin1(name)); }
     /// What the places that @p expected names hold, in the same form.
     [[nodiscard]] QByteArrayList actual(const QByteArrayList &expected) const;
+    /// What differs from @p expected, items between "|"; empty if nothing does.
+    [[nodiscard]] QByteArray mistakes(const QByteArray &expected) const;
     /// Shows the status values too.
     void refreshStatus();
     /// What every named widget of the panels shows, status values included.
