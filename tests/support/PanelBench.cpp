@@ -10,6 +10,8 @@
 #include <QTimer>
 #include <QWheelEvent>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 bool PanelBench::startCase(const QByteArrayList &reports)
@@ -122,6 +124,12 @@ void PanelBench::verify(const Change &change)
     QVERIFY(focusReturn().isRunning() || !widget(change.control).hasFocus());
     QCOMPARE(accepted, frames);
     QCOMPARE(actual(change.shown), change.shown);
+
+    const auto isBack = [&](const QByteArray &frame) { return frame.startsWith(setting + ':'); };
+    if (setting.isEmpty() || std::none_of(change.reports.begin(), change.reports.end(), isBack))
+        return;
+    QCOMPARE(sentBy([&] { report(change.reports); }), QByteArrayList());
+    QCOMPARE(everythingShown(), before);
 }
 
 QByteArrayList PanelBench::warningsDuring(const std::function<void()> &act)

@@ -34,7 +34,8 @@ public:
     static void turnWheel(QWidget &widget);
     /// @param input position of an item for a box, "click", the name of a key, or a text that Return follows
     void operate(const QByteArray &name, const QByteArray &input);
-    /// Lets the operator make the change twice: refused, everything snaps back, and accepted, it stays.
+    /// Lets the operator make the change twice: refused, everything snaps back; accepted, it stays until the chassis
+    /// reports the value of before, which moves that control back and nothing else.
     void verify(const Change &change);
     /// Confirms the warnings that appear while @p act runs, and returns them: "title: text".
     [[nodiscard]] static QByteArrayList warningsDuring(const std::function<void()> &act);
