@@ -91,15 +91,13 @@ void ReceiverPanelTest::filledFromTheChassis()
                                       "AGCT=4", "AFC=4", "AFCM=-75", "CAMP=0", "ANCF=-7" })
         m_bench->chassis().setValue("R2:" + setting.split('=')[0], setting.split('=')[1]);
     QVERIFY(m_bench->goLive());
-    const QByteArrayList shown{
-        "groupBoxRcvr2.title=North",      "doubleSpinBoxFREQch2.text=1450.5", "cboIFBWch2.currentText=10 MHz",
-        "cboSLPAch2.currentText=50 dB/V", "cboPOLAch2.currentText=NEG",       "cboAGCTch2.currentText=0.1 ms",
-        "cboCAMPch2.currentText=INV",     "cboAFCch2.currentText=MANUAL",     "btnAGCFch2.text=ON",
-        "lblRelAbsch2.text=(Relative)",   "progBarAGCAch2.maximum=2500",      "sldrAFCMch2.value=-75",
-        "lblRLSTvalch2.text=-75 KHz",     "lineAntennaCFch2.text=-7",         "doubleSpinBoxFREQch1.text=2250.5",
-        "lblRFFQch1.focus=true"
-    };
-    QCOMPARE(m_bench->actual(shown), shown);
+    QCOMPARE(
+        m_bench->mistakes("groupBoxRcvr2.title=North|doubleSpinBoxFREQch2.text=1450.5|cboIFBWch2.currentText=10 "
+                          "MHz|cboSLPAch2.currentText=50 dB/V|cboPOLAch2.currentText=NEG|cboAGCTch2.currentText=0.1 "
+                          "ms|cboCAMPch2.currentText=INV|cboAFCch2.currentText=MANUAL|btnAGCFch2.text=ON|lblRelAbsch2."
+                          "text=(Relative)|progBarAGCAch2.maximum=2500|sldrAFCMch2.value=-75|lblRLSTvalch2.text=-75 "
+                          "KHz|lineAntennaCFch2.text=-7|doubleSpinBoxFREQch1.text=2250.5|lblRFFQch1.focus=true"),
+        QByteArray());
     m_bench.reset();
 }
 
@@ -282,8 +280,7 @@ void ReceiverPanelTest::halfTypedEntries()
 
     PanelBench::type(widget("lineAntennaCFch1"), u"5"_s);
     QCOMPARE(m_bench->sentBy([this] { m_bench->operate("doubleSpinBoxFREQch1", "3000"); }), kNothing);
-    const QByteArrayList untouched{ "doubleSpinBoxFREQch1.text=2250.5", "lineAntennaCFch1.text=5" };
-    QCOMPARE(m_bench->actual(untouched), untouched);
+    QCOMPARE(m_bench->mistakes("doubleSpinBoxFREQch1.text=2250.5|lineAntennaCFch1.text=5"), QByteArray());
 
     // The operator who leaves the field means it.
     PanelBench::type(widget("doubleSpinBoxFREQch1"), u"2300"_s);
@@ -299,17 +296,16 @@ void ReceiverPanelTest::halfTypedEntries()
         QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
     }),
              kNothing);
-    QCOMPARE(m_bench->actual({ "doubleSpinBoxFREQch1.text=2300" }), QByteArrayList{ "doubleSpinBoxFREQch1.text=2300" });
+    QCOMPARE(m_bench->mistakes("doubleSpinBoxFREQch1.text=2300"), QByteArray());
 }
 
 void ReceiverPanelTest::reportsDuringEntry()
 {
     m_bench->report({ "R1:ACFE:1" });
-    PanelBench::type(widget("doubleSpinBoxFREQch1"),
-                     u"2300"_s); // playback takes the field away in the middle of an entry
+    // Playback takes the field away in the middle of an entry.
+    PanelBench::type(widget("doubleSpinBoxFREQch1"), u"2300"_s);
     QCOMPARE(m_bench->sentBy([this] { m_bench->report({ "R1:FREQ:2260.5", "R1:PLYB:1", "R1:PLYB:0" }); }), kNothing);
-    const QByteArrayList shown{ "doubleSpinBoxFREQch1.text=2260.5" };
-    QCOMPARE(m_bench->actual(shown), shown);
+    QCOMPARE(m_bench->mistakes("doubleSpinBoxFREQch1.text=2260.5"), QByteArray());
     // Otherwise the entry is the operator's until it is committed or given up.
     for (const auto &[field, report, sent] : { std::tuple("doubleSpinBoxFREQch1", "R1:FREQ:2275.5", "R1:FREQ:2300.0"),
                                                std::tuple("lineAntennaCFch1", "R1:ANCF:-3", "R1:ANCF:2300") }) {
@@ -322,8 +318,7 @@ void ReceiverPanelTest::reportsDuringEntry()
     }
     m_bench->report({ "R1:FREQ:9999" }); // no frequency of the box, so giving up leads back to the last that was
     m_bench->window().RemoveControlFocusTmr_Tick();
-    QCOMPARE(m_bench->actual({ "doubleSpinBoxFREQch1.text=2300.0" }),
-             QByteArrayList{ "doubleSpinBoxFREQch1.text=2300.0" });
+    QCOMPARE(m_bench->mistakes("doubleSpinBoxFREQch1.text=2300.0"), QByteArray());
 }
 
 void ReceiverPanelTest::stepsAheadOfTheAnswers()
@@ -335,8 +330,7 @@ void ReceiverPanelTest::stepsAheadOfTheAnswers()
     for (const char *sent : { "R1:FREQ:2250.6", "R1:FREQ:2250.7", "R1:FREQ:2250.8" }) {
         m_bench->window().RemoveControlFocusTmr_Tick();
         QVERIFY(m_bench->chassis().waitForFrame(sent));
-        QCOMPARE(m_bench->actual({ "doubleSpinBoxFREQch1.text=2250.8" }),
-                 QByteArrayList{ "doubleSpinBoxFREQch1.text=2250.8" });
+        QCOMPARE(m_bench->mistakes("doubleSpinBoxFREQch1.text=2250.8"), QByteArray());
         m_bench->chassis().ack();
     }
     m_bench->chassis().setAnswering(true);
@@ -349,7 +343,7 @@ void ReceiverPanelTest::longNames()
 {
     m_bench->report({ "R1:NAME:" + QByteArray(5000, 'W'), "R2:NAME:A&B" });
     QVERIFY(widget("groupBoxRcvr1").minimumSizeHint().width() < m_bench->window().width() / 2);
-    QCOMPARE(m_bench->actual({ "groupBoxRcvr2.title=A&&B" }), QByteArrayList{ "groupBoxRcvr2.title=A&&B" });
+    QCOMPARE(m_bench->mistakes("groupBoxRcvr2.title=A&&B"), QByteArray());
 }
 
 void ReceiverPanelTest::slavedReceiverFollows()
@@ -359,8 +353,7 @@ void ReceiverPanelTest::slavedReceiverFollows()
              (QByteArrayList{ "R2:FREQ:2300.0", "R1:FREQ:2300.0" }));
     QCOMPARE(m_bench->sentBy([this] { m_bench->operate("cboIFBWch1", "2"); }),
              (QByteArrayList{ "R1:IFBW:2", "R2:IFBW:2" }));
-    const QByteArrayList shown{ "doubleSpinBoxFREQch1.text=2300.0", "cboIFBWch2.currentIndex=2" };
-    QCOMPARE(m_bench->actual(shown), shown);
+    QCOMPARE(m_bench->mistakes("doubleSpinBoxFREQch1.text=2300.0|cboIFBWch2.currentIndex=2"), QByteArray());
     m_bench->report({ "U0:SLAVE:2" }); // slaves demodulators only
     QCOMPARE(m_bench->sentBy([this] { m_bench->operate("doubleSpinBoxFREQch2", "2310"); }),
              QByteArrayList{ "R2:FREQ:2310.0" });
