@@ -275,10 +275,11 @@ void DemodulatorPanel::sldrVGNB_valueChanged(int value) { changeGain(outputB(), 
 
 void DemodulatorPanel::changeGain(const Output &output, int value)
 {
-    onOperatorChange([this, &output, gain = QString::number(value)] {
-        WidgetUpdate::text(output.gainValue, gainText(gain));
-        (m_channel->*output.setGain)(gain);
-    });
+    onOperatorChange(
+        [&output, channel = m_channel, gain = QString::number(value), text = gainText(QString::number(value))] {
+            WidgetUpdate::text(output.gainValue, text);
+            (channel->*output.setGain)(gain);
+        });
 }
 
 void DemodulatorPanel::lineRATEA_returnPressed() { enterRate(outputA()); }
