@@ -20,7 +20,6 @@ public:
     void setSlaving(const QByteArray &mode);
 
 protected:
-    [[nodiscard]] bool isOn(QByteArrayView mnemonic) const { return value(mnemonic) == "1"; }
     /// Whether `position` names an item of a setting that is a list separated by commas.
     [[nodiscard]] bool isInList(QByteArrayView list, const QByteArray &position) const;
     [[nodiscard]] static QByteArray flag(bool on) { return on ? "1" : "0"; }

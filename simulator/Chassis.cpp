@@ -6,7 +6,10 @@
 #include "Family.h"
 #include "Link.h"
 #include "ReceiverUnit.h"
+#include "SpectralCard.h"
 #include "SystemUnit.h"
+#include "TapeUnit.h"
+#include "TmoipCardUnit.h"
 
 #include <QDir>
 
@@ -36,8 +39,12 @@ constexpr auto kLinks = std::to_array<LinkPlan>({ { "command", { 0, 3 } },
                                                   { "status", { 5, 9 } },
                                                   { "spare", { 6, 0 } } });
 
-constexpr size_t kEyeLink = 1; // position in that list
+constexpr size_t kEyeLink = 1; // positions in that list
+constexpr size_t kSpectralLink = 2;
 constexpr quint32 kFirstDemodulatorSeed = 10;
+constexpr quint32 kFirstStreamSeed = 20;
+constexpr quint32 kSpectralSeed = 30;
+constexpr double kTmoipReportHz = 3;
 
 int stepsIn(double seconds) { return int(std::lround(seconds * kStepsPerSecond)); }
 
@@ -107,6 +114,23 @@ bool Chassis::buildUnits(const Family &family, QString &error)
         if (!addChannel(m_combiner.get(), *family.combiner, error))
             return false;
     }
+    if (!buildDemodulators(family, error))
+        return false;
+    if (family.tape) {
+        m_tape = std::make_unique<TapeUnit>();
+        if (!addChannel(m_tape.get(), *family.tape, error))
+            return false;
+    }
+    if (family.tmoip && !buildTmoip(*family.tmoip, error))
+        return false;
+    if (!family.spectral)
+        return true;
+    m_spectral = std::make_unique<SpectralCard>(*m_links.at(kSpectralLink), m_faults, m_trace);
+    return m_spectral->build(*family.spectral, derivedSeed(m_setup.seed, kSpectralSeed), error);
+}
+
+bool Chassis::buildDemodulators(const Family &family, QString &error)
+{
     for (auto entry = family.demodulators.cbegin(); entry != family.demodulators.cend(); ++entry) {
         const quint32 seed = derivedSeed(m_setup.seed, kFirstDemodulatorSeed + quint32(entry.key()));
         m_demodulators.push_back(std::make_unique<DemodulatorUnit>(entry.key(), family.hasOlderDemodulators, seed));
@@ -117,14 +141,23 @@ bool Chassis::buildUnits(const Family &family, QString &error)
     return true;
 }
 
+bool Chassis::buildTmoip(const QJsonObject &values, QString &error)
+{
+    m_tmoip = std::make_unique<TmoipCardUnit>(
+        [this](int stream) { return derivedSeed(m_setup.seed, kFirstStreamSeed + quint32(stream)); });
+    m_tmoipUnits = m_tmoip->units();
+    for (ChannelUnit *unit : m_tmoipUnits) {
+        if (!addUnit(unit, values.value(QString::fromLatin1(unit->address())).toObject(), error))
+            return false;
+    }
+    m_tmoip->commit();
+    return true;
+}
+
 bool Chassis::addUnit(Unit *unit, const QJsonObject &values, QString &error)
 {
-    m_port->addUnit(unit);
     m_presets.addUnit(unit);
-    const QByteArray refused = unit->initialise(values);
-    if (!refused.isEmpty())
-        error = QString::fromUtf8("family: " + unit->address() + " does not take the value of " + refused);
-    return refused.isEmpty();
+    return m_port->addUnit(unit, values, error);
 }
 
 bool Chassis::addChannel(ChannelUnit *unit, const QJsonObject &values, QString &error)
@@ -141,6 +174,12 @@ bool Chassis::openLinks(QString &error)
         return false;
     }
     return setPlugged(QStringLiteral("all"), true, error);
+}
+
+Unit *Chassis::unit(const QByteArray &address) const
+{
+    Unit *const unit = m_port->unit(address);
+    return unit || !m_spectral ? unit : m_spectral->port().unit(address);
 }
 
 QStringList Chassis::linkRoles() const
@@ -184,9 +223,18 @@ void Chassis::powerCycle(double bootSeconds)
     m_floodStepsLeft = 0;
     for (Unit *unit : m_port->units())
         unit->loseVolatileState();
+    if (m_spectral)
+        m_spectral->powerOff();
     m_bootStepsLeft = stepsIn(bootSeconds);
     if (m_bootStepsLeft == 0)
-        m_port->setAwake(true);
+        wake();
+}
+
+void Chassis::wake()
+{
+    m_port->setAwake(true);
+    if (m_spectral)
+        m_spectral->port().setAwake(true);
 }
 
 bool Chassis::reconfigure()
@@ -211,9 +259,9 @@ QByteArray Chassis::summary() const
     }
     for (const char *mnemonic : { "TRON", "SLAVE" })
         text += ' ' + m_system->reply(mnemonic);
-    for (ChannelUnit *const channel : m_channels) {
+    for (ChannelUnit *const channel : m_channels + m_tmoipUnits) {
         for (const char *mnemonic :
-             { "FREQ", "SSLV", "SYNL", "MAFL", "CLCK", "CLCS", "DMOD", "DLCK", "BLCK", "DSDM" }) {
+             { "FREQ", "SSLV", "SYNL", "MAFL", "CLCK", "CLCS", "DMOD", "DLCK", "BLCK", "DSDM", "FLOW" }) {
             if (channel->knows(mnemonic))
                 text += ' ' + channel->reply(mnemonic);
         }
@@ -248,13 +296,31 @@ void Chassis::stepSignals()
 {
     CombinerUnit::Inputs inputs;
     for (const auto &receiver : m_receivers) {
-        receiver->step(*m_scene, kStepSeconds);
+        const auto tape = m_tape ? std::optional(m_tape->playback(receiver->number())) : std::nullopt;
+        receiver->step(*m_scene, tape, kStepSeconds);
         inputs.at(size_t(receiver->number() - 1)) = { receiver->output(), receiver->agcLevel() };
     }
     if (m_combiner)
         m_combiner->step(inputs);
     for (const auto &demodulator : m_demodulators)
         demodulator->step(output(m_system->source(demodulator->number())), kStepSeconds);
+    if (m_tmoip)
+        stepTmoip();
+}
+
+void Chassis::stepTmoip()
+{
+    for (ChannelUnit *unit : m_tmoipUnits)
+        unit->setFitted(m_system->listsTmoip("TM1"));
+    // A bit synchroniser without lock still gives a clock, at the rate it is set to.
+    const auto bitRate = [this](int stream) {
+        for (const auto &demodulator : m_demodulators) {
+            if (demodulator->number() == stream)
+                return demodulator->demodulator().rate();
+        }
+        return 0.0;
+    };
+    m_tmoip->step(bitRate, kStepSeconds);
 }
 
 std::optional<IfSignal> Chassis::output(const QByteArray &source) const
@@ -273,7 +339,7 @@ void Chassis::stepBoot()
     if (m_bootStepsLeft % kChatterSteps == 0)
         m_port->sendRaw(m_chatter.next());
     if (--m_bootStepsLeft == 0)
-        m_port->setAwake(true);
+        wake();
 }
 
 void Chassis::stepAwake()
@@ -284,17 +350,33 @@ void Chassis::stepAwake()
     m_announcer.step(kStepMs);
     stepFlood();
     m_eyePort->step();
+    if (m_spectral)
+        stepSpectral();
     if (m_system->isReporting())
         stepReports();
 }
 
+void Chassis::stepSpectral()
+{
+    SpectralUnit::Tuning tuning{};
+    for (const auto &receiver : m_receivers)
+        tuning.at(size_t(receiver->number() - 1)) = receiver->frequency();
+    m_spectral->step(m_steps, kStepMs, *m_scene, tuning);
+}
+
+void Chassis::reportInTurn(const QList<ChannelUnit *> &units, double hz) const
+{
+    const int period = std::max(1, stepsIn(1.0 / hz));
+    for (qsizetype index = 0; index < units.size(); ++index) {
+        if (m_steps % period == index * period / units.size())
+            units.at(index)->reportStatus();
+    }
+}
+
 void Chassis::stepReports()
 {
-    const int period = std::max(1, stepsIn(1.0 / m_setup.reportHz));
-    for (qsizetype index = 0; index < m_channels.size(); ++index) {
-        if (m_steps % period == index * period / m_channels.size())
-            m_channels.at(index)->reportStatus();
-    }
+    reportInTurn(m_channels, m_setup.reportHz);
+    reportInTurn(m_tmoipUnits, kTmoipReportHz);
     if (m_system->isLogging() && m_steps % kStepsPerSecond == 0 && !m_receivers.empty())
         m_system->logAgc(m_receivers.front()->agcLevel());
 }

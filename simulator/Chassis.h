@@ -23,7 +23,10 @@ class EyePort;
 struct Family;
 class Link;
 class ReceiverUnit;
+class SpectralCard;
 class SystemUnit;
+class TapeUnit;
+class TmoipCardUnit;
 class Unit;
 
 /// The whole chassis: links, units and the time they live in. Everything advances in steps of equal length, so that
@@ -55,6 +58,8 @@ public:
     [[nodiscard]] FaultRules &faults() { return m_faults; }
     [[nodiscard]] RadioScene &scene() { return *m_scene; }
     [[nodiscard]] CommandPort &port() { return *m_port; }
+    /// The unit of that address, first on the command link, then on the spectral link; null if there is none.
+    [[nodiscard]] Unit *unit(const QByteArray &address) const;
 
     /// Names of the links that can be unplugged and plugged.
     [[nodiscard]] QStringList linkRoles() const;
@@ -76,17 +81,24 @@ Q_SIGNALS:
 
 private:
     [[nodiscard]] bool buildUnits(const Family &family, QString &error);
+    [[nodiscard]] bool buildDemodulators(const Family &family, QString &error);
+    [[nodiscard]] bool buildTmoip(const QJsonObject &values, QString &error);
     [[nodiscard]] bool addUnit(Unit *unit, const QJsonObject &values, QString &error);
     [[nodiscard]] bool addChannel(ChannelUnit *unit, const QJsonObject &values, QString &error);
     /// What a demodulator gets from the source of that name; nothing from one that is not there.
     [[nodiscard]] std::optional<IfSignal> output(const QByteArray &source) const;
     [[nodiscard]] bool openLinks(QString &error);
+    void wake();
     void catchUp();
     void step();
     void stepBoot();
     void stepAwake();
     void stepSignals();
+    void stepTmoip();
+    void stepSpectral();
     void stepReports();
+    /// Lets the units report, each with the same period and all of them spread over it.
+    void reportInTurn(const QList<ChannelUnit *> &units, double hz) const;
     void stepFlood();
 
     Setup m_setup;
@@ -103,8 +115,12 @@ private:
     std::vector<std::unique_ptr<ReceiverUnit>> m_receivers;
     std::unique_ptr<CombinerUnit> m_combiner; // null without such a card
     std::vector<std::unique_ptr<DemodulatorUnit>> m_demodulators;
-    QList<ChannelUnit *> m_channels; // all of these
+    std::unique_ptr<TapeUnit> m_tape;       // null without such a card
+    std::unique_ptr<TmoipCardUnit> m_tmoip; // null without such a card
+    QList<ChannelUnit *> m_channels;        // what signals go through
+    QList<ChannelUnit *> m_tmoipUnits;
     std::unique_ptr<EyePort> m_eyePort;
+    std::unique_ptr<SpectralCard> m_spectral; // null without such a card
 
     QTimer m_timer;
     QElapsedTimer m_clock;

@@ -22,19 +22,23 @@ CommandPort::CommandPort(Link &link, FaultRules &faults, Trace &trace, QObject *
     });
 }
 
-void CommandPort::addUnit(Unit *unit)
+bool CommandPort::addUnit(Unit *unit, const QJsonObject &values, QString &error)
 {
     m_units.append(unit);
-    connect(unit, &Unit::reported, this, [this](const QByteArray &text) {
-        if (m_awake)
+    connect(unit, &Unit::reported, this, [this, unit](const QByteArray &text) {
+        if (m_awake && unit->isFitted())
             sendText(text);
     });
+    const QByteArray refused = unit->initialise(values);
+    if (!refused.isEmpty())
+        error = QString::fromUtf8("family: " + unit->address() + " does not take the value of " + refused);
+    return refused.isEmpty();
 }
 
 Unit *CommandPort::unit(const QByteArray &address) const
 {
     for (Unit *unit : m_units) {
-        if (unit->address() == address)
+        if (unit->address() == address && unit->isFitted())
             return unit;
     }
     return nullptr;

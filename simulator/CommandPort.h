@@ -19,10 +19,11 @@ public:
     /// All of these must outlive the port.
     CommandPort(Link &link, FaultRules &faults, Trace &trace, QObject *parent = nullptr);
 
-    /// Adds a unit that answers here; its reports go out on this port. Units are not owned.
-    void addUnit(Unit *unit);
+    /// Adds a unit that answers here, with its start values; its reports go out on this port. Units are not owned.
+    /// False with `error` set if it does not take the values.
+    [[nodiscard]] bool addUnit(Unit *unit, const QJsonObject &values, QString &error);
     [[nodiscard]] const QList<Unit *> &units() const { return m_units; }
-    /// Null if there is no such address.
+    /// Null if there is no such address, or no card behind it.
     [[nodiscard]] Unit *unit(const QByteArray &address) const;
 
     /// A chassis that boots neither listens nor speaks.

@@ -156,7 +156,7 @@ QByteArray Console::raw(const Order &order)
 
 QByteArray Console::set(const Order &order)
 {
-    Unit *const unit = m_chassis.port().unit(order.word(1));
+    Unit *const unit = m_chassis.unit(order.word(1));
     if (!unit || !unit->knows(order.word(2)))
         return error("no setting " + order.word(1) + ':' + order.word(2));
     if (!unit->change(order.word(2), order.tail(3)))

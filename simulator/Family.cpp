@@ -30,6 +30,22 @@ int modeCode(const QString &name)
     return mode ? mode->code : -1;
 }
 
+/// The values of the system unit, with the card list that stands beside them.
+QJsonObject readSystem(const QJsonObject &object)
+{
+    QJsonObject system = object[u"system"].toObject();
+    system.insert(QStringLiteral("CLST"), cardList(object[u"cards"].toArray()));
+    return system;
+}
+
+/// By unit address.
+QJsonObject readSpectral(const QJsonObject &object)
+{
+    QJsonObject units = object;
+    units.insert(QStringLiteral("U0"), readSystem(object));
+    return units;
+}
+
 QMap<int, QJsonObject> readNumbered(const QJsonObject &object)
 {
     QMap<int, QJsonObject> units;
@@ -99,14 +115,19 @@ std::optional<Family> Family::load(const QString &nameOrPath, QString &error)
     const QJsonObject object = QJsonDocument::fromJson(file.readAll(), &parseError).object();
     Family family;
     family.title = object[u"title"].toString();
-    family.system = object[u"system"].toObject();
-    family.system.insert(QStringLiteral("CLST"), cardList(object[u"cards"].toArray()));
+    family.system = readSystem(object);
     const QString cards = family.system[u"CLST"].toString();
     family.hasOlderDemodulators = cards.contains(u"K3050") || cards.contains(u"K3060");
     family.receivers = readNumbered(object[u"receivers"].toObject());
     family.demodulators = readNumbered(object[u"demodulators"].toObject());
     if (object.contains(u"combiner"))
         family.combiner = object[u"combiner"].toObject();
+    if (cards.contains(u"0110"))
+        family.tape = object[u"tape"].toObject();
+    if (object.contains(u"tmoip"))
+        family.tmoip = object[u"tmoip"].toObject();
+    if (object.contains(u"spectral"))
+        family.spectral = readSpectral(object[u"spectral"].toObject());
     family.scene = readScene(object[u"scene"].toArray());
     error = parseError.error != QJsonParseError::NoError ? parseError.errorString() : faultIn(object, family);
     if (error.isEmpty())

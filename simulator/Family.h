@@ -17,6 +17,9 @@ struct Family
     QMap<int, QJsonObject> receivers;    ///< start values by receiver number, 1 or 2
     std::optional<QJsonObject> combiner; ///< start values of "C1", if there is one
     QMap<int, QJsonObject> demodulators; ///< start values by demodulator number, 1 to 3
+    std::optional<QJsonObject> tape;     ///< start values of "T1", if the card list names one
+    std::optional<QJsonObject> tmoip;    ///< start values by address, if there may be such a card
+    std::optional<QJsonObject> spectral; ///< start values by address on the spectral link, if a card answers there
     /// Whether the card list names demodulators of the older kind.
     bool hasOlderDemodulators = false;
     QList<RadioSignal> scene;

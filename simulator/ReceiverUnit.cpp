@@ -91,7 +91,10 @@ ReceiverUnit::ReceiverUnit(int number, QObject *parent)
     m_tuner.setControls(controls());
 }
 
-void ReceiverUnit::step(const RadioScene &scene, double seconds) { m_tuner.step(scene, seconds); }
+void ReceiverUnit::step(const RadioScene &scene, const std::optional<Tuner::Playback> &tape, double seconds)
+{
+    m_tuner.step(scene, isOn("PLYB") ? tape : std::nullopt, seconds);
+}
 
 bool ReceiverUnit::accepts(const SettingRow &row, const QByteArray &value) const
 {
@@ -140,7 +143,7 @@ bool ReceiverUnit::isTunable(const QByteArray &frequency) const
 
 Tuner::Controls ReceiverUnit::controls() const
 {
-    return { .frequency = value("FREQ").toDouble(),
+    return { .frequency = frequency(),
              .bandwidth = filterBandwidth(),
              .agcSeconds = entry(kAgcSeconds, value("AGCT")),
              .agcFrozen = isOn("AGCF"),

@@ -15,8 +15,10 @@ public:
     explicit ReceiverUnit(int number, QObject *parent = nullptr);
 
     [[nodiscard]] int number() const { return m_number; }
-    /// Passes simulated time.
-    void step(const RadioScene &scene, double seconds);
+    /// Passes simulated time. `tape` is what a tape would play, if there is one.
+    void step(const RadioScene &scene, const std::optional<Tuner::Playback> &tape, double seconds);
+    /// MHz it is tuned to.
+    [[nodiscard]] double frequency() const { return value("FREQ").toDouble(); }
     /// Level in dBm as the AGC holds it.
     [[nodiscard]] double agcLevel() const { return m_tuner.agcLevel(); }
     /// The carrier it hands on; nothing without one.

@@ -1,5 +1,7 @@
 #include "SettingRow.h"
 
+#include <QByteArrayList>
+
 #include <algorithm>
 #include <cctype>
 
@@ -17,6 +19,14 @@ bool isPrintable(QByteArrayView text)
 {
     const auto isControl = [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7f; };
     return !text.isEmpty() && text.size() <= kLongestText && std::none_of(text.begin(), text.end(), isControl);
+}
+
+bool isIpv4(QByteArrayView text)
+{
+    const QByteArrayList parts = text.toByteArray().split('.');
+    return parts.size() == 4 && std::all_of(parts.begin(), parts.end(), [](const QByteArray &part) {
+               return part.size() <= 3 && readIndex(part) >= 0 && readIndex(part) <= 255;
+           });
 }
 
 } // namespace
@@ -37,7 +47,7 @@ bool readDecimal(QByteArrayView text, double &number)
 
 int readIndex(QByteArrayView text)
 {
-    constexpr qsizetype kLongestIndex = 6;
+    constexpr qsizetype kLongestIndex = 9;
     return isDigits(text) && text.size() <= kLongestIndex ? text.toByteArray().toInt() : -1;
 }
 
@@ -56,9 +66,11 @@ bool acceptedByRow(const SettingRow &row, QByteArrayView value)
     case Check::OnOff:
         return value == "0" || value == "1";
     case Check::Index:
-        return readIndex(value) >= 0 && readIndex(value) <= row.high;
+        return readIndex(value) >= row.low && readIndex(value) <= row.high;
     case Check::Range:
         return readDecimal(value, number) && number >= row.low && number <= row.high;
+    case Check::Ipv4:
+        return isIpv4(value);
     case Check::HexWord:
         return value.size() == kLongestHex && readHex(value) >= row.low && readHex(value) <= row.high;
     case Check::Text:

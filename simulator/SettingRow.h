@@ -9,8 +9,9 @@
 enum class Check {
     ReadOnly, ///< never settable
     OnOff,    ///< "0" or "1"
-    Index,    ///< whole number from 0 to `high`
+    Index,    ///< whole number from `low` to `high`
     Range,    ///< decimal number from `low` to `high`
+    Ipv4,     ///< four numbers up to 255 with points between them
     HexWord,  ///< four hexadecimal digits, a number from `low` to `high`
     Text,     ///< printable text of bounded length
     Own,      ///< the unit itself decides

@@ -4,6 +4,7 @@
 
 #include <QTime>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -51,6 +52,13 @@ void SystemUnit::logAgc(double level)
 {
     if (change("LAGC", QByteArray::number(level, 'f', 1)))
         report("LAGC");
+}
+
+bool SystemUnit::listsTmoip(QByteArrayView card) const
+{
+    const QByteArrayList items = value("TLST").split(',');
+    return std::any_of(items.begin(), items.end(),
+                       [card](const QByteArray &item) { return item.trimmed().split(' ').first() == card; });
 }
 
 void SystemUnit::loseVolatileState()

@@ -22,6 +22,8 @@ public:
     [[nodiscard]] QByteArray source(int number) const { return value("SDM" + QByteArray::number(number)); }
     /// Takes the AGC level (dBm) that the log shows and reports it.
     void logAgc(double level);
+    /// Whether the list of telemetry-over-IP cards names `card`.
+    [[nodiscard]] bool listsTmoip(QByteArrayView card) const;
     void loseVolatileState() override;
 
 Q_SIGNALS:

@@ -23,24 +23,28 @@ void Tuner::setControls(const Controls &controls)
     m_controls = controls;
 }
 
-void Tuner::step(const RadioScene &scene, double seconds)
+void Tuner::step(const RadioScene &scene, const std::optional<Playback> &playback, double seconds)
 {
     m_settling -= isSynthesizerLocked() ? 0 : seconds;
     m_level = isSynthesizerLocked() ? scene.power(m_controls.frequency, m_controls.bandwidth, m_polarisation)
                                     : scene.noise(m_controls.bandwidth, m_polarisation);
+    m_carrier.reset();
+    if (isSynthesizerLocked())
+        m_carrier = scene.carrier(m_controls.frequency, m_controls.bandwidth, m_polarisation);
+    if (playback) {
+        m_level = playback->level;
+        m_carrier = playback->carrier;
+    }
     if (!m_started)
         m_agcLevel = m_level;
     m_started = true;
     if (!m_controls.agcFrozen)
         m_agcLevel += (m_level - m_agcLevel) * approach(seconds, m_controls.agcSeconds);
-    stepLoop(scene, seconds);
+    stepLoop(seconds);
 }
 
-void Tuner::stepLoop(const RadioScene &scene, double seconds)
+void Tuner::stepLoop(double seconds)
 {
-    m_carrier.reset();
-    if (isSynthesizerLocked())
-        m_carrier = scene.carrier(m_controls.frequency, m_controls.bandwidth, m_polarisation);
     if (m_controls.loopBandwidth <= 0) {
         m_loopStress = m_controls.manualOffset;
         m_loopLocked = false;

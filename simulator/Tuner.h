@@ -22,12 +22,19 @@ public:
         bool operator==(const Controls &) const = default;
     };
 
+    /// What a tape plays in place of the antenna's signal.
+    struct Playback
+    {
+        double level = 0; ///< dBm
+        IfSignal carrier;
+    };
+
     /// `polarisation` is the antenna feed, 0 or 1.
     explicit Tuner(int polarisation) : m_polarisation(polarisation) {}
 
     /// A new frequency unlocks the synthesizer for a while.
     void setControls(const Controls &controls);
-    void step(const RadioScene &scene, double seconds);
+    void step(const RadioScene &scene, const std::optional<Playback> &playback, double seconds);
 
     /// Input level in dBm, noise included.
     [[nodiscard]] double level() const { return m_level; }
@@ -43,7 +50,7 @@ public:
     [[nodiscard]] bool isLoopLocked() const { return m_loopLocked; }
 
 private:
-    void stepLoop(const RadioScene &scene, double seconds);
+    void stepLoop(double seconds);
 
     int m_polarisation;
     Controls m_controls;

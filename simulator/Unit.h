@@ -22,6 +22,10 @@ public:
     [[nodiscard]] const QByteArray &address() const { return m_address; }
     [[nodiscard]] bool knows(QByteArrayView mnemonic) const { return indexOf(mnemonic) >= 0; }
 
+    /// Whether the card is in its place; without it nobody answers and nothing is reported.
+    [[nodiscard]] bool isFitted() const { return m_isFitted; }
+    void setFitted(bool fitted) { m_isFitted = fitted; }
+
     /// The value a query is answered with; nothing if the card has no answer to that mnemonic.
     [[nodiscard]] std::optional<QByteArray> query(QByteArrayView mnemonic);
     /// A set from the link. False is a refusal and changes nothing.
@@ -70,6 +74,7 @@ protected:
 
     /// The kept value; empty for an unknown mnemonic.
     [[nodiscard]] QByteArray value(QByteArrayView mnemonic) const;
+    [[nodiscard]] bool isOn(QByteArrayView mnemonic) const { return value(mnemonic) == "1"; }
 
 private:
     [[nodiscard]] qsizetype indexOf(QByteArrayView mnemonic) const;
@@ -80,4 +85,5 @@ private:
     std::span<const SettingRow> m_rows;
     QByteArrayList m_values;
     QByteArrayList m_sideEffects; // mnemonics
+    bool m_isFitted = true;
 };

@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// What makes the head create a channel, looked for in the whole card list. Of the last kind no family has any.
+/// What makes the head create a channel, looked for in the whole card list. The last kind has a link of its own.
 const QList<std::pair<QByteArray, QString>> kChannelRules{
     { "R1", u"(?=.*0103).*0121"_s },
     { "R2", u"(?=.*0104).*0122"_s },
@@ -18,7 +18,8 @@ const QList<std::pair<QByteArray, QString>> kChannelRules{
     { "D1", u"(?=.*K30[56]0).*DEMOD1|(?!.*K30[56]0).*(0101 K412|0101 K414V|0101 K9V|0107 K9V)"_s },
     { "D2", u"(?=.*K30[56]0).*DEMOD2|(?!.*K30[56]0).*(0102 K412|0102 K414V|0102 K9V|0108 K9V)"_s },
     { "D3", u"(?=.*K30[56]0).*DEMOD3|(?!.*K30[56]0).*(0109 K412|0109 K414V|0109 K424V)"_s },
-    { "tape, spectral or self-test", u".*(0110|0170|0136)"_s },
+    { "T1", u".*0110"_s },
+    { "spectral or self-test", u".*(0170|0136)"_s },
 };
 
 /// What the head asks a receiver for at the start, and the status values.
@@ -53,7 +54,7 @@ void SimulatorTest::startUp_data()
     const auto row = [](const char *family, const char *model, const char *channels) {
         QTest::newRow(family) << QByteArray(model) << QByteArray(channels);
     };
-    row("demod-k3050", "K3060", "R1 R2 C1 D1 D2 D3");
+    row("demod-k3050", "K3060", "R1 R2 C1 D1 D2 D3 T1");
     row("qln424", "QLN424", "R1 R2 C1 D1 D2 D3");
     row("k412w", "K412W", "R1 R2 C1 D1 D2");
     row("qldx", "QLDX203", "R1 R2 C1 D1 D2");
@@ -88,9 +89,10 @@ void SimulatorTest::conversations_data()
 {
     QTest::addColumn<QByteArray>("steps");
     const auto row = [](const char *tag, const char *steps) { QTest::newRow(tag) << QByteArray(steps); };
-    row("no answer", "U0:NOSUCH > ; X9:FREQ > ; D4:DMOD > ; no colon > ; U0:STORE > ; U0:TLST > :");
-    row("refused", "U0:NOSUCH:1 > NAK; X9:FREQ:2250.5 > NAK; U0:RESTORE:none > NAK; U0:TLST:1 > NAK; U0:TLST > :;"
-                   "U0:STORE:two words > NAK; U0:PLIST > :; U0:TRON:YES > NAK; U0:TRON > :OFF; R2:SSLV:-10 > NAK");
+    row("no answer", "U0:NOSUCH > ; X9:FREQ > ; D4:DMOD > ; no colon > ; U0:STORE > ; U0:TLST > :TM1 2.1");
+    row("refused",
+        "U0:NOSUCH:1 > NAK; X9:FREQ:2250.5 > NAK; U0:RESTORE:none > NAK; U0:TLST:1 > NAK; U0:TLST > :TM1 2.1;"
+        "U0:STORE:two words > NAK; U0:PLIST > :; U0:TRON:YES > NAK; U0:TRON > :OFF; R2:SSLV:-10 > NAK");
     row("system", "U0:SLAVE:1 > ACK; R2:SLAVE > :1; U0:SLAVE:3 > NAK; U0:SLAVE > :1; U0:TIME:23:10:00 > ACK;"
                   "U0:TIME:12:61:00 > NAK; U0:TIME > :23:1.*; U0:NAME:Van: north > ACK; U0:NAME > :Van: north");
     row("ranges", "R1:FREQ:2395.5 > ACK; R1:FREQ:2395.6 > NAK; R1:FREQ > :2395.5; R1:FREQ:1850.4 > NAK;"
