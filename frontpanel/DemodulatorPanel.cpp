@@ -275,11 +275,12 @@ void DemodulatorPanel::sldrVGNB_valueChanged(int value) { changeGain(outputB(), 
 
 void DemodulatorPanel::changeGain(const Output &output, int value)
 {
-    onOperatorChange(
-        [&output, channel = m_channel, gain = QString::number(value), text = gainText(QString::number(value))] {
-            WidgetUpdate::text(output.gainValue, text);
-            (channel->*output.setGain)(gain);
-        });
+    if (!AcceptControlChanges())
+        return;
+    focusReturn().start();
+    const QString gain = QString::number(value);
+    WidgetUpdate::text(output.gainValue, gainText(gain));
+    (m_channel->*output.setGain)(gain);
 }
 
 void DemodulatorPanel::lineRATEA_returnPressed() { enterRate(outputA()); }
