@@ -1,0 +1,73 @@
+#pragma once
+
+#include "channels/TapeChan.h"
+#include "controls/ControlGuard.h"
+#include "controls/FocusReturn.h"
+
+#include <QDialog>
+#include <QList>
+
+#include <memory>
+
+class QLabel;
+class QSlider;
+
+namespace Ui {
+class TapeCtrlWindow;
+}
+
+/// Frequency and gains of the tape interface. Shows what the card confirms, and deletes itself when closed.
+class TapeCtrlWindow : public QDialog
+{
+    Q_OBJECT
+
+public:
+    /// @param channel outlives the window
+    /// @param open    the opener's flag, true as long as the window exists; outlives it
+    TapeCtrlWindow(QWidget *parent, TapeChan *channel, bool *open);
+    ~TapeCtrlWindow() override;
+
+    /// Shows a frequency in Hz, shortened by "M" or "K".
+    void DisplayTapeFreq(const QString &value);
+    /// Shows a gain on slider and label; one that is not whole or not within 0 to 255 leaves both as they are.
+    /// @param which "1" and "2" for the channels, "0" for the combined output
+    void DisplayTapeGain(const QString &which, const QString &value);
+
+public Q_SLOTS:
+    void lineTFREQ_returnPressed();
+    void lineTFREQ_textEdited() { m_focusReturn.start(); }
+    void sldrTGAINCH1_valueChanged(int value);
+    void sldrTGAINCH2_valueChanged(int value);
+    void sldrTGAINCMB_valueChanged(int value);
+    void RemoveControlFocusTmr_Tick() { m_focusReturn.tick(); }
+    /// Shows a setting in force, unless a newer one still waits for its answer; half-typed text stays.
+    void UpdateSetting(const QString &Module, const QString &Cmd, const QString &Data, bool CmdFailed,
+                       const QString &FailedData);
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+
+private:
+    struct Gain
+    {
+        QString which;
+        QSlider *slider;
+        QLabel *label;
+        QLatin1StringView mnemonic;
+        QString (TapeChan::*get)() const;
+        void (TapeChan::*set)(const QString &);
+        void (TapeCtrlWindow::*moved)(int);
+    };
+
+    void createGains();
+    void connectControls();
+    void restoreFrequency();
+    void sendGain(const QSlider *slider, int value);
+
+    std::unique_ptr<Ui::TapeCtrlWindow> ui;
+    TapeChan *m_channel;
+    bool *m_open;
+    ControlGuard m_guard;
+    FocusReturn m_focusReturn;
+    QList<Gain> m_gains;
+};

@@ -1,0 +1,57 @@
+#include "dialogs/TmoipEntry.h"
+
+#include <QLineEdit>
+#include <QMessageBox>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+bool TmoipEntry::isNumber(const QString &text)
+{
+    return !text.isEmpty() && std::all_of(text.begin(), text.end(), [](QChar c) { return c >= u'0' && c <= u'9'; });
+}
+
+bool TmoipEntry::validateIP(const QString &text)
+{
+    const auto isPart = [](const QString &part) {
+        bool fits = false; // an int, which a long row of digits does not
+        return isNumber(part) && part.toInt(&fits) <= 255 && fits;
+    };
+    const QStringList parts = text.split(u'.');
+    return parts.size() == 4 && std::all_of(parts.begin(), parts.end(), isPart);
+}
+
+void TmoipEntry::refuse(const QWidget *widget, const QString &text)
+{
+    QWidget *const window = widget->window();
+    auto *const box = new QMessageBox(QMessageBox::Information, u"Error"_s, text, QMessageBox::Ok, window);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    QObject::connect(box, &QDialog::finished, window, &QWidget::activateWindow); // no window manager does
+    box->open(); // no event loop of its own: the window may go meanwhile
+    box->activateWindow();
+}
+
+std::optional<QString> TmoipEntry::take(QLineEdit *line, const QString &held, const QString &complaint)
+{
+    if (!line->isModified())
+        return std::nullopt;
+    line->setModified(false); // a box takes the focus, which ends the editing once more
+    const QString typed = line->text();
+    if (validateIP(typed))
+        return typed;
+    show(line, held);
+    refuse(line, complaint);
+    return std::nullopt;
+}
+
+void TmoipEntry::show(QLineEdit *line, const QString &value)
+{
+    const QString text = isKnown(value) ? value : QString();
+    if (line->isModified() || line->text() == text)
+        return;
+    line->setText(text);
+    line->setCursorPosition(0); // a text too long shows its beginning
+}
+
+bool TmoipEntry::isKnown(const QString &value) { return value != "Unknown"_L1; }
