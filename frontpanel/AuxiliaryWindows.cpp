@@ -7,14 +7,28 @@
 #include "dialogs/DmdCtrlWindow.h"
 #include "dialogs/EyeConstWindow.h"
 #include "dialogs/SysChanNamingWindow.h"
+#include "dialogs/TapeCtrlWindow.h"
+#include "dialogs/tmoipWindow.h"
 #include "inventory/Card.h"
+
+#include <utility>
+
+namespace {
+
+constexpr int kCascadeStep = 24;
+constexpr int kCascadeLength = 4;
+
+} // namespace
 
 AuxiliaryWindows::~AuxiliaryWindows()
 {
-    for (Place &place : m_places) {
-        if (place.window)
-            place.window->disconnect(m_owner);
-        delete place.window;
+    QList<QPointer<QWidget>> windows = m_tmoipWindows;
+    for (const Place &place : m_places)
+        windows.append(place.window);
+    for (const QPointer<QWidget> &window : std::as_const(windows)) {
+        if (window)
+            window->disconnect(m_owner);
+        delete window;
     }
 }
 
@@ -30,9 +44,14 @@ void AuxiliaryWindows::open(std::size_t name, Make make)
         prepare(place.window);
     }
     m_focusReturn.tick(); // the window takes the focus, and that must not commit half an entry
-    place.window->show();
-    place.window->raise();
-    place.window->activateWindow();
+    present(place.window);
+}
+
+void AuxiliaryWindows::present(QWidget *window)
+{
+    window->show();
+    window->raise();
+    window->activateWindow();
 }
 
 void AuxiliaryWindows::prepare(QWidget *window)
@@ -67,6 +86,23 @@ void AuxiliaryWindows::openEyeConst(int position, DmdChan *demodulator)
 {
     open(EyeConst + std::size_t(position),
          [&](bool *isOpen) { return new EyeConstWindow(m_owner, demodulator, isOpen); });
+}
+
+void AuxiliaryWindows::openTape(TapeChan *tape)
+{
+    open(Tape, [&](bool *isOpen) { return new TapeCtrlWindow(m_owner, tape, isOpen); });
+}
+
+void AuxiliaryWindows::openTmoip(TmoipCard *card)
+{
+    m_tmoipWindows.removeAll(nullptr);
+    const auto offset = int(m_tmoipWindows.size() % kCascadeLength) * kCascadeStep;
+    m_focusReturn.tick(); // as for the other windows
+    auto *const window = new tmoipWindow(m_owner, card);
+    m_tmoipWindows.append(window);
+    prepare(window);
+    window->move(window->pos() + QPoint(offset, offset)); // nobody else sets it off from the one before
+    present(window);
 }
 
 void AuxiliaryWindows::openCombinerZero(const std::function<void()> &onClosed)

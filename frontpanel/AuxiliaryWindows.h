@@ -12,8 +12,10 @@ class CmbrChan;
 class DmdChan;
 class FocusReturn;
 class SerialPortController;
+class TapeChan;
+class TmoipCard;
 
-/// The windows beside the main window that do not bar it, at most one of each.
+/// The windows beside the main window that do not bar it, at most one of each, TMoIP windows aside.
 ///
 /// Each is a child of the main window. One that is already open comes to the
 /// front instead of opening twice. To add a window, give it a name in the list below and a function that opens it.
@@ -35,6 +37,9 @@ public:
     /// @param hasClockPhase whether its card has a clock phase instead of a clock polarity
     void openAdvancedSettings(int position, bool hasClockPhase, DmdChan *demodulator);
     void openEyeConst(int position, DmdChan *demodulator);
+    void openTape(TapeChan *tape);
+    /// Opens a further window each time.
+    void openTmoip(TmoipCard *card);
     /// @param onClosed called once, when the operator closes the window
     void openCombinerZero(const std::function<void()> &onClosed);
     /// Deletes the window when the event loop comes to it.
@@ -47,6 +52,7 @@ private:
         Cards,
         Naming,
         CombinerZeroing,
+        Tape,
         Advanced, ///< one a demodulator
         EyeConst = Advanced + kDemodulators,
         NameCount = EyeConst + kDemodulators
@@ -62,8 +68,10 @@ private:
     template <typename Make>
     void open(std::size_t name, Make make);
     void prepare(QWidget *window);
+    static void present(QWidget *window);
 
     FocusReturn &m_focusReturn;
     QWidget *m_owner;
     std::array<Place, NameCount> m_places;
+    QList<QPointer<QWidget>> m_tmoipWindows;
 };

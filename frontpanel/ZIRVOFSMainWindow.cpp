@@ -113,6 +113,7 @@ void ZIRVOFSMainWindow::connectMenus()
     onTriggered(ui->actionSavePreset, &ZIRVOFSMainWindow::SavePreset_triggered);
     onTriggered(ui->actionSystemCardsConfiguration, &ZIRVOFSMainWindow::SystemCardsConfiguration_triggered);
     onTriggered(ui->actionSystemChannelNaming, &ZIRVOFSMainWindow::SystemChannelNaming_triggered);
+    onTriggered(ui->actionTape, &ZIRVOFSMainWindow::Tape_triggered);
     connect(ui->actionCombiner_Zero, &QAction::triggered, this, &ZIRVOFSMainWindow::CombinerZeroTriggerd);
     for (int i = 0; i < kDemodulatorPanels; ++i) {
         connect(
@@ -437,6 +438,18 @@ void ZIRVOFSMainWindow::CombinerZeroTriggerd()
 {
     if (m_combiner)
         m_auxiliaryWindows.openCombinerZero([this] { CombinerZeroClosed(); });
+}
+
+void ZIRVOFSMainWindow::Tape_triggered()
+{
+    if (TapeChan *const tape = m_directory.all<TapeChan>().value(0))
+        m_auxiliaryWindows.openTape(tape);
+}
+
+void ZIRVOFSMainWindow::on_actionTMoIP_triggered()
+{
+    if (!m_tmoipCardList.isEmpty())
+        m_auxiliaryWindows.openTmoip(m_tmoipCardList.front());
 }
 
 QList<QAction *> ZIRVOFSMainWindow::eyeActions() const

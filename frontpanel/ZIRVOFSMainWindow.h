@@ -74,6 +74,9 @@ public Q_SLOTS:
     void EyeConstWindow_triggered(int position);
     void btnDmdAdvSett_clicked(int position);
     void CombinerZeroTriggerd();
+    void Tape_triggered();
+    /// Connected by the form.
+    void on_actionTMoIP_triggered();
     void CombinerZeroClosed() { m_auxiliaryWindows.endCombinerZero(); }
 
     /// Refreshes one kind of channel a tick, so each kind about once a second.

@@ -140,7 +140,7 @@ void addFurtherRows()
     tmoip("report TM1-0:NAME:x; report TM1-0:COMT:1; report TM1-0:IREV:1; report TM1-0:TIME:327:14:05:09", "",
           of(&K::getTIME), "327:14:05:09 < Unknown");
     tmoip("refuse TM1-0:ADDR; set TM1-0:ADDR:1; refuse TM1-3:PORT; set TM1-3:PORT:1; lose TM1-0:GWAY:1",
-          "TM1-0:ADDR:1; TM1-0 ADDR 10.0.0.5; TM1-3:PORT:1; TM1-3 PORT 1500; TM1-0:GWAY:1; TM1-0 GWAY 10.0.0.1");
+          "TM1-0:ADDR:1; TM1-0 ADDR 10.0.0.5; TM1-3:PORT:1; TM1-3 PORT 5001; TM1-0:GWAY:1; TM1-0 GWAY 10.0.0.1");
     tmoip("report TM1-1:DROP:5; report TM1-1:DROP:6; report TM1-1:DROP:6", "", of(&S::getDROP), "6 < 5");
     tmoip("report TM1-1:STAT:5; report TM1-1:STAT:6; report TM1-1:STAT:6", "", of(&S::getSTAT), "6 < 6");
 

@@ -24,16 +24,16 @@ const QByteArray kDemodulatorSettings =
     "|BERC 0|BTLK 0|BTLS 0|BETI 0|BAVL 0|LDPCR 0|LDPCB 0|LDPCD 0|LDPCS 0|FBPW 0|WPFM 0|FSPT fe6b2840|FSLN 32"
     "|THRS 1|FSLK 0|SCBE 0|SRT0 0|B0LB 0|FCS0 0|MFS0 0|DC0E 0|AG0E 0|CF0E 0|MF0E 0|SEI0 0|HI0Z 0|BS0L 0|AFIR 0"
     "|AVF1 0|AVF2 0|AVF3 0|CSFQ 70|CSDR 1000000|CSLB 0.005|CSLC 0.01";
-const QByteArray kTapeSettings = "NAME Tape|TFREQ 2200000|TGAINCH1 100|TGAINCH2 110|TGAINCMB 120";
-const QByteArray kTmoipCardSettings = "ADDR 10.0.0.5|MASK 255.255.255.0|GWAY 10.0.0.1|PORT 1500|IRIG Locked";
-const QByteArray kTmoipStreamSettings = "NAME Stream|FLOW 0|PROT 0|RMIP 10.0.0.9|PORT 1500|HEAD 1|BUFF 0|MTUS 1500"
-                                        "|RBUF 8|INPZ 0|ID10 1|SPRT 2|ENDN 3";
 const QByteArray kSpectralSettings = "SPAN 10";
 const QByteArray kSelfTestSettings =
     "CFRQ 1|CATT_1 2|CATT_2 3|SCD1 4|SCD2 5|FMDV 6|UNBL 7|SCG1 8|SCG2 9|PNGN 10|CBND 11|CERR 12|SCR1 13|SCR2 14"
     "|PRNR 15|APNR 16|SCF1 17|SCF2 18|BSINT 19|CMOD 20|C1EN 21|C2EN 22|PCEN 23|IFSL 24|CPRN 25|CDLE 26|CREF 27|CPWR 28"
     "|CEXT 29|CDSC 30|DDSF 31|NAME Test|SLAVE 0";
 const QByteArray kOlderDemodulatorSettings = kDemodulatorSettings + "|DQMON 0|DQMFS 1024|DEQE 0";
+const QByteArray kTapeSettings = "NAME Tape|TFREQ 10500000|TGAINCH1 0|TGAINCH2 51|TGAINCMB 128";
+const QByteArray kTmoipCardSettings = "ADDR 10.0.0.5|MASK 255.255.255.0|GWAY 10.0.0.1|PORT 5000|IRIG Locked";
+const QByteArray kTmoipStreamSettings = "NAME Stream|FLOW 0|PROT 1|RMIP 10.0.0.9|PORT 5001|HEAD 1|BUFF 1|MTUS 1400"
+                                        "|RBUF 16|INPZ 1|ID10 0|SPRT 0|ENDN 0";
 
 struct Setting
 {

@@ -26,6 +26,7 @@ public:
     static constexpr auto kReceivers = "0103 MPU 2.3 TUNER A1 X,0121 FPGA1 1.9 TUNER A1 X,"
                                        "0104 MPU 2.3 TUNER A2 X,0122 FPGA1 1.9 TUNER A2 X";
     static constexpr auto kCombiner = "0105 MPU 1.4 COMBINER A3 X";
+    static constexpr auto kTape = "0110 MPU 1.0 TAPE A4 X";
     /// D1 to D3 that take commands of their own for three of their registers.
     static constexpr auto kOlderDemodulators =
         "DEMOD1 MPU 1.2 K3050 S1,DEMOD2 MPU 1.2 K3050 S2,DEMOD3 MPU 1.2 K3050 S3";

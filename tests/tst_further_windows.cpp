@@ -1,0 +1,329 @@
+#include "support/Wait.h"
+#include "support/WindowBench.h"
+
+#include "controls/FocusReturn.h"
+#include "dialogs/TapeCtrlWindow.h"
+#include "dialogs/ledSquare.h"
+#include "dialogs/ledwidget.h"
+#include "dialogs/tmipPCM.h"
+#include "dialogs/tmoipWindow.h"
+
+#include <QtTest>
+#include <QtWidgets>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QByteArrayList kNothing;
+const QByteArrayList kAsked{ "TM1-0:ADDR", "TM1-0:MASK", "TM1-0:GWAY", "TM1-0:PORT", "TM1-0:IRIG" };
+
+void type(QWidget *field, const QString &text, Qt::Key end = Qt::Key_Return)
+{
+    field->setFocus();
+    QTest::keySequence(field, QKeySequence::SelectAll);
+    QTest::keyClicks(field, text);
+    QTest::keyClick(field, end);
+}
+
+void pick(QComboBox *box, int index)
+{
+    box->showPopup(); // the arrow keys would send every item on the way
+    QTest::keyClick(box->view(), Qt::Key_Home);
+    while (index-- > 0)
+        QTest::keyClick(box->view(), Qt::Key_Down);
+    QTest::keyClick(box->view(), Qt::Key_Return);
+}
+
+/// Rows of one column that holds the parts of a text: "; " between rows, "|" between parts.
+void addRows(const QString &rows)
+{
+    QTest::addColumn<QStringList>("parts");
+    for (const QString &row : rows.split(u"; "_s))
+        QTest::newRow(qPrintable(row)) << row.split(u'|');
+}
+
+} // namespace
+
+/// The windows of the TMoIP card and of the tape, opened from the menus: keys, wire bytes, and what is shown.
+class FurtherWindowsTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        Q_INIT_RESOURCE(resources); // of a static library
+        m_bench.links().fit({ LinkBench::kReceivers, LinkBench::kTape });
+        QVERIFY(m_bench.goLive());
+        QVERIFY(!m_bench.action(u"actionTMoIP"_s).isEnabled() && m_bench.action(u"actionTape"_s).isEnabled());
+        m_bench.report({ "U0:TLST:TM1" });
+        QVERIFY(m_bench.chassis().waitForFrame("TM1-3:ENDN"));
+        QVERIFY(m_bench.action(u"actionTMoIP"_s).isEnabled());
+    }
+    void cleanup()
+    {
+        for (QDialog *window : WindowBench::visible<QDialog>())
+            delete window;
+    }
+
+    void addresses_data()
+    {
+        // Field, what it sends, complaint, accepted, refused
+        const QString good = u"|0.0.0.0 255.255.255.255 10.020.3.4|"_s;
+        const QString bad = u"256.1.1.1 1.2.3 1.2.3.4.5 1..2.3 a.1.1.1 1.2.3.-4 1.2.3.99999999999 1.2.3.+4 1.2.3."_s;
+        addRows(u"ADDR|TM1-0:ADDR|Invalid Address%1%2; MASK|TM1-0:MASK|Invalid Mask%1%2; "
+                "GWAY|TM1-0:GWAY|Invalid Gateway%1%2; RMIP|TM1-1:RMIP|Invalid Address%1%2"_s.arg(good, bad));
+    }
+
+    void addresses()
+    {
+        QFETCH(const QStringList, parts);
+        openTmoip(parts[0] == "RMIP"_L1 ? 1 : 0);
+        auto *const field = find<QLineEdit>(u"txt"_s + parts[0]);
+        const QByteArray set = parts[1].toLatin1();
+        for (const QString &address : parts[3].split(u' ')) {
+            QCOMPARE(sentBy([&] {
+                         type(field, address);
+                         QTest::keyClick(field, Qt::Key_Tab);
+                     }),
+                     QByteArrayList{ set + ':' + address.toLatin1() });
+            QCOMPARE(field->text(), address);
+        }
+        const QString held = field->text();
+        for (const QString &address : parts[4].split(u' ')) {
+            QCOMPARE(sentBy([&] { type(field, address, Qt::Key_Tab); }), kNothing);
+            QCOMPARE(WindowBench::boxCount(), 1);
+            QMessageBox *const box = WindowBench::box(parts[2]);
+            QVERIFY(box && box->windowTitle() == "Error"_L1 && box->icon() == QMessageBox::Information);
+            QCOMPARE(field->text(), held);
+            QTest::keyClick(box, Qt::Key_Return);
+            QVERIFY(waitUntil([] { return WindowBench::boxCount() == 0 && tmoip()->isActiveWindow(); }));
+        }
+        chassis().refuse(set);
+        QCOMPARE(sentBy([&] { type(field, u"9.9.9.9"_s); }), QByteArrayList{ set + ":9.9.9.9" });
+        QCOMPARE(field->text(), held);
+        chassis().behave(set);
+        QTest::keyClicks(field, u"7"_s);
+        m_bench.report({ set + ":1.1.1.1" }); // the field is still the operator's
+        QVERIFY(field->text() != "1.1.1.1"_L1);
+        QCOMPARE(sentBy([&] { QTest::keyClick(tmoip(), Qt::Key_Escape); }), kNothing);
+    }
+
+    void stream_data()
+    {
+        // Control; reports and what it shows for each; what is typed or picked, and what that sends
+        addRows(u"spinMTU|MTUS|1,200=1200 999=1000 1501=1000 1400=1400 x=1000|1500=1500 1000=1000 999= 1501=; "
+                "spinRBUF|RBUF|4=4 3=4 256=256 257=4 16=16|256=256 4=4 3=; "
+                "spinPORT|PORT|5,001=5001 65536=1500 80=1500|15001=15001 65535=65535 1499=; "
+                "cmbHEAD|HEAD|0=TMoIP 1=Time+TMoIP 3=Time+TMoIP -1=Time+TMoIP x=Time+TMoIP 2=CH10|0=0 1=1 2=2; "
+                "cmbBUFF|BUFF|1=Max._BW 2=Max._BW 0=Min._Latency|1=1 0=0; "
+                "cmbPROT|PROT|0=UDP 1=RUDP 3=RUDP 2=Multicast|0=0 1=1 2=2; "
+                "cmbINPZ|INPZ|0=50_Ohms 1=75_Ohms 3=75_Ohms 2=High_Z|0=0 1=1 2=2"_s);
+    }
+
+    void stream()
+    {
+        QFETCH(const QStringList, parts);
+        openTmoip(2);
+        auto *control = find<QWidget>(parts[0]);
+        const QByteArray set = "TM1-2:" + parts[1].toLatin1();
+        const auto shown = [&] {
+            return control->property(control->inherits("QComboBox") ? "currentText" : "text").toString();
+        };
+        QString text;
+        for (const QString &step : parts[2].split(u' ')) {
+            QCOMPARE(sentBy([&] { m_bench.report({ set + ':' + step.section(u'=', 0, 0).toLatin1() }); }), kNothing);
+            text = step.section(u'=', 1).replace(u'_', u' ');
+            QCOMPARE(shown(), text);
+        }
+        for (const QString &step : parts[3].split(u' ')) {
+            const QString value = step.section(u'=', 1);
+            const QByteArrayList sent = value.isEmpty() ? kNothing : QByteArrayList{ set + ':' + value.toLatin1() };
+            const auto act = [&] {
+                if (auto *const box = qobject_cast<QComboBox *>(control))
+                    pick(box, value.toInt());
+                else
+                    type(control, step.section(u'=', 0, 0));
+            };
+            const QString before = shown();
+            chassis().refuse(set);
+            QCOMPARE(sentBy(act), sent);
+            QCOMPARE(shown(), before);
+            chassis().behave(set);
+            QCOMPARE(sentBy(act), sent);
+        }
+        text = shown();
+        delete tmoip();
+        openTmoip(2);
+        control = find<QWidget>(parts[0]);
+        QCOMPARE(shown(), text); // known before the page was built
+    }
+
+    void flowAndStatus()
+    {
+        openTmoip(0);
+        auto *const lamp = find<ledwidget>(u"ledCH3"_s);
+        auto *const status = find<QLineEdit>(u"txtPCM3Status"_s);
+        const auto colorOn = [&](const QByteArrayList &reports) {
+            m_bench.report(reports);
+            tmoip()->UpdateAllDynamicParamsTmr_Tick();
+            return lamp->getColor() + u' ' + status->text();
+        };
+        QCOMPARE(colorOn({}), u"Black "_s); // not "Unknown"
+        QCOMPARE(colorOn({ "TM1-3:STAT:Transmitting" }), u"Black Transmitting"_s);
+        QCOMPARE(colorOn({ "TM1-3:FLOW:1" }), u"Green Transmitting"_s);
+        QCOMPARE(colorOn({ "TM1-3:STAT:Link Ok" }), u"Green Link Ok"_s);
+        QCOMPARE(colorOn({ "TM1-3:STAT:ok" }), u"Red ok"_s);
+        QCOMPARE(colorOn({ "TM1-3:FLOW:01", "TM1-2:FLOW:0" }), u"Red ok"_s);
+        QCOMPARE(colorOn({ "TM1-3:FLOW:2", "TM1-3:RATE:5000000" }), u"Black ok"_s);
+        QCOMPARE(find<QLineEdit>(u"txtPCM3Rate"_s)->text(), u"5000000"_s);
+
+        find<QTabWidget>(u"tabWidget"_s)->setCurrentIndex(3);
+        auto *const flow = find<QPushButton>(u"btnFLOW"_s);
+        for (const char *value : { "1", "0" }) {
+            const QByteArrayList set{ QByteArray("TM1-3:FLOW:") + value };
+            const QString before = flow->text();
+            chassis().refuse("TM1-3:FLOW");
+            QCOMPARE(sentBy([&] { QTest::mouseClick(flow, Qt::LeftButton); }), set);
+            QCOMPARE(flow->text(), before);
+            chassis().behave("TM1-3:FLOW");
+            QCOMPARE(sentBy([&] { QTest::keyClick(flow, Qt::Key_Space); }), set);
+            QCOMPARE(flow->text(), *value == '1' ? u"ON"_s : u"OFF"_s);
+        }
+        m_bench.report({ "TM1-3:TXBT:18446744073709551615", "TM1-3:RXBT:2", "TM1-3:RETX:3", "TM1-3:DROP:4",
+                         "TM1-3:OOPS:5", "TM1-0:TIME:123:04:05:06", "TM1-0:PHYS:Up", "TM1-0:IEBS:7", "TM1-0:IEBR:8" });
+        QVERIFY(waitUntil([&] { return find<QLineEdit>(u"txtOOPS"_s)->text() == "5"_L1; }));
+        tmoip()->UpdateAllDynamicParamsTmr_Tick();
+        QString texts;
+        for (const char *name : { "TXBT", "RXBT", "RETX", "DROP", "TIME", "PHYS", "IRIG", "IEBS", "IEBR" })
+            texts += find<QLineEdit>(u"txt"_s + QLatin1StringView(name))->text() + u' ';
+        QCOMPARE(texts, u"18446744073709551615 2 3 4 123:04:05:06 Up Locked 7 8 "_s);
+    }
+
+    void card()
+    {
+        openTmoip(0);
+        QCOMPARE(find<QLineEdit>(u"txtIEBS"_s)->isReadOnly(), true);
+        auto *const commit = find<QPushButton>(u"btnCommit"_s);
+        const auto press = [&] { QTest::mouseClick(commit, Qt::LeftButton); };
+        QCOMPARE(sentBy([&] { (press(), press()); }), QByteArrayList({ "TM1-0:COMT:1", "TM1-0:COMT:1" }));
+        auto *const source = find<QComboBox>(u"cmbTSRC"_s);
+        QCOMPARE(sentBy([&] { pick(source, 0); }), QByteArrayList{ "TM1-0:TSRC:0" });
+        QCOMPARE(sentBy([&] { m_bench.report({ "TM1-0:TSRC:1" }); }), kNothing);
+        QCOMPARE(source->currentText(), u"IRIG"_s);
+
+        // A second window; both go while their timers run and a set is unanswered.
+        const QPointer<tmoipWindow> first = tmoip();
+        QCOMPARE(sentBy([&] { m_bench.action(u"actionTMoIP"_s).trigger(); }), kAsked);
+        QCOMPARE(WindowBench::visible<tmoipWindow>().size(), 2);
+        chassis().ignore("TM1-0:GWAY");
+        QCOMPARE(sentBy([&] {
+                     type(first->findChild<QLineEdit *>(u"txtGWAY"_s), u"10.9.9.9"_s);
+                     for (tmoipWindow *window : WindowBench::visible<tmoipWindow>())
+                         window->close();
+                     QVERIFY(waitUntil([&] { return !first; }));
+                 }),
+                 QByteArrayList{ "TM1-0:GWAY:10.9.9.9" });
+        chassis().behave("TM1-0:GWAY");
+    }
+
+    void tapeGains_data()
+    {
+        addRows(u"CH1tape1|TGAINCH1|CH1Valtape1; CH2tape1|TGAINCH2|CH2Valtape1; CMB1tape1|TGAINCMB|CMB1Valtape1"_s);
+    }
+
+    void tapeGains()
+    {
+        QFETCH(const QStringList, parts);
+        auto *const window = m_bench.open<TapeCtrlWindow>(u"actionTape"_s);
+        QVERIFY(window && m_bench.open<TapeCtrlWindow>(u"actionTape"_s) == window);
+        auto *const slider = window->findChild<QSlider *>(u"sldrTapeGain"_s + parts[0]);
+        const auto *const label = window->findChild<QLabel *>(u"lblTapeGain"_s + parts[2]);
+        const QByteArray set = "T1:" + parts[1].toLatin1() + ':';
+        for (const char *report : { "100", "12.5", "300", "-1", "100" }) {
+            QCOMPARE(sentBy([&] { m_bench.report({ set + report }); }), kNothing);
+            QVERIFY(slider->value() == 100 && label->text() == "39 %"_L1);
+        }
+        chassis().refuse(set.chopped(1));
+        QCOMPARE(sentBy([&] { QTest::keyClick(slider, Qt::Key_End); }), QByteArrayList{ set + "255" });
+        QVERIFY(slider->value() == 100 && label->text() == "39 %"_L1);
+        chassis().behave(set.chopped(1));
+        QCOMPARE(sentBy([&] { QTest::keyClick(slider, Qt::Key_End); }), QByteArrayList{ set + "255" });
+        QVERIFY(slider->value() == 255 && label->text() == "100 %"_L1);
+    }
+
+    void tapeFrequency()
+    {
+        auto *const window = m_bench.open<TapeCtrlWindow>(u"actionTape"_s);
+        auto *const line = window->findChild<QLineEdit *>(u"lineTapeFreqtape1"_s);
+        const auto *const timer = window->findChild<FocusReturn *>();
+        QVERIFY(QTest::qWaitForWindowActive(window));
+        QCOMPARE(line->text(), u"10.5M"_s);
+        const QList<QStringList> entries{ { u"2.2M"_s, u"2200000"_s, u"2.2M"_s },
+                                          { u"70,5k"_s, u"70500"_s, u"70.5K"_s },
+                                          { u"1 m"_s, u"1000000"_s, u"1M"_s },
+                                          { u"999"_s, u"999"_s, u"999"_s },
+                                          { u"fast"_s, {}, u"999"_s },
+                                          { u"M"_s, {}, u"999"_s },
+                                          { u"-5"_s, {}, u"999"_s },
+                                          { u"1.2.3M"_s, {}, u"999"_s } };
+        for (const QStringList &entry : entries) {
+            const QByteArrayList set{ "T1:TFREQ:" + entry[1].toLatin1() };
+            QCOMPARE(sentBy([&] { type(line, entry[0]); }), entry[1].isEmpty() ? kNothing : set);
+            QVERIFY(line->text() == entry[2] && !line->hasFocus() && !timer->isRunning());
+        }
+        type(line, u"7"_s, Qt::Key_8);
+        m_bench.report({ "T1:TFREQ:1500" });
+        QCOMPARE(line->text(), u"78"_s); // still the operator's
+        QVERIFY(waitUntil([&] { return line->text() == "1.5K"_L1; }));
+        QVERIFY(!line->hasFocus() && !timer->isRunning());
+        QTest::keyClick(window, Qt::Key_Escape);
+        QVERIFY(waitUntil([] { return WindowBench::visible<TapeCtrlWindow>().isEmpty(); }));
+        QVERIFY(m_bench.open<TapeCtrlWindow>(u"actionTape"_s));
+    }
+
+    void lamps_data() { addRows(u"Red|Red; Green|Green; Yellow|Yellow; Black|Black; green|Black; |Black"_s); }
+
+    void lamps()
+    {
+        QFETCH(const QStringList, parts);
+        const auto check = [&](auto &&lamp, const QString &images) {
+            QCOMPARE(lamp.getColor(), u"Black"_s);
+            lamp.setColor(u"Red"_s);
+            lamp.setColor(parts[0]);
+            QVERIFY(lamp.getColor() == parts[1] && lamp.accessibleDescription() == parts[1]);
+            const QPixmap image(images + parts[1].toLower() + u".png"_s);
+            QVERIFY(!image.isNull());
+            QCOMPARE(lamp.template findChild<QLabel *>(u"LED"_s)->pixmap().toImage(), image.toImage());
+        };
+        check(ledwidget(), u":/led-circle-"_s);
+        check(ledSquare(), u":/led_square_"_s);
+    }
+
+private:
+    [[nodiscard]] FarEnd &chassis() { return m_bench.chassis(); }
+    [[nodiscard]] static tmoipWindow *tmoip() { return WindowBench::visible<tmoipWindow>().value(0); }
+    [[nodiscard]] QByteArrayList sentBy(const std::function<void()> &act) { return m_bench.sentBy(act); }
+    /// Opens the window once, with this tab in front.
+    void openTmoip(int tab)
+    {
+        QCOMPARE(sentBy([&] { QVERIFY(m_bench.open<tmoipWindow>(u"actionTMoIP"_s)); }), kAsked);
+        QVERIFY(QTest::qWaitForWindowActive(tmoip()));
+        find<QTabWidget>(u"tabWidget"_s)->setCurrentIndex(tab);
+    }
+    /// A control of the window, on its front page if every page has one.
+    template <typename W>
+    [[nodiscard]] static W *find(const QString &name)
+    {
+        const auto found = tmoip()->findChildren<W *>(name);
+        const auto isInFront = [](const QWidget *widget) { return widget->isVisible(); };
+        const auto front = std::ranges::find_if(found, isInFront);
+        return front != found.end() ? *front : found.value(0);
+    }
+
+    WindowBench m_bench;
+};
+
+QTEST_MAIN(FurtherWindowsTest)
+#include "tst_further_windows.moc"
