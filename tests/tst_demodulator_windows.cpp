@@ -3,6 +3,7 @@
 #include "dialogs/DmdCtrlWindow.h"
 #include "dialogs/EyeConstWindow.h"
 #include "support/CommandLinkBench.h"
+#include "support/Keys.h"
 
 #include <QtTest>
 #include <QtWidgets>
@@ -20,31 +21,6 @@ const QByteArray kStart = "DMOD:4 VCFG:2 ALBW:0 ASRG:0 ASRT:0 TMID:0.35 IFFL:200
                           "BSCP:1 BSCL:2 VIDP:1 BSIL:1 TRKD:3 DAFC:1 VCP1:1 VCP2:1 VDE1:1 VDE2:1 DFAQ:1 BSIC:5 VLPF:1 "
                           "VAFL:2 CPT0:7 CPT1:6 CPT2:2 CPT3:3 CPT4:6 CPT5:7 CPT6:1 CPT7:1 LBWB:0.005 LBWC:0.01 "
                           "SWRG:100 SWRT:1000000 DSDM:2 RDRG:840400 RDRG:85eb90 RDRG:868000 RDRG:870005";
-
-void pick(QComboBox *box, int index)
-{
-    box->showPopup(); // the arrow keys would send every item on the way
-    QTest::keyClick(box->view(), Qt::Key_Home);
-    while (index-- > 0)
-        QTest::keyClick(box->view(), Qt::Key_Down);
-    QTest::keyClick(box->view(), Qt::Key_Return);
-}
-
-void enter(QLineEdit *line, const QString &text, Qt::Key end = Qt::Key_Return)
-{
-    line->setFocus();
-    line->selectAll();
-    QTest::keyClicks(line, text);
-    QTest::keyClick(line, end);
-}
-
-/// Rows of one column that holds the parts of a text: "; " between rows, "|" between parts.
-void addRows(const QString &rows)
-{
-    QTest::addColumn<QStringList>("parts");
-    for (const QString &row : rows.split(u"; "_s))
-        QTest::newRow(qPrintable(row)) << row.split(u'|');
-}
 
 } // namespace
 

@@ -1,3 +1,4 @@
+#include "support/Keys.h"
 #include "support/Wait.h"
 #include "support/WindowBench.h"
 
@@ -11,37 +12,14 @@
 #include <QtTest>
 #include <QtWidgets>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace {
 
 const QByteArrayList kNothing;
 const QByteArrayList kAsked{ "TM1-0:ADDR", "TM1-0:MASK", "TM1-0:GWAY", "TM1-0:PORT", "TM1-0:IRIG" };
-
-void type(QWidget *field, const QString &text, Qt::Key end = Qt::Key_Return)
-{
-    field->setFocus();
-    QTest::keySequence(field, QKeySequence::SelectAll);
-    QTest::keyClicks(field, text);
-    QTest::keyClick(field, end);
-}
-
-void pick(QComboBox *box, int index)
-{
-    box->showPopup(); // the arrow keys would send every item on the way
-    QTest::keyClick(box->view(), Qt::Key_Home);
-    while (index-- > 0)
-        QTest::keyClick(box->view(), Qt::Key_Down);
-    QTest::keyClick(box->view(), Qt::Key_Return);
-}
-
-/// Rows of one column that holds the parts of a text: "; " between rows, "|" between parts.
-void addRows(const QString &rows)
-{
-    QTest::addColumn<QStringList>("parts");
-    for (const QString &row : rows.split(u"; "_s))
-        QTest::newRow(qPrintable(row)) << row.split(u'|');
-}
 
 } // namespace
 
@@ -83,25 +61,21 @@ private Q_SLOTS:
         auto *const field = find<QLineEdit>(u"txt"_s + parts[0]);
         const QByteArray set = parts[1].toLatin1();
         for (const QString &address : parts[3].split(u' ')) {
-            QCOMPARE(sentBy([&] {
-                         type(field, address);
-                         QTest::keyClick(field, Qt::Key_Tab);
-                     }),
-                     QByteArrayList{ set + ':' + address.toLatin1() });
+            const auto act = [&] { (enter(field, address), QTest::keyClick(field, Qt::Key_Tab)); };
+            QCOMPARE(sentBy(act), QByteArrayList{ set + ':' + address.toLatin1() });
             QCOMPARE(field->text(), address);
         }
         const QString held = field->text();
         for (const QString &address : parts[4].split(u' ')) {
-            QCOMPARE(sentBy([&] { type(field, address, Qt::Key_Tab); }), kNothing);
-            QCOMPARE(WindowBench::boxCount(), 1);
+            QCOMPARE(sentBy([&] { enter(field, address); }), kNothing);
             QMessageBox *const box = WindowBench::box(parts[2]);
-            QVERIFY(box && box->windowTitle() == "Error"_L1 && box->icon() == QMessageBox::Information);
-            QCOMPARE(field->text(), held);
+            QVERIFY(box && WindowBench::boxCount() == 1 && field->text() == held);
+            QVERIFY(box->windowTitle() == "Error"_L1 && box->icon() == QMessageBox::Information);
             QTest::keyClick(box, Qt::Key_Return);
             QVERIFY(waitUntil([] { return WindowBench::boxCount() == 0 && tmoip()->isActiveWindow(); }));
         }
         chassis().refuse(set);
-        QCOMPARE(sentBy([&] { type(field, u"9.9.9.9"_s); }), QByteArrayList{ set + ":9.9.9.9" });
+        QCOMPARE(sentBy([&] { enter(field, u"9.9.9.9"_s); }), QByteArrayList{ set + ":9.9.9.9" });
         QCOMPARE(field->text(), held);
         chassis().behave(set);
         QTest::keyClicks(field, u"7"_s);
@@ -128,24 +102,17 @@ private Q_SLOTS:
         openTmoip(2);
         auto *control = find<QWidget>(parts[0]);
         const QByteArray set = "TM1-2:" + parts[1].toLatin1();
-        const auto shown = [&] {
-            return control->property(control->inherits("QComboBox") ? "currentText" : "text").toString();
-        };
-        QString text;
+        const char *const property = control->inherits("QComboBox") ? "currentText" : "text";
+        const auto shown = [&] { return control->property(property).toString(); };
         for (const QString &step : parts[2].split(u' ')) {
             QCOMPARE(sentBy([&] { m_bench.report({ set + ':' + step.section(u'=', 0, 0).toLatin1() }); }), kNothing);
-            text = step.section(u'=', 1).replace(u'_', u' ');
-            QCOMPARE(shown(), text);
+            QCOMPARE(shown(), step.section(u'=', 1).replace(u'_', u' '));
         }
         for (const QString &step : parts[3].split(u' ')) {
             const QString value = step.section(u'=', 1);
             const QByteArrayList sent = value.isEmpty() ? kNothing : QByteArrayList{ set + ':' + value.toLatin1() };
-            const auto act = [&] {
-                if (auto *const box = qobject_cast<QComboBox *>(control))
-                    pick(box, value.toInt());
-                else
-                    type(control, step.section(u'=', 0, 0));
-            };
+            auto *const box = qobject_cast<QComboBox *>(control);
+            const auto act = [&] { box ? pick(box, value.toInt()) : enter(control, step.section(u'=', 0, 0)); };
             const QString before = shown();
             chassis().refuse(set);
             QCOMPARE(sentBy(act), sent);
@@ -153,7 +120,7 @@ private Q_SLOTS:
             chassis().behave(set);
             QCOMPARE(sentBy(act), sent);
         }
-        text = shown();
+        const QString text = shown();
         delete tmoip();
         openTmoip(2);
         control = find<QWidget>(parts[0]);
@@ -163,20 +130,17 @@ private Q_SLOTS:
     void flowAndStatus()
     {
         openTmoip(0);
-        auto *const lamp = find<ledwidget>(u"ledCH3"_s);
-        auto *const status = find<QLineEdit>(u"txtPCM3Status"_s);
-        const auto colorOn = [&](const QByteArrayList &reports) {
-            m_bench.report(reports);
+        const auto colorOn = [&](const QByteArray &report) {
+            m_bench.report({ "TM1-2:FLOW:0", "TM1-3:" + report });
             tmoip()->UpdateAllDynamicParamsTmr_Tick();
-            return lamp->getColor() + u' ' + status->text();
+            return find<ledwidget>(u"ledCH3"_s)->getColor() + u' ' + find<QLineEdit>(u"txtPCM3Status"_s)->text();
         };
-        QCOMPARE(colorOn({}), u"Black "_s); // not "Unknown"
-        QCOMPARE(colorOn({ "TM1-3:STAT:Transmitting" }), u"Black Transmitting"_s);
-        QCOMPARE(colorOn({ "TM1-3:FLOW:1" }), u"Green Transmitting"_s);
-        QCOMPARE(colorOn({ "TM1-3:STAT:Link Ok" }), u"Green Link Ok"_s);
-        QCOMPARE(colorOn({ "TM1-3:STAT:ok" }), u"Red ok"_s);
-        QCOMPARE(colorOn({ "TM1-3:FLOW:01", "TM1-2:FLOW:0" }), u"Red ok"_s);
-        QCOMPARE(colorOn({ "TM1-3:FLOW:2", "TM1-3:RATE:5000000" }), u"Black ok"_s);
+        QCOMPARE(colorOn("RATE:5000000"), u"Black "_s); // not "Unknown"
+        QCOMPARE(colorOn("STAT:Transmitting"), u"Black Transmitting"_s);
+        QCOMPARE(colorOn("FLOW:1"), u"Green Transmitting"_s);
+        QCOMPARE(colorOn("STAT:Link Ok"), u"Green Link Ok"_s);
+        QCOMPARE(colorOn("STAT:ok"), u"Red ok"_s);
+        QCOMPARE(colorOn("FLOW:2"), u"Black ok"_s);
         QCOMPARE(find<QLineEdit>(u"txtPCM3Rate"_s)->text(), u"5000000"_s);
 
         find<QTabWidget>(u"tabWidget"_s)->setCurrentIndex(3);
@@ -193,20 +157,19 @@ private Q_SLOTS:
         }
         m_bench.report({ "TM1-3:TXBT:18446744073709551615", "TM1-3:RXBT:2", "TM1-3:RETX:3", "TM1-3:DROP:4",
                          "TM1-3:OOPS:5", "TM1-0:TIME:123:04:05:06", "TM1-0:PHYS:Up", "TM1-0:IEBS:7", "TM1-0:IEBR:8" });
-        QVERIFY(waitUntil([&] { return find<QLineEdit>(u"txtOOPS"_s)->text() == "5"_L1; }));
-        tmoip()->UpdateAllDynamicParamsTmr_Tick();
-        QString texts;
-        for (const char *name : { "TXBT", "RXBT", "RETX", "DROP", "TIME", "PHYS", "IRIG", "IEBS", "IEBR" })
-            texts += find<QLineEdit>(u"txt"_s + QLatin1StringView(name))->text() + u' ';
-        QCOMPARE(texts, u"18446744073709551615 2 3 4 123:04:05:06 Up Locked 7 8 "_s);
+        const auto texts = [] {
+            QStringList shown;
+            for (const char *name : { "TXBT", "RXBT", "RETX", "DROP", "OOPS", "TIME", "PHYS", "IRIG", "IEBS", "IEBR" })
+                shown += find<QLineEdit>(u"txt"_s + QLatin1StringView(name))->text();
+            return shown.join(u' ');
+        };
+        QVERIFY(waitUntil([&] { return texts() == "18446744073709551615 2 3 4 5 123:04:05:06 Up Locked 7 8"_L1; }));
     }
 
     void card()
     {
         openTmoip(0);
-        QCOMPARE(find<QLineEdit>(u"txtIEBS"_s)->isReadOnly(), true);
-        auto *const commit = find<QPushButton>(u"btnCommit"_s);
-        const auto press = [&] { QTest::mouseClick(commit, Qt::LeftButton); };
+        const auto press = [] { QTest::mouseClick(find<QPushButton>(u"btnCommit"_s), Qt::LeftButton); };
         QCOMPARE(sentBy([&] { (press(), press()); }), QByteArrayList({ "TM1-0:COMT:1", "TM1-0:COMT:1" }));
         auto *const source = find<QComboBox>(u"cmbTSRC"_s);
         QCOMPARE(sentBy([&] { pick(source, 0); }), QByteArrayList{ "TM1-0:TSRC:0" });
@@ -215,41 +178,39 @@ private Q_SLOTS:
 
         // A second window; both go while their timers run and a set is unanswered.
         const QPointer<tmoipWindow> first = tmoip();
+        auto *const gateway = find<QLineEdit>(u"txtGWAY"_s);
         QCOMPARE(sentBy([&] { m_bench.action(u"actionTMoIP"_s).trigger(); }), kAsked);
         QCOMPARE(WindowBench::visible<tmoipWindow>().size(), 2);
         chassis().ignore("TM1-0:GWAY");
-        QCOMPARE(sentBy([&] {
-                     type(first->findChild<QLineEdit *>(u"txtGWAY"_s), u"10.9.9.9"_s);
-                     for (tmoipWindow *window : WindowBench::visible<tmoipWindow>())
-                         window->close();
-                     QVERIFY(waitUntil([&] { return !first; }));
-                 }),
-                 QByteArrayList{ "TM1-0:GWAY:10.9.9.9" });
+        const QByteArrayList sent = sentBy([&] {
+            enter(gateway, u"10.9.9.9"_s);
+            std::ranges::for_each(WindowBench::visible<tmoipWindow>(), &tmoipWindow::close);
+            QVERIFY(waitUntil([&] { return !first; }));
+        });
+        QCOMPARE(sent, QByteArrayList{ "TM1-0:GWAY:10.9.9.9" });
         chassis().behave("TM1-0:GWAY");
     }
 
-    void tapeGains_data()
-    {
-        addRows(u"CH1tape1|TGAINCH1|CH1Valtape1; CH2tape1|TGAINCH2|CH2Valtape1; CMB1tape1|TGAINCMB|CMB1Valtape1"_s);
-    }
+    void tapeGains_data() { addRows(u"CH1|TGAINCH1; CH2|TGAINCH2; CMB1|TGAINCMB"_s); }
 
     void tapeGains()
     {
         QFETCH(const QStringList, parts);
         auto *const window = m_bench.open<TapeCtrlWindow>(u"actionTape"_s);
         QVERIFY(window && m_bench.open<TapeCtrlWindow>(u"actionTape"_s) == window);
-        auto *const slider = window->findChild<QSlider *>(u"sldrTapeGain"_s + parts[0]);
-        const auto *const label = window->findChild<QLabel *>(u"lblTapeGain"_s + parts[2]);
+        auto *const slider = window->findChild<QSlider *>(u"sldrTapeGain%1tape1"_s.arg(parts[0]));
+        const auto *const label = window->findChild<QLabel *>(u"lblTapeGain%1Valtape1"_s.arg(parts[0]));
         const QByteArray set = "T1:" + parts[1].toLatin1() + ':';
         for (const char *report : { "100", "12.5", "300", "-1", "100" }) {
             QCOMPARE(sentBy([&] { m_bench.report({ set + report }); }), kNothing);
             QVERIFY(slider->value() == 100 && label->text() == "39 %"_L1);
         }
+        const auto act = [&] { QTest::keyClick(slider, Qt::Key_End); };
         chassis().refuse(set.chopped(1));
-        QCOMPARE(sentBy([&] { QTest::keyClick(slider, Qt::Key_End); }), QByteArrayList{ set + "255" });
+        QCOMPARE(sentBy(act), QByteArrayList{ set + "255" });
         QVERIFY(slider->value() == 100 && label->text() == "39 %"_L1);
         chassis().behave(set.chopped(1));
-        QCOMPARE(sentBy([&] { QTest::keyClick(slider, Qt::Key_End); }), QByteArrayList{ set + "255" });
+        QCOMPARE(sentBy(act), QByteArrayList{ set + "255" });
         QVERIFY(slider->value() == 255 && label->text() == "100 %"_L1);
     }
 
@@ -260,20 +221,15 @@ private Q_SLOTS:
         const auto *const timer = window->findChild<FocusReturn *>();
         QVERIFY(QTest::qWaitForWindowActive(window));
         QCOMPARE(line->text(), u"10.5M"_s);
-        const QList<QStringList> entries{ { u"2.2M"_s, u"2200000"_s, u"2.2M"_s },
-                                          { u"70,5k"_s, u"70500"_s, u"70.5K"_s },
-                                          { u"1 m"_s, u"1000000"_s, u"1M"_s },
-                                          { u"999"_s, u"999"_s, u"999"_s },
-                                          { u"fast"_s, {}, u"999"_s },
-                                          { u"M"_s, {}, u"999"_s },
-                                          { u"-5"_s, {}, u"999"_s },
-                                          { u"1.2.3M"_s, {}, u"999"_s } };
-        for (const QStringList &entry : entries) {
+        const QString entries = u"2.2M=2200000=2.2M;70,5k=70500=70.5K;1 m=1000000=1M;999=999=999"
+                                ";fast==999;M==999;-5==999;1.2.3M==999"_s;
+        for (const QString &words : entries.split(u';')) {
+            const QStringList entry = words.split(u'=');
             const QByteArrayList set{ "T1:TFREQ:" + entry[1].toLatin1() };
-            QCOMPARE(sentBy([&] { type(line, entry[0]); }), entry[1].isEmpty() ? kNothing : set);
+            QCOMPARE(sentBy([&] { enter(line, entry[0]); }), entry[1].isEmpty() ? kNothing : set);
             QVERIFY(line->text() == entry[2] && !line->hasFocus() && !timer->isRunning());
         }
-        type(line, u"7"_s, Qt::Key_8);
+        enter(line, u"7"_s, Qt::Key_8);
         m_bench.report({ "T1:TFREQ:1500" });
         QCOMPARE(line->text(), u"78"_s); // still the operator's
         QVERIFY(waitUntil([&] { return line->text() == "1.5K"_L1; }));
@@ -317,8 +273,7 @@ private:
     [[nodiscard]] static W *find(const QString &name)
     {
         const auto found = tmoip()->findChildren<W *>(name);
-        const auto isInFront = [](const QWidget *widget) { return widget->isVisible(); };
-        const auto front = std::ranges::find_if(found, isInFront);
+        const auto front = std::ranges::find_if(found, [](const QWidget *widget) { return widget->isVisible(); });
         return front != found.end() ? *front : found.value(0);
     }
 
