@@ -33,7 +33,6 @@ public:
     /// D1 and D2 that hold them in registers. The third one's address stands for a combiner as well.
     static constexpr auto kRegisterDemodulators = "0101 K412W 1.2 QLN412 S1 X,0102 K412W 1.2 QLN412 S2 X";
     static constexpr auto kThirdRegisterDemodulator = "0109 K412W 1.2 QLN412 S3 X";
-    static constexpr auto kTape = "0110 MPU 1.1 TAPE S5 X";
     static constexpr auto kTmoip = "TM1 2.1"; ///< stands in a list of its own
     static constexpr auto kSpectral = "0170 MPU 1.2 SPECTRUM S6 X";
     static constexpr auto kSelfTest = "0136 MPU 1.2 SPECTRUM S6 X";
