@@ -6,13 +6,10 @@
 #include "dialogs/TapeCtrlWindow.h"
 #include "dialogs/ledSquare.h"
 #include "dialogs/ledwidget.h"
-#include "dialogs/tmipPCM.h"
 #include "dialogs/tmoipWindow.h"
 
 #include <QtTest>
 #include <QtWidgets>
-
-#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -35,9 +32,9 @@ private Q_SLOTS:
         m_bench.links().fit({ LinkBench::kReceivers, LinkBench::kTape });
         QVERIFY(m_bench.goLive());
         QVERIFY(!m_bench.action(u"actionTMoIP"_s).isEnabled() && m_bench.action(u"actionTape"_s).isEnabled());
+        chassis().ignore("TM1-3:PROT");
         m_bench.report({ "U0:TLST:TM1" });
-        QVERIFY(m_bench.chassis().waitForFrame("TM1-3:ENDN"));
-        QVERIFY(m_bench.action(u"actionTMoIP"_s).isEnabled());
+        QVERIFY(chassis().waitForFrame("TM1-3:ENDN") && m_bench.action(u"actionTMoIP"_s).isEnabled());
     }
     void cleanup()
     {
@@ -144,6 +141,8 @@ private Q_SLOTS:
         QCOMPARE(find<QLineEdit>(u"txtPCM3Rate"_s)->text(), u"5000000"_s);
 
         find<QTabWidget>(u"tabWidget"_s)->setCurrentIndex(3);
+        QCOMPARE(find<QComboBox>(u"cmbPROT"_s)->currentText() + u'|' + find<QComboBox>(u"cmbHEAD"_s)->currentText(),
+                 u"|Time+TMoIP"_s); // the one was not answered
         auto *const flow = find<QPushButton>(u"btnFLOW"_s);
         for (const char *value : { "1", "0" }) {
             const QByteArrayList set{ QByteArray("TM1-3:FLOW:") + value };
@@ -232,26 +231,25 @@ private Q_SLOTS:
         enter(line, u"7"_s, Qt::Key_8);
         m_bench.report({ "T1:TFREQ:1500" });
         QCOMPARE(line->text(), u"78"_s); // still the operator's
-        QVERIFY(waitUntil([&] { return line->text() == "1.5K"_L1; }));
-        QVERIFY(!line->hasFocus() && !timer->isRunning());
+        QVERIFY(waitUntil([&] { return line->text() == "1.5K"_L1; }) && !line->hasFocus() && !timer->isRunning());
         QTest::keyClick(window, Qt::Key_Escape);
         QVERIFY(waitUntil([] { return WindowBench::visible<TapeCtrlWindow>().isEmpty(); }));
         QVERIFY(m_bench.open<TapeCtrlWindow>(u"actionTape"_s));
     }
 
-    void lamps_data() { addRows(u"Red|Red; Green|Green; Yellow|Yellow; Black|Black; green|Black; |Black"_s); }
-
     void lamps()
     {
-        QFETCH(const QStringList, parts);
-        const auto check = [&](auto &&lamp, const QString &images) {
+        const auto check = [](LedIndicator &&lamp, const QString &images) {
             QCOMPARE(lamp.getColor(), u"Black"_s);
-            lamp.setColor(u"Red"_s);
-            lamp.setColor(parts[0]);
-            QVERIFY(lamp.getColor() == parts[1] && lamp.accessibleDescription() == parts[1]);
-            const QPixmap image(images + parts[1].toLower() + u".png"_s);
-            QVERIFY(!image.isNull());
-            QCOMPARE(lamp.template findChild<QLabel *>(u"LED"_s)->pixmap().toImage(), image.toImage());
+            const QStringList names{ u"Red"_s, u"Green"_s, u"green"_s, u"Yellow"_s, u""_s, u"Red"_s, u"Black"_s };
+            for (const QString &name : names) {
+                lamp.setColor(name);
+                const QString color = name.isEmpty() || name == "green"_L1 ? u"Black"_s : name;
+                QVERIFY(lamp.getColor() == color && lamp.accessibleDescription() == color);
+                const QPixmap image(images + color.toLower() + u".png"_s);
+                QVERIFY(!image.isNull());
+                QCOMPARE(lamp.findChild<QLabel *>(u"LED"_s)->pixmap().toImage(), image.toImage());
+            }
         };
         check(ledwidget(), u":/led-circle-"_s);
         check(ledSquare(), u":/led_square_"_s);
@@ -272,9 +270,9 @@ private:
     template <typename W>
     [[nodiscard]] static W *find(const QString &name)
     {
-        const auto found = tmoip()->findChildren<W *>(name);
-        const auto front = std::ranges::find_if(found, [](const QWidget *widget) { return widget->isVisible(); });
-        return front != found.end() ? *front : found.value(0);
+        auto found = tmoip()->findChildren<W *>(name);
+        std::ranges::stable_partition(found, [](const QWidget *widget) { return widget->isVisible(); });
+        return found.value(0);
     }
 
     WindowBench m_bench;
