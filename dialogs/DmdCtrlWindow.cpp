@@ -268,7 +268,7 @@ void DmdCtrlWindow::display(const Choice &choice, const QString &value)
 {
     const ControlGuard::Scope showing(m_guard);
     if (const auto position = positionOf(choice.form, value); position && *position < choice.box->count())
-        choice.box->setCurrentIndex(*position);
+        choice.box->setCurrentIndex(int(*position));
 }
 
 void DmdCtrlWindow::display(const Entry &entry, const QString &value)
@@ -307,9 +307,9 @@ QString DmdCtrlWindow::valueAt(Form form, int index)
 }
 
 /// Nothing for a text that is no position.
-std::optional<int> DmdCtrlWindow::positionOf(Form form, const QString &value)
+std::optional<qint64> DmdCtrlWindow::positionOf(Form form, const QString &value)
 {
-    auto position = NumberText::parseWhole(value);
+    std::optional<qint64> position = NumberText::parseWhole(value);
     if (position && form == Form::PositionLessOne)
         ++*position;
     else if (position && form == Form::VideoSource && *position >= kFirstMovedSource)

@@ -101,7 +101,7 @@ private:
     void setUsable(QWidget *label, QWidget *control, bool usable);
 
     [[nodiscard]] static QString valueAt(Form form, int index);
-    [[nodiscard]] static std::optional<int> positionOf(Form form, const QString &value);
+    [[nodiscard]] static std::optional<qint64> positionOf(Form form, const QString &value);
 
     std::unique_ptr<Ui::DmdCtrlWindow> ui;
     DmdChan *m_channel;

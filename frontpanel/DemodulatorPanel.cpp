@@ -323,7 +323,7 @@ void DemodulatorPanel::DisplayDemodMode(const QString &code)
 void DemodulatorPanel::DisplayInputSource(const QString &value)
 {
     const auto source = kSources.indexOf(value);
-    const int position = source >= 0 ? static_cast<int>(source) : value.toInt() - 1;
+    const qint64 position = source >= 0 ? source : qint64(value.toInt()) - 1;
     WidgetUpdate::index(ui->cboInputSource, QString::number(position));
 }
 
@@ -345,13 +345,13 @@ void DemodulatorPanel::DisplayAutoSettings(const QString &value, const QString &
 QString DemodulatorPanel::gainText(const QString &value) const
 {
     return m_families.hasK3050OrK3060Card ? value + "dB"_L1
-                                          : QString::number(value.toInt() * 100 / kFullGain) + " %"_L1;
+                                          : QString::number(qint64(value.toInt()) * 100 / kFullGain) + " %"_L1;
 }
 
 void DemodulatorPanel::DisplayVideoGain(const Output &output, const QString &value)
 {
     const auto gain = NumberText::parseWhole(value);
-    if (NumberText::parse(value))
+    if (gain || (m_families.hasK3050OrK3060Card && NumberText::parse(value))) // a percentage is of a whole number
         WidgetUpdate::text(output.gainValue, gainText(value));
     if (gain && *gain >= output.gain->minimum() && *gain <= output.gain->maximum())
         output.gain->setValue(*gain);

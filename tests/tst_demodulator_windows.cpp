@@ -270,7 +270,7 @@ void DemodulatorWindowsTest::layouts()
         return true;
     };
     QCOMPARE(sentOn(QByteArray(kStart).replace(":1 ", ":0 ").replace(":3 ", ":2 ")), kNothing);
-    QCOMPARE(sentOn("NAME:North ASRG:1 DFIR:0 IFFL:500000,12345678"), kNothing);
+    QCOMPARE(sentOn("NAME:North ASRG:1 DFIR:2147483647 DFIR:0 IFFL:500000,12345678"), kNothing);
     QCOMPARE(box(u"FIRFilterBWdmd"_s)->currentText(), u"0.5 MHz"_s);
     (void)controls(addText);
     QCOMPARE(sentBy([&] { open(2); }), kNothing);

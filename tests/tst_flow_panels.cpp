@@ -208,7 +208,7 @@ void FlowPanelsTest::reports_data()
             "D1:VFFL:100,200,300 D1:VFIR:2|cboVFBWdmd1.count=3|cboVFBWdmd1.currentIndex=2, "
             "D1:VFFL:100,200,300|cboVFBWdmd1.count=3, D1:VFFL:100|cboVFBWdmd1.count=1|cboVFBWdmd1.currentIndex=0, "
             "D1:VGN1:12.5 D1:VGN2:300 D1:VGN1:-1|lblAnalogGainAValdmd1.text=-1dB|lblAnalogGainBValdmd1.text=300dB, "
-            "D1:VCFG:4 D1:BSDR:x U0:SDM1:9 U0:SDM1:x U0:SLAVE:3 D1:FOFF:abc "
+            "D1:VCFG:4 D1:BSDR:x U0:SDM1:9 U0:SDM1:x U0:SDM1:-2147483648 U0:SLAVE:3 D1:FOFF:abc "
             "D1:DLCK:2 D1:DFAQ:1 D4:BSDR:1, U0:SLAVE:1 U0:SLAVE:0, "
             "U0:SLAVE:1|lblSlavedch1.visible=true|lblSlavedch2.visible=true|lblSlaveddmd1.visible=true|"
             "lblSlaveddmd2.visible=true|lblSlaveddmd3.visible=true, "
@@ -220,7 +220,8 @@ void FlowPanelsTest::reports_data()
             "R2:PLYB:1|cboPLYBch2.currentIndex=1|doubleSpinBoxFREQch2.enabled=false|progBarSSLVch2.visible=false|"
             "progBarAGCAch2.visible=false|progBarAGCBch2.visible=false|progBarAGCAcmb1.visible=false|"
             "progBarAGCBcmb1.visible=false");
-    addRows("plain", "D1:VGN1:128|lblAnalogGainAValdmd1.text=50 %|sldrAnalogGainAdmd1.value=128, "
+    addRows("plain", "D1:VGN1:128 D1:VGN1:12.5|lblAnalogGainAValdmd1.text=50 %|sldrAnalogGainAdmd1.value=128, "
+                     "D1:VGN1:99999999|lblAnalogGainAValdmd1.text=39215685 %, "
                      "D3:VGN2:254|lblAnalogGainBValdmd3.text=99 %|sldrAnalogGainBdmd3.value=254, D1:VFFL:100");
     addRows("K412W", "D3:VFBW:2|cboVFBWdmd3.currentIndex=2"); // out of sight, but ready
     addRows("D2 alone", "U0:SDM2:B|cboInputSourcedmd1.currentIndex=4, U0:SDM1:B");
