@@ -32,7 +32,10 @@ void ChannelPanel::UpdateSetting(const QString &Cmd, const QString &Data)
     if (m_channel->isSetPending(Cmd))
         return; // a control that is being stepped must not fall back to an earlier step
     const ControlGuard::Scope showing(guard());
+    const QWidget *const focused = window()->focusWidget();
     showSetting(Cmd, Data);
+    if (window()->focusWidget() != focused) // its control went, and the next one would take the keys meant for it
+        focusReturn().giveBack();
 }
 
 void ChannelPanel::nameChildren(const QString &suffix, const QString &number)

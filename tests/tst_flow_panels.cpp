@@ -87,6 +87,8 @@ private Q_SLOTS:
     void rates_data();
     void rates();
     void halfTypedRates();
+    void focusOfWhatGoes_data();
+    void focusOfWhatGoes();
     void modes_data();
     void modes();
     void families_data();
@@ -297,6 +299,26 @@ void FlowPanelsTest::halfTypedRates()
         m_bench->report({ setting + "8000000" }); // no entry stands in its way any more
         QCOMPARE(m_bench->mistakes(field + ".text=8M"), QByteArray());
     }
+}
+
+void FlowPanelsTest::focusOfWhatGoes_data()
+{
+    QTest::addColumn<QByteArrayList>("row"); // cards, report that brings a control, its name, report that takes it
+    addRows("K3050", "D1:DMOD:6|lineDataRateBdmd1|D1:DMOD:4, D2:DMOD:4|checkBoxAutoSweepRangedmd2|D2:DMOD:0, "
+                     "D3:VCFG:0|sldrAnalogGainAdmd3|D3:VCFG:1, R1:ACFE:1|lineAntennaCFch1|R1:ACFE:0, "
+                     "R2:AFC:4|sldrAFCMch2|R2:AFC:0");
+}
+
+/// What is typed on must not reach the control that comes next.
+void FlowPanelsTest::focusOfWhatGoes()
+{
+    QFETCH(QByteArrayList, row);
+    setUp(row[0]);
+    m_bench->report({ row[1] });
+    widget(row[2]).setFocus();
+    QCOMPARE(m_bench->mistakes(row[2] + ".focus=true"), QByteArray());
+    m_bench->report({ row[3] });
+    QCOMPARE(m_bench->mistakes("lblRFFQch1.focus=true"), QByteArray());
 }
 
 void FlowPanelsTest::modes_data()
