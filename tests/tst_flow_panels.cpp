@@ -18,6 +18,8 @@ const QByteArray kTuners = QByteArray(LinkBench::kReceivers) + ',';
 const QHash<QByteArray, QByteArray> kCards{
     { "plain", kPlain },
     { "QLN424", "0101 K414V 1 QLN424V S1 X,0102 K414V 1 QLN424V S2 X,0109 K424V 1 QLN424V S3 X" },
+    { "QLN412W", "0101 K412W 1.2 QLN412 S1 X,0102 K412W 1.2 QLN412 S2 X,0109 K412W 1.2 QLN412 S3 X" },
+    { "model K412W", "0101 K412X 1.2 K412W S1 X,0102 K412X 1.2 K412 S2 X,0109 K412X 1.2 K412 S3 X" },
     { "K412W", "0101 K412W 1.2,0102 K412W 1.2,0109 K412W 1.2" },
     { "QLDX203", kTuners + kPlain + ",0105 MPU 1.4 QLDX203 A3 X" },
     { "QLDX204", kPlain + ",0105 MPU 1.4 QLDX204 A3 X" },
@@ -298,6 +300,12 @@ void FlowPanelsTest::halfTypedRates()
         QCOMPARE(m_bench->mistakes(field + ".text=7M|lblRFFQch1.focus=true"), QByteArray());
         m_bench->report({ setting + "8000000" }); // no entry stands in its way any more
         QCOMPARE(m_bench->mistakes(field + ".text=8M"), QByteArray());
+
+        const QByteArray other = place.startsWith('A') ? "B" : "A";
+        PanelBench::type(widget(field), u"3"_s); // given up by the Return in the other field
+        const auto enter = [&] { m_bench->operate("lineDataRate" + other + "dmd" + place.last(1), "4M"); };
+        QCOMPARE(m_bench->sentBy(enter), QByteArrayList{ 'D' + place.last(1) + ":RATE" + other + ":4000000" });
+        QCOMPARE(m_bench->mistakes(field + ".text=8M"), QByteArray());
     }
 }
 
@@ -386,9 +394,11 @@ void FlowPanelsTest::families_data()
         "lineDataRateA lblDerandomizer cboDerandomizer frameOffsetPeak";
     const QByteArray full =
         "lblSlaved lblChanDemod checkBoxAutoFMSweep lblAnalogPol cboAnalogPol lblPeakDev lblPeakDevVal";
-    addRows("plain", "Cmbr1 Dmd1 Dmd2 Dmd3|" + noAgc + '|' + reduced);
+    for (const char *cards : { "plain", "QLN412W" }) // of which only the kind holds K412W, not the model
+        addRows(cards, "Cmbr1 Dmd1 Dmd2 Dmd3|" + noAgc + '|' + reduced);
     addRows("QLN424", "Cmbr1 Dmd1 Dmd2 Dmd3|" + noAgc + " lblIFBW cboIFBW|" + full + " lblVFBW cboVFBW");
-    addRows("K412W", "Cmbr1|" + noAgc + '|' + reduced + " lblVFBW cboVFBW lblAnalogPol cboAnalogPol");
+    for (const char *cards : { "K412W", "model K412W" })
+        addRows(cards, "Cmbr1|" + noAgc + '|' + reduced + " lblVFBW cboVFBW lblAnalogPol cboAnalogPol");
     addRows("QLDX203", "Rcvr1 Rcvr2 Cmbr1 Dmd1 Dmd2 Dmd3||" + reduced);
     for (const char *cards : { "QLDX204", "QLDX206", "QLDX208" })
         addRows(cards, "Cmbr1 Dmd1 Dmd2 Dmd3||" + reduced);
