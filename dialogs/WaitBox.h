@@ -38,7 +38,7 @@ private:
     void run();
 
     QMessageBox *m_box; ///< child of the window
-    QTimer m_limit;
+    QTimer m_limit{ this };
     bool m_shown = false;
     bool m_running = false; ///< an event loop of the box runs further down the stack
 };

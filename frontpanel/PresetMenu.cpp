@@ -6,7 +6,10 @@
 #include "dialogs/PresetSave.h"
 #include "link/SerialPortController.h"
 
-PresetMenu::PresetMenu(FocusReturn &focusReturn, QWidget *window) : m_focusReturn(focusReturn), m_window(window)
+PresetMenu::PresetMenu(FocusReturn &focusReturn, QWidget *window)
+    : m_focusReturn(focusReturn)
+    , m_window(window)
+    , m_patience(window)
 {
     m_patience.setSingleShot(true);
     m_patience.setInterval(kLongestWaitMs);

@@ -15,6 +15,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+const QByteArrayList kEveryPanel{ LinkBench::kReceivers, LinkBench::kCombiner, LinkBench::kOlderDemodulators };
+/// What opens the windows that do not bar the main one: menu entries and buttons.
+const QStringList kWindows{ u"SystemCardsConfiguration"_s, u"SystemChannelNaming"_s, u"Combiner_Zero"_s,
+                            u"Demod1_EyeConst"_s,          u"Demod3_EyeConst"_s,     u"btnAdvanceddmd1"_s,
+                            u"btnAdvanceddmd3"_s };
+
 PresetDialog *dialog() { return qobject_cast<PresetDialog *>(QApplication::activeModalWidget()); }
 bool always() { return true; }
 
@@ -22,7 +28,7 @@ bool always() { return true; }
 QByteArray state()
 {
     if (!dialog())
-        return "closed";
+        return WindowBench::boxCount() > 0 ? "box" : "closed";
     QStringList rows;
     for (const auto *const item : dialog()->findChild<QListWidget *>()->findItems({}, Qt::MatchContains))
         rows += item->text();
@@ -132,11 +138,15 @@ private Q_SLOTS:
         chassis().ignore("U0:PLIST");
         const auto unanswered = [&] { choose(entries[0] + u"Preset"_s); };
         QCOMPARE(m_bench->sentBy(unanswered), QByteArrayList{ "U0:PLIST" });
+        QTimer *const patience = m_bench->runningTimer(10'000);
+        QVERIFY(patience);
+        patience->start(1);
+        QVERIFY(waitUntil([this] { return !window().LoadPresetPending() && !window().SavePresetPending(); }));
+        m_bench->report({ "U0:PLIST:late " });
         QCOMPARE(state(), "closed");
+        patience->setInterval(10'000);
 
-        auto &frequency = m_bench->find<QDoubleSpinBox>(u"doubleSpinBoxFREQch1"_s);
-        frequency.setFocus();
-        QTest::keyClicks(&frequency, u"1"_s);
+        m_bench->typeHalfAnEntry();
         chassis().clear();
         const auto isListed = [&] {
             return window().PresetNames().size() == 2 && WindowBench::visible<PresetDialog>().size() == 1 &&
@@ -154,19 +164,73 @@ private Q_SLOTS:
         QCOMPARE(m_bench->sentBy(answers), QByteArrayList({ "U0:PLIST", "U0:PLIST" }));
         QCOMPARE(state(), "closed");
         QVERIFY(!window().LoadPresetPending() && !window().SavePresetPending());
-        QCOMPARE(frequency.text(), u"2250.5"_s);
-        QVERIFY(m_bench->focusReturn().isRunning());
+        QVERIFY(m_bench->isEntryGivenUp());
+    }
+
+    /// The list comes before the chassis is busy, or after; either way the dialog is where it belongs.
+    void aroundWaitBox()
+    {
+        QVERIFY(m_bench->goLive());
+        const auto report = [this](const char *frame) { return [this, frame] { chassis().sendFrame(frame); }; };
+        const auto isSeen = [](const char *seen) { return [seen] { return state() == seen; }; };
+        m_bench->typeHalfAnEntry();
+        const QByteArrayList sent = m_bench->sentBy([&] {
+            choose(u"LoadPreset"_s);
+            QVERIFY(WindowBench::takeSteps({ { isSeen("a,b,c|a+"), report("U0:PDONE:0") },
+                                             { isSeen("box"), report("U0:PDONE:1") },
+                                             { isSeen("a,b,c|a+"), [] { act("Down"); } },
+                                             { isSeen("a,b,c|b+"), [] { act("Enter"); } },
+                                             { isSeen("closed"), report("U0:UPDT:0") },
+                                             { isSeen("box"), [this] { choose(u"SavePreset"_s); } },
+                                             { isSeen("a,b,c|-"), [] { act("type:n"); } },
+                                             { isSeen("a,b,c|n+"), report("U0:UPDT:1") },
+                                             { [] { return WindowBench::boxCount() == 0; }, [] { act("press"); } },
+                                             { isSeen("closed"), [] {} } }));
+        });
+        QCOMPARE(sent, QByteArrayList({ "U0:PLIST", "U0:RESTORE:b", "U0:PLIST", "U0:STORE:n" }));
+        QVERIFY(m_bench->isEntryGivenUp() && window().isActiveWindow());
+    }
+
+    /// The windows that do not bar the main one: none before all is known, one of each, and half an entry is given up.
+    void windows()
+    {
+        m_bench->links().fit(kEveryPanel);
+        m_bench->start();
+        window().SystemCardsConfiguration_triggered();
+        window().SystemChannelNaming_triggered();
+        window().CombinerZeroTriggerd();
+        window().EyeConstWindow_triggered(0);
+        window().btnDmdAdvSett_clicked(0);
+        QVERIFY(m_bench->goLive());
+        QCOMPARE(WindowBench::visible<QWidget>().size(), 1);
+        QHash<QString, QWidget *> opened; // by entry
+        for (const QString &entry : kWindows + kWindows) {
+            window().activateWindow();
+            QVERIFY(waitUntil([this] { return QApplication::activeWindow() == &window(); }));
+            m_bench->typeHalfAnEntry();
+            QCOMPARE(m_bench->sentBy([&] { choose(entry); }), QByteArrayList());
+            QVERIFY(m_bench->isEntryGivenUp(false));
+            QWidget *const active = QApplication::activeWindow();
+            QVERIFY(active && active != &window() && opened.value(entry, active) == active);
+            opened[entry] = active;
+            QCOMPARE(WindowBench::visible<QWidget>().size(), 1 + opened.size());
+        }
     }
 
     void cards()
     {
+        m_bench->links().fit(
+            { LinkBench::kReceivers, "0198 MPU 1.2 SPECTRUM-" + QByteArray(40, 'X') + " S6 X", "7 M 1" });
         QVERIFY(m_bench->goLive());
         const QPointer<CardConfigWindow> first(open<CardConfigWindow>(u"SystemCardsConfiguration"_s));
-        QVERIFY(first && open<CardConfigWindow>(u"SystemCardsConfiguration"_s) == first);
+        QVERIFY(first);
         const auto *const list = first->findChild<QListWidgetPresets *>(u"listWidgetCardInfo"_s);
-        QCOMPARE(list->count(), 2);
+        QCOMPARE(list->count(), 4);
         QCOMPARE(list->item(1)->text(), u"TUNER;A2;X;0104;MPU;2.30122;FPGA1;1.9"_s);
         QCOMPARE(list->geometry(), QRect(10, 10, 265, 310));
+        const auto room = [list](int row) { return list->visualItemRect(list->item(row)); };
+        QVERIFY(room(2).height() > room(3).height() + list->fontMetrics().height() / 2);
+        QVERIFY(room(2).width() <= list->viewport()->width());
 
         first->close(); // and at once, before it is gone:
         window().SystemCardsConfiguration_triggered();
@@ -183,7 +247,7 @@ private Q_SLOTS:
         QVERIFY(m_bench->goLive());
         for (const bool byButton : { true, false }) {
             const QPointer<CombinerZero> zero(open<CombinerZero>(u"Combiner_Zero"_s));
-            QVERIFY(zero && open<CombinerZero>(u"Combiner_Zero"_s) == zero);
+            QVERIFY(zero);
             const auto values = [&] {
                 QString texts = zero->windowTitle();
                 for (const auto *const label : zero->findChildren<QLabel *>(QRegularExpression(u"Val"_s)))
@@ -203,43 +267,58 @@ private Q_SLOTS:
         }
     }
 
+    void naming_data()
+    {
+        QTest::addColumn<QStringList>(
+            "row"); // further cards, names typed, what is sent, and labels with names of before
+        const auto row = [](const QByteArray &text) { QTest::newRow(text) << QString::fromLatin1(text).split(u'|'); };
+        // The second demodulator there is, whatever its number; an emptied name is none.
+        row("DEMOD1 MPU 1 K3050 S1,DEMOD3 MPU 1 K3050 S3|Dmd2=Third,Dmd3=X,Cmb1=X,Rcv1=,Rcv2=South 2,Sys=Range 5|"
+            "U0:NAME:Range 5,R2:NAME:South 2,D3:NAME:Third|DMD.2 Name=Demodulator,-,-,RCV.1 Name=Receiver,"
+            "RCV.2 Name=Receiver,System Name=Range 4");
+        row(QByteArray(LinkBench::kCombiner) + ',' + LinkBench::kOlderDemodulators +
+            "|Dmd3=K,Dmd2=J,Dmd1=I,Cmb1=H|C1:NAME:H,D1:NAME:I,D2:NAME:J,D3:NAME:K|DMD.3 Name=Demodulator,"
+            "DMD.2 Name=Demodulator,DMD.1 Name=Demodulator,CMB.1 Name=Combiner");
+    }
+
     void naming()
     {
-        m_bench->links().fit({ LinkBench::kReceivers, "DEMOD1 MPU 1.2 K3050 S1", "DEMOD3 MPU 1.2 K3050 S3" });
+        QFETCH(QStringList, row);
+        m_bench->links().fit({ LinkBench::kReceivers, row[0].toLatin1() });
         QVERIFY(m_bench->goLive());
         QStringList before;
-        // Fills in names as in "Sys=Range,Rcv1=North", and presses a button.
+        // Fills in names as in "Sys=Range,Rcv1=North", and presses a button twice.
         const auto press = [&](const QString &button, const QString &names) {
+            before.clear();
             return m_bench->sentBy([&] {
-                QTest::keyClicks(&m_bench->find<QDoubleSpinBox>(u"doubleSpinBoxFREQch1"_s), u"1"_s);
                 const auto *const dialog = open<SysChanNamingWindow>(u"SystemChannelNaming"_s);
                 for (const QString &name : names.split(u',', Qt::SkipEmptyParts)) {
-                    auto *const line = dialog->findChild<QLineEdit *>(u"line%1Name"_s.arg(name.section(u'=', 0, 0)));
-                    before += line->isVisible() ? line->text() : u"(hidden)"_s;
+                    const QString place = name.section(u'=', 0, 0) + u"Name"_s;
+                    const auto *const label = dialog->findChild<QLabel *>(u"lbl"_s + place);
+                    auto *const line = dialog->findChild<QLineEdit *>(u"line"_s + place);
+                    const bool isShown = line->isVisible() || label->isVisible();
+                    before += isShown ? label->text() + u'=' + line->text() : u"-"_s;
                     line->selectAll();
                     QTest::keyClick(line, Qt::Key_Delete);
                     QTest::keyClicks(line, name.section(u'=', 1));
                     QTest::keySequence(line, QKeySequence::Paste);
                     QTest::keyClick(line, Qt::Key_Return);
                 }
-                QTest::mouseClick(dialog->findChild<QPushButton *>(button), Qt::LeftButton);
+                for (int i = 0; i < 2; ++i)
+                    QTest::mouseClick(dialog->findChild<QPushButton *>(button), Qt::LeftButton);
             });
         };
         QCOMPARE(press(u"btnSAVE"_s, {}), QByteArrayList());
         QCOMPARE(press(u"btnCancel"_s, u"Sys=Gone"_s), QByteArrayList());
-        // The second demodulator there is, whatever its number; an emptied name is none.
-        QCOMPARE(press(u"btnSAVE"_s, u"Dmd2=Third,Dmd3=X,Cmb1=X,Rcv1=,Rcv2=South 2,Sys=Range 5"_s),
-                 QByteArrayList({ "U0:NAME:Range 5", "R2:NAME:South 2", "D3:NAME:Third" }));
-        QCOMPARE(before.join(u','), u"Range 4,Demodulator,(hidden),(hidden),Receiver,Receiver,Range 4"_s);
-        QCOMPARE(m_bench->find<QGroupBox>(u"groupBoxRcvr2"_s).title(), u"South 2"_s);
+        QCOMPARE(press(u"btnSAVE"_s, row[1]).join(','), row[2].toLatin1());
+        QCOMPARE(before.join(u','), row[3]);
     }
 
     void end_data()
     {
         QTest::addColumn<QString>("entries");
-        const QString windows = u"SystemCardsConfiguration SystemChannelNaming Combiner_Zero"_s;
-        QStringList rows = (windows + u" LoadPreset SavePreset"_s).split(u' ');
-        rows += windows + u" LoadPreset"_s;
+        QStringList rows = kWindows + QStringList{ u"LoadPreset"_s, u"SavePreset"_s };
+        rows += (kWindows + QStringList{ u"LoadPreset"_s }).join(u' ');
         for (const QString &entries : rows)
             QTest::newRow(qPrintable(entries)) << entries;
     }
@@ -248,7 +327,7 @@ private Q_SLOTS:
     void end()
     {
         QFETCH(QString, entries);
-        m_bench->links().fit({ LinkBench::kCombiner });
+        m_bench->links().fit(kEveryPanel);
         QVERIFY(m_bench->goLive());
         const auto isOpen = [](qsizetype windows) { return WindowBench::visible<QWidget>().size() == windows; };
         QList<WindowBench::Step> steps;
@@ -266,7 +345,13 @@ private Q_SLOTS:
 private:
     [[nodiscard]] FarEnd &chassis() { return m_bench->chassis(); }
     [[nodiscard]] ZIRVOFSMainWindow &window() { return m_bench->window(); }
-    void choose(const QString &entry) { m_bench->action(u"action"_s + entry).trigger(); }
+    void choose(const QString &entry)
+    {
+        if (entry.startsWith(u"btn"))
+            m_bench->find<QPushButton>(entry).click();
+        else
+            m_bench->action(u"action"_s + entry).trigger();
+    }
     template <typename W>
     [[nodiscard]] W *open(const QString &entry)
     {

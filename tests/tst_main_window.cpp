@@ -69,7 +69,6 @@ private:
     }
     [[nodiscard]] QByteArray entries(bool (QAction::*is)() const);
     void pick(const QStringList &path);
-    void typeHalfAnEntry();
     void act(const QByteArray &what);
 
     std::unique_ptr<WindowBench> m_bench;
@@ -99,14 +98,8 @@ void MainWindowTest::pick(const QStringList &path)
     }
 }
 
-void MainWindowTest::typeHalfAnEntry()
-{
-    frequency().setFocus();
-    QTest::keySequence(&frequency(), QKeySequence::SelectAll);
-    QTest::keyClicks(&frequency(), u"2300"_s);
-}
-
-/// The operator asks for the about box, returns from it or closes the window; else the chassis reports.
+/// The operator asks for the about box, returns from it or closes the window; the limit of the wait boxes does not
+/// count or is over; else the chassis reports.
 void MainWindowTest::act(const QByteArray &what)
 {
     if (what == "about")
@@ -115,6 +108,10 @@ void MainWindowTest::act(const QByteArray &what)
         QTest::keyClick(WindowBench::box(kAbout), Qt::Key_Return);
     else if (what == "close")
         m_bench->window().close();
+    else if (QTimer *const limit = m_bench->runningTimer(60'000); limit && what == "endless")
+        limit->stop();
+    else if (limit && what == "over")
+        limit->start(1);
     else
         chassis().sendFrame("U0:" + what);
 }
@@ -154,10 +151,12 @@ void MainWindowTest::panelsComeWithTheChannels()
         QCOMPARE(m_bench->sentBy([&] { QTest::keyClick(&frequency(place), Qt::Key_Up); }),
                  QByteArrayList{ addresses[place] + ":FREQ:2250.6" });
     }
-    for (const QString &module : { u"R1"_s, u"R2"_s, u"R3"_s, u"R"_s, u"U0"_s, u""_s })
-        window.UpdateSetting(module, u"FREQ"_s, u"230"_s + module.right(1), false, {});
-    for (qsizetype place = 0; place < addresses.size(); ++place)
-        QCOMPARE(frequency(place).text(), u"230%1.0"_s.arg(QLatin1Char(addresses[place].back())));
+    for (const QString &value : { u"230"_s, u"231"_s }) { // accepted, then refused
+        for (const QString &module : { u"R1"_s, u"R2"_s, u"R3"_s, u"R"_s, u"U0"_s, u""_s })
+            window.UpdateSetting(module, u"FREQ"_s, value + module.right(1), value == "231"_L1, u"2400"_s);
+        for (qsizetype place = 0; place < addresses.size(); ++place)
+            QCOMPARE(frequency(place).text(), value + QLatin1Char(addresses[place].back()) + u".0"_s);
+    }
 
     QLineEdit control(window.centralWidget()); // stands for the controls of other kinds of channels
     control.show();
@@ -166,8 +165,6 @@ void MainWindowTest::panelsComeWithTheChannels()
     window.RemoveControlFocusTmr_Tick();
     QVERIFY(!control.hasFocus());
     QCOMPARE(window.focusWidget(), &m_bench->find<QWidget>(u"lblRFFQch1"_s));
-    for (int tick = 0; tick < 3; ++tick)
-        window.UpdateAllDynamicParamsTmr_Tick();
 }
 
 void MainWindowTest::namesAndLinks()
@@ -201,32 +198,36 @@ void MainWindowTest::namesAndLinks()
 
 void MainWindowTest::timers()
 {
+    m_bench->links().fit({ LinkBench::kReceivers, LinkBench::kCombiner, LinkBench::kOlderDemodulators });
     QVERIFY(m_bench->goLive());
-    m_bench->report({ "R1:SYNL:1", "R2:SYNL:1" });
-    auto &lamp1 = m_bench->find<QLabel>(u"lblSYNLch1"_s);
-    auto &lamp2 = m_bench->find<QLabel>(u"lblSYNLch2"_s);
-    QByteArray ticks;
-    while (ticks.size() < 9) {
-        lamp1.setStyleSheet({});
-        lamp2.setStyleSheet({});
+    m_bench->report({ "R1:SYNL:1", "R2:SYNL:1", "C1:CLCK:0", "D1:DLCK:1", "D3:DLCK:0" });
+    QList<QLabel *> lamps;
+    for (const QString &name : { u"SYNLch1"_s, u"SYNLch2"_s, u"CMBstatuscmb1"_s, u"Demoddmd1"_s, u"Demoddmd3"_s })
+        lamps += &m_bench->find<QLabel>(u"lbl"_s + name);
+    QByteArray lit; // by tick: receivers 1 and 2, combiner 3, demodulators 4 and 5
+    for (int tick = 0; tick < 9; ++tick) {
+        for (QLabel *lamp : lamps)
+            lamp->setStyleSheet({});
         m_bench->window().UpdateAllDynamicParamsTmr_Tick();
-        QCOMPARE(lamp1.styleSheet(), lamp2.styleSheet());
-        ticks += lamp1.styleSheet().isEmpty() ? '-' : 'R';
+        for (qsizetype i = 0; i < lamps.size(); ++i)
+            lit += lamps[i]->styleSheet().isEmpty() ? QByteArray() : QByteArray::number(i + 1);
+        lit += ' ';
     }
-    QVERIFY2(QByteArray("R--R--R--R-").contains(ticks), ticks);
+    QVERIFY2(QByteArray("12 3 45 ").repeated(4).contains(lit), lit);
 
     // The timers run by themselves, and the later of two touches counts.
     const QSignalSpy returns(&m_bench->focusReturn(), &FocusReturn::restoreDue);
     QElapsedTimer sinceTouch;
     for (int touch = 0; touch < 2; ++touch) {
-        lamp1.setStyleSheet({});
-        QVERIFY(waitUntil([&] { return !lamp1.styleSheet().isEmpty(); }));
-        typeHalfAnEntry();
+        lamps[0]->setStyleSheet({});
+        QVERIFY(waitUntil([&] { return !lamps[0]->styleSheet().isEmpty(); }));
+        m_bench->typeHalfAnEntry();
+        QTest::keyClicks(&frequency(), u"."_s);
         sinceTouch.start();
     }
     QVERIFY(waitUntil([&] { return returns.count() > 0; }));
     QVERIFY2(sinceTouch.elapsed() >= 2800, qPrintable(QString::number(sinceTouch.elapsed()))); // coarse timer: 5 %
-    QVERIFY(m_bench->find<QWidget>(u"lblRFFQch1"_s).hasFocus());
+    QVERIFY(m_bench->isEntryGivenUp(false) && m_bench->find<QWidget>(u"lblRFFQch1"_s).hasFocus());
 }
 
 void MainWindowTest::menus()
@@ -238,6 +239,13 @@ void MainWindowTest::menus()
     m_bench->window().DiversitySlaving_triggered();
     m_bench->window().InternalRef_triggered();
     QCOMPARE(entries(&QAction::isChecked), "");
+    QVERIFY(WindowBench::takeSteps({ { [] { return openBoxes().isEmpty(); }, [this] { act("about"); } },
+                                     { [] { return openBoxes() == "N"; }, [this] { act("return"); } },
+                                     { [] { return openBoxes().isEmpty(); }, [] {} } }));
+    QTimer *const focusTimer = m_bench->runningTimer(3000);
+    QVERIFY(focusTimer);
+    focusTimer->start(1);
+    QVERIFY(waitUntil([this] { return !m_bench->focusReturn().isRunning(); }));
     QVERIFY(m_bench->goLive());
     QCOMPARE(entries(&QAction::isEnabled),
              "About DiversitySlaving ExternalRef FrequencyDiversitySlaving InternalRef LoadPreset NoSlaving SavePreset "
@@ -289,6 +297,8 @@ void MainWindowTest::boxes_data()
     row("preset opened first, ends last", "PDONE:0=L UPDT:0=CL UPDT:1=L PDONE:1=");
     row("preset opened last, ends first", "UPDT:0=C PDONE:0=CL PDONE:1=C UPDT:1=");
     row("preset opened last, ends last", "UPDT:0=C PDONE:0=CL UPDT:1=L PDONE:1=");
+    row("preset, no end", "PDONE:0=L endless=L PDONE:0=L over=");
+    row("configuration, no end", "UPDT:0=C endless=C UPDT:0=C over=");
     row("about", "about=N return=");
 }
 
@@ -314,15 +324,12 @@ void MainWindowTest::boxes()
         const auto isShown = [wanted = report.split('=').last()] { return openBoxes() == wanted; };
         steps += { { [] { return true; }, next }, { isTaken, [] {} }, { isShown, [] {} } };
     }
-    bool allTaken = false;
-    QCOMPARE(m_bench->sentBy([&] {
-        typeHalfAnEntry();
-        allTaken = WindowBench::takeSteps(steps);
-    }),
-             kNothing);
-    QVERIFY(allTaken);
-    QCOMPARE(frequency().text(), u"2250.5"_s);
-    QVERIFY(m_bench->focusReturn().isRunning());
+    const auto take = [&] {
+        m_bench->typeHalfAnEntry();
+        QVERIFY(WindowBench::takeSteps(steps));
+    };
+    QCOMPARE(m_bench->sentBy(take), kNothing);
+    QVERIFY(m_bench->isEntryGivenUp());
 }
 
 void MainWindowTest::end_data()
@@ -341,6 +348,7 @@ void MainWindowTest::end_data()
     row("closed with half an entry", "U0:TRON:ON", { "close" });
     row("closed behind a wait box", "U0:TRON:ON", { "PDONE:0", "close" });
     row("closed behind both wait boxes", "U0:TRON:ON", { "UPDT:0", "PDONE:0", "close" });
+    row("closed behind the box of a link", "none", { "close" });
     row("closed behind the about box", "U0:TRON:ON", { "about", "close" });
 }
 
@@ -355,7 +363,7 @@ void MainWindowTest::end()
         chassis().ignore(moment);
     if (moment == "U0:TRON:ON" || moment == "U0:TMRF:0") {
         QVERIFY(m_bench->goLive());
-        typeHalfAnEntry();
+        m_bench->typeHalfAnEntry();
     } else if (!moment.isEmpty()) {
         chassis().setAnswering(moment == "R1:FLST");
         m_bench->start();
@@ -369,8 +377,10 @@ void MainWindowTest::end()
     const QByteArray before = chassis().bytes();
 
     QList<WindowBench::Step> steps;
+    const qsizetype linkBoxes = moment == "none"; // the link tells about its device
     for (const QByteArray &what : acts)
-        steps += { [boxes = steps.size()] { return WindowBench::boxCount() == boxes; }, [this, what] { act(what); } };
+        steps += { [boxes = steps.size() + linkBoxes] { return WindowBench::boxCount() == boxes; },
+                   [this, what] { act(what); } };
     if (!acts.isEmpty()) {
         QTimer::singleShot(0, this, [&] { QVERIFY(WindowBench::takeSteps(steps)); });
         QTimer guard;
@@ -383,7 +393,7 @@ void MainWindowTest::end()
     if (hasLink)
         m_bench->commandLink()->port().write("!"); // and this goes out behind it
     QVERIFY(waitUntil([&] { return chassis().bytes() == before + (hasLink ? kReportsOff + '!' : QByteArray()); }));
-    QCOMPARE(WindowBench::boxCount(), moment == "none" ? 1 : 0); // the link tells about its device
+    QCOMPARE(WindowBench::boxCount(), linkBoxes);
 }
 
 QTEST_MAIN(MainWindowTest)

@@ -4,6 +4,8 @@
 #include "channels/DmdChan.h"
 #include "channels/RcvrChan.h"
 #include "channels/UniversalChan.h"
+#include "controls/DecimalSpinBox.h"
+#include "controls/FocusReturn.h"
 #include "support/Wait.h"
 
 #include <QTest>
@@ -67,6 +69,33 @@ bool WindowBench::goLive()
 }
 
 FocusReturn &WindowBench::focusReturn() const { return *m_window->findChild<FocusReturn *>(); }
+
+void WindowBench::typeHalfAnEntry() const
+{
+    auto &frequency = find<DecimalSpinBox>(QStringLiteral("doubleSpinBoxFREQch1"));
+    frequency.setFocus();
+    QTest::keySequence(&frequency, QKeySequence::SelectAll);
+    QTest::keyClicks(&frequency, QStringLiteral("2300"));
+    if (!frequency.isHalfTyped() || !frequency.hasFocus() || !focusReturn().isRunning())
+        qFatal("the entry is not half-typed");
+    focusReturn().stop();
+}
+
+bool WindowBench::isEntryGivenUp(bool returns) const
+{
+    const auto &frequency = find<DecimalSpinBox>(QStringLiteral("doubleSpinBoxFREQch1"));
+    return frequency.text() == QLatin1String("2250.5") && !frequency.isHalfTyped() &&
+           focusReturn().isRunning() == returns;
+}
+
+QTimer *WindowBench::runningTimer(int intervalMs) const
+{
+    for (QTimer *timer : m_window->findChildren<QTimer *>()) {
+        if (timer->isActive() && timer->interval() == intervalMs)
+            return timer;
+    }
+    return nullptr;
+}
 
 UniversalChan *WindowBench::system() const { return channel<UniversalChan>(m_commandLink, 0); }
 

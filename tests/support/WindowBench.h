@@ -53,6 +53,14 @@ public:
     [[nodiscard]] CmbrChan *combiner(int index) const;
     [[nodiscard]] DmdChan *demodulator(int index) const;
 
+    /// Leaves "2300" half-typed in the first receiver's frequency, where 2250.5 is in force, and the focus return at
+    /// rest.
+    void typeHalfAnEntry() const;
+    /// Whether the entry is given up, and the focus return is running again if @p returns.
+    [[nodiscard]] bool isEntryGivenUp(bool returns = true) const;
+    /// The window's timer that runs with this interval; null if none does.
+    [[nodiscard]] QTimer *runningTimer(int intervalMs) const;
+
     /// Frames that @p act makes the window send. A marker request made behind it ends the list; when this returns,
     /// every one of them is answered or timed out, and the outcome is shown.
     [[nodiscard]] QByteArrayList sentBy(const std::function<void()> &act);
