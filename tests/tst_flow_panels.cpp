@@ -19,8 +19,7 @@ const QHash<QByteArray, QByteArray> kCards{
     { "plain", kPlain },
     { "QLN424", "0101 K414V 1 QLN424V S1 X,0102 K414V 1 QLN424V S2 X,0109 K424V 1 QLN424V S3 X" },
     { "QLN412W", "0101 K412W 1.2 QLN412 S1 X,0102 K412W 1.2 QLN412 S2 X,0109 K412W 1.2 QLN412 S3 X" },
-    { "model K412W", "0101 K412X 1.2 K412W S1 X,0102 K412X 1.2 K412 S2 X,0109 K412X 1.2 K412 S3 X" },
-    { "K412W", "0101 K412W 1.2,0102 K412W 1.2,0109 K412W 1.2" },
+    { "K412W", "0101 K412X 1.2 K412W S1 X,0102 K412X 1.2 K412 S2 X,0109 K412X 1.2 K412 S3 X" },
     { "QLDX203", kTuners + kPlain + ",0105 MPU 1.4 QLDX203 A3 X" },
     { "QLDX204", kPlain + ",0105 MPU 1.4 QLDX204 A3 X" },
     { "QLDX206", kPlain + ",0105 MPU 1.4 QLDX206 A3 X" },
@@ -397,8 +396,7 @@ void FlowPanelsTest::families_data()
     for (const char *cards : { "plain", "QLN412W" }) // of which only the kind holds K412W, not the model
         addRows(cards, "Cmbr1 Dmd1 Dmd2 Dmd3|" + noAgc + '|' + reduced);
     addRows("QLN424", "Cmbr1 Dmd1 Dmd2 Dmd3|" + noAgc + " lblIFBW cboIFBW|" + full + " lblVFBW cboVFBW");
-    for (const char *cards : { "K412W", "model K412W" })
-        addRows(cards, "Cmbr1|" + noAgc + '|' + reduced + " lblVFBW cboVFBW lblAnalogPol cboAnalogPol");
+    addRows("K412W", "Cmbr1|" + noAgc + '|' + reduced + " lblVFBW cboVFBW lblAnalogPol cboAnalogPol");
     addRows("QLDX203", "Rcvr1 Rcvr2 Cmbr1 Dmd1 Dmd2 Dmd3||" + reduced);
     for (const char *cards : { "QLDX204", "QLDX206", "QLDX208" })
         addRows(cards, "Cmbr1 Dmd1 Dmd2 Dmd3||" + reduced);

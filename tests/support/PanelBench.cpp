@@ -65,13 +65,6 @@ QByteArrayList PanelBench::everythingShown()
     return shown;
 }
 
-void PanelBench::type(QWidget &field, const QString &text)
-{
-    field.setFocus();
-    QTest::keySequence(&field, QKeySequence::SelectAll);
-    QTest::keyClicks(&field, text);
-}
-
 void PanelBench::turnWheel(QWidget &widget)
 {
     const QPointF centre = widget.rect().center();

@@ -30,7 +30,6 @@ public:
     /// What every named widget of the panels shows, status values included.
     [[nodiscard]] QByteArrayList everythingShown();
 
-    static void type(QWidget &field, const QString &text);
     static void turnWheel(QWidget &widget);
     /// @param input position of an item for a box, "click", the name of a key, or a text that Return follows
     void operate(const QByteArray &name, const QByteArray &input);

@@ -70,12 +70,17 @@ bool WindowBench::goLive()
 
 FocusReturn &WindowBench::focusReturn() const { return *m_window->findChild<FocusReturn *>(); }
 
+void WindowBench::type(QWidget &field, const QString &text)
+{
+    field.setFocus();
+    QTest::keySequence(&field, QKeySequence::SelectAll);
+    QTest::keyClicks(&field, text);
+}
+
 void WindowBench::typeHalfAnEntry() const
 {
     auto &frequency = find<DecimalSpinBox>(QStringLiteral("doubleSpinBoxFREQch1"));
-    frequency.setFocus();
-    QTest::keySequence(&frequency, QKeySequence::SelectAll);
-    QTest::keyClicks(&frequency, QStringLiteral("2300"));
+    type(frequency, QStringLiteral("2300"));
     if (!frequency.isHalfTyped() || !frequency.hasFocus() || !focusReturn().isRunning())
         qFatal("the entry is not half-typed");
     focusReturn().stop();

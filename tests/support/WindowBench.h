@@ -53,6 +53,7 @@ public:
     [[nodiscard]] CmbrChan *combiner(int index) const;
     [[nodiscard]] DmdChan *demodulator(int index) const;
 
+    static void type(QWidget &field, const QString &text);
     /// Leaves "2300" half-typed in the first receiver's frequency, where 2250.5 is in force, and the focus return at
     /// rest.
     void typeHalfAnEntry() const;
