@@ -84,11 +84,24 @@ void PresetDialog::setUp(const QString &nameCaption, QWidget *nameField)
 
 void PresetDialog::connectList()
 {
-    const auto onList = [this](auto signal, auto slot) { connect(m_list, signal, this, slot, Qt::QueuedConnection); };
-    onList(&QListWidget::currentItemChanged, [this] { listWidgetFileNames_currentItemChanged(m_list->currentItem()); });
-    onList(&QListWidget::itemDoubleClicked, [this] { listWidgetFileNames_itemDoubleClicked(m_list->currentItem()); });
-    onList(&QListWidgetPresets::DeletePressed, &PresetDialog::listWidgetFileNames_DeletePressed);
-    onList(&QListWidgetPresets::EnterPressed, &PresetDialog::listWidgetFileNames_EnterPressed);
+    connect(
+        m_list, &QListWidget::currentItemChanged, this,
+        [this] { listWidgetFileNames_currentItemChanged(m_list->currentItem()); }, Qt::QueuedConnection);
+    // Keys that follow may move on before a slot runs from the event loop: it means the row it was pressed on.
+    const auto onPressed = [this](auto signal, auto slot) {
+        connect(m_list, signal, this, [this, slot] {
+            const auto run = [this, slot, pressed = QPersistentModelIndex(m_list->currentIndex())] {
+                if (pressed.isValid())
+                    m_list->setCurrentRow(pressed.row());
+                slot(this);
+            };
+            QMetaObject::invokeMethod(this, run, Qt::QueuedConnection);
+        });
+    };
+    onPressed(&QListWidget::itemDoubleClicked,
+              [](PresetDialog *d) { d->listWidgetFileNames_itemDoubleClicked(d->m_list->currentItem()); });
+    onPressed(&QListWidgetPresets::DeletePressed, [](PresetDialog *d) { d->listWidgetFileNames_DeletePressed(); });
+    onPressed(&QListWidgetPresets::EnterPressed, [](PresetDialog *d) { d->listWidgetFileNames_EnterPressed(); });
 }
 
 bool PresetDialog::event(QEvent *event)

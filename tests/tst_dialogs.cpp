@@ -87,6 +87,7 @@ private Q_SLOTS:
         row("load, return and escape", { "Return=a,b,c|a+", "Escape=closed" }, "");
         row("load, delete", { "Down=a,b,c|b+", "Delete=a,c|c+", "Delete Delete=|-", "Enter Delete=|-" },
             "U0:DELPR:b U0:DELPR:c U0:DELPR:a");
+        row("load, more keys at once", { "Delete Down=b,c|b+", "Enter Down=closed" }, "U0:DELPR:a U0:RESTORE:b");
         row("save typed", { "=a,b,c|-", "type:n=a,b,c|n+", "Backspace=a,b,c|-", "type:x=a,b,c|x+", "Tab Space=closed" },
             "U0:STORE:x");
         row("save, refused", { "type:a Space type:b=a,b,c|ab+", "Ctrl+V=a,b,c|ab+", "Return=a,b,c|ab+" }, "");
