@@ -212,16 +212,15 @@ void DemodulatorWindowsTest::entries()
 void DemodulatorWindowsTest::halfTypedEntries()
 {
     const auto *const timer = m_window->findChild<FocusReturn *>();
-    auto *const clock = timer->findChild<QTimer *>();
     QLineEdit *const field = line(u"BitSyncLoopBWdmd"_s);
     enter(field, u"7"_s, Qt::Key_8);
     QVERIFY(timer->isRunning());
     QCOMPARE(sentOn("LBWB:0.02"), kNothing);
     QCOMPARE(field->text(), u"78"_s); // still the operator's
-    clock->setInterval(1);
+    timer->findChild<QTimer *>()->setInterval(1);
     QVERIFY(waitUntil([&] { return field->text() == "2.00"_L1; }));
     QVERIFY(isFocusReturned() && timer->isRunning());
-    clock->setInterval(FocusReturn::kDelayMs);
+    timer->findChild<QTimer *>()->setInterval(FocusReturn::kDelayMs);
     enter(field, u"9"_s, Qt::Key_9); // given up by the Return in another field
     QCOMPARE(sentBy([&] { enter(line(u"StepSizedmd"_s), u"5"_s); }), QByteArrayList{ "D1:SWRT:5" });
     QVERIFY(!timer->isRunning() && field->text() == "2.00"_L1);

@@ -218,13 +218,12 @@ private Q_SLOTS:
 
     void cards()
     {
-        m_bench->links().fit(
-            { LinkBench::kReceivers, "0198 MPU 1.2 SPECTRUM-" + QByteArray(40, 'X') + " S6 X", "7 M 1" });
+        m_bench->links().fit({ LinkBench::kReceivers, "0198 MPU 1.2 SPECTRUM-" + QByteArray(40, 'X') + " S6 X" });
         QVERIFY(m_bench->goLive());
         const QPointer<CardConfigWindow> first(open<CardConfigWindow>(u"SystemCardsConfiguration"_s));
         QVERIFY(first);
         const auto *const list = first->findChild<QListWidgetPresets *>(u"listWidgetCardInfo"_s);
-        QCOMPARE(list->count(), 4);
+        QCOMPARE(list->count(), 3);
         QCOMPARE(list->item(1)->text(), u"TUNER;A2;X;0104;MPU;2.30122;FPGA1;1.9"_s);
         QCOMPARE(list->geometry(), QRect(10, 10, 265, 310));
         const QRect room = list->visualItemRect(list->item(2)); // the long text's; it takes more than one line
@@ -284,7 +283,6 @@ private Q_SLOTS:
         m_bench->links().fit({ LinkBench::kReceivers, row[0].toLatin1() });
         QVERIFY(m_bench->goLive());
         QStringList before;
-        // Fills in names as in "Sys=Range,Rcv1=North", and presses a button twice.
         const auto press = [&](const QString &button, const QString &names) {
             before.clear();
             return m_bench->sentBy([&] {

@@ -299,7 +299,6 @@ void FlowPanelsTest::halfTypedRates()
         QCOMPARE(m_bench->mistakes(field + ".text=7M|lblRFFQch1.focus=true"), QByteArray());
         m_bench->report({ setting + "8000000" }); // no entry stands in its way any more
         QCOMPARE(m_bench->mistakes(field + ".text=8M"), QByteArray());
-
         const QByteArray other = place.startsWith('A') ? "B" : "A";
         PanelBench::type(widget(field), u"3"_s); // given up by the Return in the other field
         const auto enter = [&] { m_bench->operate("lineDataRate" + other + "dmd" + place.last(1), "4M"); };

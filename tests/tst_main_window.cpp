@@ -90,8 +90,7 @@ void MainWindowTest::pick(const QStringList &path)
     }
 }
 
-/// The operator asks for the about box, returns from it or closes the window; the limit of the wait boxes does not
-/// count or is over; else the chassis reports.
+/// What the operator does, or what becomes of a wait box's time limit; else the chassis reports.
 void MainWindowTest::act(const QByteArray &what)
 {
     if (what == "about")
@@ -198,8 +197,7 @@ void MainWindowTest::timers()
         lamps += &m_bench->find<QLabel>(u"lbl"_s + name);
     QByteArray lit; // by tick: receivers 1 and 2, combiner 3, demodulators 4 and 5
     for (int tick = 0; tick < 9; ++tick) {
-        for (QLabel *lamp : lamps)
-            lamp->setStyleSheet({});
+        std::ranges::for_each(lamps, [](QLabel *lamp) { lamp->setStyleSheet({}); });
         m_bench->window().UpdateAllDynamicParamsTmr_Tick();
         for (qsizetype i = 0; i < lamps.size(); ++i)
             lit += lamps[i]->styleSheet().isEmpty() ? QByteArray() : QByteArray::number(i + 1);
