@@ -4,7 +4,7 @@ void BistChan::processSpecial(int row, const Report &report)
 {
     if (row == at(Commands::SLAVE))
         return;
-    if (row == at(Commands::NAME) && !report.refused)
+    if (row == at(Commands::NAME) && !report.refused && report.data != getNAME())
         store(row, report.data);
     processUnknown(report);
 }

@@ -33,7 +33,10 @@ void UniversalChan::processTmoipList(const QString &list)
     if (!m_tmoipList.isEmpty())
         return;
     store(at(Commands::TLST), list);
-    m_tmoipList = list.split(u',', Qt::SkipEmptyParts);
-    for (const QString &item : std::as_const(m_tmoipList))
-        link()->generateTmoipCard(item.section(u' ', 0, 0));
+    for (const QString &item : list.split(u',')) {
+        if (const QString entry = item.trimmed(); !entry.isEmpty())
+            m_tmoipList.append(entry);
+    }
+    for (const QString &entry : std::as_const(m_tmoipList))
+        link()->generateTmoipCard(entry.section(u' ', 0, 0));
 }

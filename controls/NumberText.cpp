@@ -45,11 +45,11 @@ QString NumberText::trimmed(double value, int decimals)
 
 QString NumberText::scaled(const QString &wholeNumber)
 {
-    const int number = wholeNumber.toInt(); // 0, and so the text itself, for anything else
+    const qint64 number = wholeNumber.toLongLong(); // 0, and so the text itself, for anything else
     if (number >= kMillion)
-        return trimmed(number / double(kMillion), 6) + u'M';
+        return trimmed(double(number) / kMillion, 6) + u'M';
     if (number >= kThousand)
-        return trimmed(number / double(kThousand), 3) + u'K';
+        return trimmed(double(number) / kThousand, 3) + u'K';
     return wholeNumber;
 }
 

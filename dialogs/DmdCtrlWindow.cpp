@@ -8,7 +8,6 @@
 #include "ui_DmdCtrlWindow.h"
 
 #include <QHash>
-#include <QKeyEvent>
 #include <QMessageBox>
 
 #include <array>
@@ -52,14 +51,13 @@ bool isAutomaticModIndex(const QString &TMID) { return NumberText::parse(TMID) =
 } // namespace
 
 DmdCtrlWindow::DmdCtrlWindow(int variant, QWidget *parent, DmdChan *channel, bool *open)
-    : QDialog(parent)
+    : EntryDialog(parent)
     , ui(std::make_unique<Ui::DmdCtrlWindow>())
     , m_channel(channel)
     , m_open(open)
     , m_focusReturn(this, FocusReturn::Repeat::UntilStopped)
 {
     ui->setupUi(this);
-    setAttribute(Qt::WA_DeleteOnClose);
     WidgetUpdate::windowTitle(
         this, u"(DMD.%1) Advanced Demod Settings (%2)"_s.arg(channel->getChannel(), channel->getNAME()));
     *m_open = true;
@@ -163,13 +161,6 @@ void DmdCtrlWindow::resizeEvent(QResizeEvent *event)
 {
     QDialog::resizeEvent(event);
     showTitle();
-}
-
-void DmdCtrlWindow::keyPressEvent(QKeyEvent *event)
-{
-    // A dialog looks for a default button in the boxes it has open too: the Return that opened one would close it.
-    if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter)
-        QDialog::keyPressEvent(event);
 }
 
 /// Repeats the title, for a head without window manager draws none. A name may be longer than there is room for.

@@ -3,8 +3,8 @@
 #include "channels/DmdChan.h"
 #include "controls/ControlGuard.h"
 #include "controls/FocusReturn.h"
+#include "dialogs/EntryDialog.h"
 
-#include <QDialog>
 #include <QList>
 
 #include <memory>
@@ -23,7 +23,7 @@ class DmdCtrlWindow;
 ///
 /// Every control is a row of a table that names its setting; a few functions serve all rows. The window shows what the
 /// card confirms, and deletes itself when closed.
-class DmdCtrlWindow : public QDialog
+class DmdCtrlWindow : public EntryDialog
 {
     Q_OBJECT
 
@@ -48,7 +48,6 @@ public Q_SLOTS:
     void RemoveControlFocusTmr_Tick() { m_focusReturn.tick(); }
 
 protected:
-    void keyPressEvent(QKeyEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
 
 private:

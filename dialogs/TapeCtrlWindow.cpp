@@ -5,7 +5,6 @@
 #include "controls/WidgetUpdate.h"
 #include "ui_TapeCtrlWindow.h"
 
-#include <QKeyEvent>
 #include <QRegularExpression>
 
 #include <utility>
@@ -22,7 +21,7 @@ QString percentage(int gain) { return QString::number(gain * 100 / kFullScale) +
 
 bool isFrequency(const QString &typed)
 {
-    static const QRegularExpression kFrequency(u"^\\s*\\d+([.,]\\d*)?\\s*[kKmM]?\\s*$"_s,
+    static const QRegularExpression kFrequency(u"^\\s*(\\d+([.,]\\d*)?|[.,]\\d+)\\s*[kKmM]?\\s*$"_s,
                                                QRegularExpression::DontCaptureOption);
     return kFrequency.match(typed).hasMatch();
 }
@@ -30,14 +29,13 @@ bool isFrequency(const QString &typed)
 } // namespace
 
 TapeCtrlWindow::TapeCtrlWindow(QWidget *parent, TapeChan *channel, bool *open)
-    : QDialog(parent)
+    : EntryDialog(parent)
     , ui(std::make_unique<Ui::TapeCtrlWindow>())
     , m_channel(channel)
     , m_open(open)
     , m_focusReturn(this)
 {
     ui->setupUi(this);
-    setAttribute(Qt::WA_DeleteOnClose);
     *m_open = true;
     createGains();
     DisplayTapeFreq(m_channel->getTFREQ());
@@ -74,12 +72,6 @@ void TapeCtrlWindow::connectControls()
     connect(ui->btnClosetape1, &QPushButton::clicked, this, &QWidget::close);
     connect(&m_focusReturn, &FocusReturn::restoreDue, this, &TapeCtrlWindow::restoreFrequency);
     connect(m_channel, &Channel::SettingChanged, this, &TapeCtrlWindow::UpdateSetting, Qt::QueuedConnection);
-}
-
-void TapeCtrlWindow::keyPressEvent(QKeyEvent *event)
-{
-    if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter) // presses no button
-        QDialog::keyPressEvent(event);
 }
 
 // What the operator does
@@ -153,7 +145,7 @@ void TapeCtrlWindow::DisplayTapeFreq(const QString &value)
 void TapeCtrlWindow::DisplayTapeGain(const QString &which, const QString &value)
 {
     const ControlGuard::Scope showing(m_guard);
-    const auto position = NumberText::parseWhole(value);
+    const auto position = value == "Unknown"_L1 ? 0 : NumberText::parseWhole(value); // as the form begins
     if (!position || *position < 0 || *position > kFullScale)
         return;
     for (const Gain &gain : std::as_const(m_gains)) {

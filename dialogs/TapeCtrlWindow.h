@@ -3,8 +3,8 @@
 #include "channels/TapeChan.h"
 #include "controls/ControlGuard.h"
 #include "controls/FocusReturn.h"
+#include "dialogs/EntryDialog.h"
 
-#include <QDialog>
 #include <QList>
 
 #include <memory>
@@ -17,7 +17,7 @@ class TapeCtrlWindow;
 }
 
 /// Frequency and gains of the tape interface. Shows what the card confirms, and deletes itself when closed.
-class TapeCtrlWindow : public QDialog
+class TapeCtrlWindow : public EntryDialog
 {
     Q_OBJECT
 
@@ -43,9 +43,6 @@ public Q_SLOTS:
     /// Shows a setting in force, unless a newer one still waits for its answer; half-typed text stays.
     void UpdateSetting(const QString &Module, const QString &Cmd, const QString &Data, bool CmdFailed,
                        const QString &FailedData);
-
-protected:
-    void keyPressEvent(QKeyEvent *event) override;
 
 private:
     struct Gain

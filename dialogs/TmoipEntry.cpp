@@ -34,7 +34,7 @@ void TmoipEntry::refuse(const QWidget *widget, const QString &text)
 
 std::optional<QString> TmoipEntry::take(QLineEdit *line, const QString &held, const QString &complaint)
 {
-    if (!line->isModified())
+    if (!line->isModified() || !line->isActiveWindow()) // a box takes the keyboard in the middle of an entry
         return std::nullopt;
     line->setModified(false); // a box takes the focus, which ends the editing once more
     const QString typed = line->text();

@@ -106,7 +106,11 @@ void tmipPCM::on_cmbBUFF_currentIndexChanged(int index) { m_channel->setBUFF(QSt
 
 void tmipPCM::on_cmbINPZ_currentIndexChanged(int index) { m_channel->setINPZ(QString::number(index)); }
 
-void tmipPCM::on_spinPORT_valueChanged(int value) { m_channel->setPORT(QString::number(value)); }
+void tmipPCM::on_spinPORT_valueChanged(int value)
+{
+    if (isOperators(ui->spinPORT))
+        m_channel->setPORT(QString::number(value));
+}
 
 void tmipPCM::on_spinMTU_valueChanged(int value)
 {
@@ -122,12 +126,27 @@ void tmipPCM::on_spinRBUF_valueChanged(int value)
 
 void tmipPCM::send(const QSpinBox *spin, int lowest, int highest, Setter set, const QString &complaint)
 {
+    if (!isOperators(spin))
+        return;
     bool isWhole = false;
     const int value = spin->text().toInt(&isWhole);
     if (isWhole && value >= lowest && value <= highest)
         (m_channel->*set)(spin->text());
     else
         TmoipEntry::refuse(spin, complaint);
+}
+
+/// A window that loses the keyboard to a box takes half an entry for a whole one; it is given up instead.
+bool tmipPCM::isOperators(const QSpinBox *spin)
+{
+    if (isActiveWindow())
+        return true;
+    for (const Number &number : std::as_const(m_numbers)) {
+        lineOf(number.spin)->setModified(false);
+        if (number.spin == spin)
+            display(number, (m_channel->*number.get)());
+    }
+    return false;
 }
 
 void tmipPCM::on_txtRMIP_editingFinished()
@@ -175,7 +194,10 @@ void tmipPCM::UpdateSettings(const QString &Module, const QString &Cmd, const QS
 void tmipPCM::display(const Choice &choice, const QString &value)
 {
     const QSignalBlocker showing(choice.box);
-    WidgetUpdate::index(choice.box, value);
+    if (TmoipEntry::isKnown(value))
+        WidgetUpdate::index(choice.box, value);
+    else
+        choice.box->setCurrentIndex(-1);
 }
 
 void tmipPCM::display(const Number &number, const QString &value)
@@ -192,7 +214,6 @@ void tmipPCM::displayFlow(const QString &value)
 {
     bool isOn = false;
     WidgetUpdate::onOff(ui->btnFLOW, setFlow(value, isOn) ? u"1"_s : u"0"_s);
-    WidgetUpdate::description(ui->btnFLOW, ui->btnFLOW->text());
 }
 
 void tmipPCM::UpdateAllDynamicParamsTmr_Tick()

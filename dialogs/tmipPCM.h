@@ -71,6 +71,7 @@ private:
 
     void createTables();
     void showKnown();
+    [[nodiscard]] bool isOperators(const QSpinBox *spin);
     void send(const QSpinBox *spin, int lowest, int highest, Setter set, const QString &complaint);
     void endEditing(const Number &number);
     static void display(const Choice &choice, const QString &value);

@@ -1,13 +1,13 @@
 #include "dialogs/tmoipWindow.h"
 
 #include "channels/TmoipChan.h"
+#include "controls/NumberText.h"
 #include "controls/WheelGuard.h"
 #include "controls/WidgetUpdate.h"
 #include "dialogs/TmoipEntry.h"
 #include "dialogs/tmipPCM.h"
 #include "ui_tmoipWindow.h"
 
-#include <QKeyEvent>
 #include <QSignalBlocker>
 
 #include <algorithm>
@@ -24,12 +24,11 @@ constexpr int kRefreshMs = 333;
 } // namespace
 
 tmoipWindow::tmoipWindow(QWidget *parent, TmoipCard *card)
-    : QDialog(parent)
+    : EntryDialog(parent)
     , ui(std::make_unique<Ui::tmoipWindow>())
     , m_card(card)
 {
     ui->setupUi(this);
-    setAttribute(Qt::WA_DeleteOnClose);
     createTables();
     insertWidgets();
     for (const Field &field : std::as_const(m_fields))
@@ -91,13 +90,6 @@ void tmoipWindow::discardEntries()
         page->discardEntries();
 }
 
-void tmoipWindow::keyPressEvent(QKeyEvent *event)
-{
-    // A dialog looks for a default button in the boxes it has open too: the Return that opened one would close it.
-    if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter)
-        QDialog::keyPressEvent(event);
-}
-
 // What the operator does
 
 void tmoipWindow::on_btnCommit_clicked() { m_card->setCOMT(u"1"_s); }
@@ -151,7 +143,8 @@ void tmoipWindow::updateCard(const QString &Cmd, const QString &Data)
 void tmoipWindow::updateTSRC(const QString &value)
 {
     const QSignalBlocker showing(ui->cmbTSRC);
-    WidgetUpdate::index(ui->cmbTSRC, value);
+    const auto source = NumberText::parseWhole(value);
+    ui->cmbTSRC->setCurrentIndex(source.value_or(-1)); // none, for a source that the list does not hold
 }
 
 void tmoipWindow::updateStream(Stream &stream, const QString &Cmd, const QString &Data)

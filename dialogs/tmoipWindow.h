@@ -1,8 +1,8 @@
 #pragma once
 
 #include "channels/TmoipCard.h"
+#include "dialogs/EntryDialog.h"
 
-#include <QDialog>
 #include <QList>
 #include <QTimer>
 
@@ -20,7 +20,7 @@ class tmoipWindow;
 ///
 /// Network settings are sent as they are typed and count once they are committed. Status is refreshed every 333 ms. The
 /// window deletes itself when closed.
-class tmoipWindow : public QDialog
+class tmoipWindow : public EntryDialog
 {
     Q_OBJECT
 
@@ -41,9 +41,6 @@ public Q_SLOTS:
     /// Shows a setting in force of the card or of a stream, unless a newer one still waits for its answer.
     void UpdateSettings(const QString &Module, const QString &Cmd, const QString &Data);
     void UpdateAllDynamicParamsTmr_Tick();
-
-protected:
-    void keyPressEvent(QKeyEvent *event) override;
 
 private:
     using Getter = QString (TmoipCard::*)() const;

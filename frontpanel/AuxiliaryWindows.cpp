@@ -96,7 +96,7 @@ void AuxiliaryWindows::openTape(TapeChan *tape)
 void AuxiliaryWindows::openTmoip(TmoipCard *card)
 {
     m_tmoipWindows.removeAll(nullptr);
-    const auto offset = int(m_tmoipWindows.size() % kCascadeLength) * kCascadeStep;
+    const int offset = m_tmoipOpened++ % kCascadeLength * kCascadeStep;
     m_focusReturn.tick(); // as for the other windows
     auto *const window = new tmoipWindow(m_owner, card);
     m_tmoipWindows.append(window);

@@ -74,4 +74,5 @@ private:
     QWidget *m_owner;
     std::array<Place, NameCount> m_places;
     QList<QPointer<QWidget>> m_tmoipWindows;
+    int m_tmoipOpened = 0;
 };

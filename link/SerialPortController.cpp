@@ -23,6 +23,7 @@
 #include <QMessageBox>
 #include <QThread>
 
+#include <algorithm>
 #include <utility>
 
 #include <sys/ioctl.h>
@@ -384,6 +385,9 @@ void SerialPortController::generateTmoipCard(const QString &name)
     const QString number = name.startsWith(TmoipCard::ChanType) ? name.sliced(TmoipCard::ChanType.size()) : name;
     auto owned = std::make_unique<TmoipCard>(nullptr, number, this);
     TmoipCard *const card = owned.get();
+    const auto isKnown = [card](const Channel *channel) { return channel->address() == card->address(); };
+    if (number.isEmpty() || std::any_of(m_chanList.cbegin(), m_chanList.cend(), isKnown))
+        return;
     addChannel(std::move(owned));
     updateDispatcher();
     card->RequestSettings();

@@ -105,7 +105,7 @@ public:
     /// Takes over the channels of another link, which keeps owning them.
     void GenerateChannelList(SerialPortController *source);
     /// Creates a TMoIP card and asks for its settings and those of its streams; on the command link only.
-    /// @param name "TM" and the card's number, or the number alone
+    /// @param name "TM" and the card's number, or the number alone; one without number or known already makes no card
     void generateTmoipCard(const QString &name);
     /// Takes over a channel that the spectral link has found and keeps owning.
     void addSpecChan(Channel *channel) { takeOver(channel); }

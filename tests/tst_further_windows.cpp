@@ -173,13 +173,25 @@ private Q_SLOTS:
         auto *const source = find<QComboBox>(u"cmbTSRC"_s);
         QCOMPARE(sentBy([&] { pick(source, 0); }), QByteArrayList{ "TM1-0:TSRC:0" });
         QCOMPARE(sentBy([&] { m_bench.report({ "TM1-0:TSRC:1" }); }), kNothing);
-        QCOMPARE(source->currentText(), u"IRIG"_s);
+        QCOMPARE(source->currentText(), QString());
+        chassis().refuse("TM1-0:TSRC");
+        QCOMPARE(sentBy([&] { pick(source, 0); }), QByteArrayList{ "TM1-0:TSRC:0" });
+        QCOMPARE(source->currentText(), QString());
 
         // A second window; both go while their timers run and a set is unanswered.
         const QPointer<tmoipWindow> first = tmoip();
         auto *const gateway = find<QLineEdit>(u"txtGWAY"_s);
         QCOMPARE(sentBy([&] { m_bench.action(u"actionTMoIP"_s).trigger(); }), kAsked);
         QCOMPARE(WindowBench::visible<tmoipWindow>().size(), 2);
+        // Half an entry is kept while another window has the keyboard, and is none.
+        first->activateWindow();
+        QVERIFY(waitUntil([&] { return QApplication::activeWindow() == first; }));
+        enter(gateway, u"10.9.9.1"_s, Qt::Key_Shift);
+        QCOMPARE(sentBy([&] { m_bench.window().activateWindow(); }), kNothing);
+        first->activateWindow();
+        QVERIFY(waitUntil([&] { return QApplication::activeWindow() == first; }));
+        QCOMPARE(gateway->text(), u"10.9.9.1"_s);
+
         chassis().ignore("TM1-0:GWAY");
         const QByteArrayList sent = sentBy([&] {
             enter(gateway, u"10.9.9.9"_s);

@@ -1,3 +1,4 @@
+#include "channels/SpectralChan.h"
 #include "support/Wait.h"
 #include "support/WindowBench.h"
 
@@ -45,6 +46,7 @@ private Q_SLOTS:
     void panelsComeWithTheChannels_data();
     void panelsComeWithTheChannels();
     void namesAndLinks();
+    void spectralLink();
     void timers();
     void menus();
     void boxes_data();
@@ -185,6 +187,32 @@ void MainWindowTest::namesAndLinks()
     }
     QCOMPARE(opened.join(u','), u"3 ttyUSB0,4 ttyUSB1,0 ttyUSB4,1 ttyUSB5,5 ttyUSB2"_s);
     QCOMPARE(WindowBench::boxCount(), 0);
+}
+
+/// What the spectral link finds goes to the links that serve it, and a TMoIP card that comes late as well.
+void MainWindowTest::spectralLink()
+{
+    QVERIFY(m_bench->goLive());
+    const auto &links = m_bench->window().SerialPortControllers();
+    FarEnd &card = m_bench->links().spectral();
+    card.setAnswering(true);
+    for (int tick = 0; tick < 3; ++tick)
+        links[4]->EstablishCommTmr_Tick();
+    QVERIFY(card.waitForFrame("U0:TRON:ON"));
+    m_bench->report({ "U0:TLST:TM1" });
+    QVERIFY(chassis().waitForFrame("TM1-3:ENDN"));
+
+    QStringList served;
+    for (const SerialPortController *const link : links) {
+        QStringList addresses;
+        for (const Channel *const channel : link->channels())
+            addresses += channel->address();
+        served += addresses.join(u' ');
+    }
+    QCOMPARE(served, (QStringList{ u"U0 R1 R2 SP1 SP2 SP3 TM1-0"_s, u"U0 R1 R2"_s, u"U0 R1 R2 SP1 SP2 SP3 S1 TM1-0"_s,
+                                   u"U0 R1 R2 SP1 SP2 SP3 S1 TM1-0"_s, u"U0 SP1 SP2 SP3 S1"_s }));
+    card.sendFrame("SP2:RFFT:7f7e");
+    QVERIFY(waitUntil([&] { return qobject_cast<SpectralChan *>(links[4]->channels()[2])->getRFFT() == u"7f7e"; }));
 }
 
 void MainWindowTest::timers()

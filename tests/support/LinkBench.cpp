@@ -80,8 +80,10 @@ LinkBench::LinkBench(int startupSeconds)
 void LinkBench::fillChassis()
 {
     const auto fill = [this](const QByteArray &address, const QByteArray &texts) {
-        for (const auto &[request, value] : settingsOf(address, texts))
+        for (const auto &[request, value] : settingsOf(address, texts)) {
             m_command.setValue(request, value);
+            m_spectral.setValue(request, value);
+        }
     };
     fill("U0", kSystemSettings);
     for (const QByteArray address : { "R1", "R2" })
@@ -96,8 +98,11 @@ void LinkBench::fillChassis()
     for (const QByteArray address : { "SP1", "SP2", "SP3" })
         fill(address, kSpectralSettings);
     fill("S1", kSelfTestSettings);
-    m_command.setValue("U0:VER", "3.4");
-    m_command.setValue("U0:VERTSKB", "1.7");
+    for (FarEnd *far : { &m_command, &m_spectral }) {
+        far->setValue("U0:VER", "3.4");
+        far->setValue("U0:VERTSKB", "1.7");
+    }
+    m_spectral.setValue("U0:CLST", QByteArray(kSpectral) + ',' + kSelfTest);
     fit({ kReceivers });
 }
 
