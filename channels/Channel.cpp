@@ -74,7 +74,9 @@ int Channel::rowOf(const QString &mnemonic) const
 void Channel::submit(int row, const QString &value)
 {
     const Catalogue::Flags flags = m_catalogue[std::size_t(row)].flags;
-    if (!flags.testFlag(Catalogue::AlwaysSent) && normalized(row, value) == valueOf(row))
+    // While a set is unanswered, going back to the value held is a change like any other.
+    const bool isHeld = normalized(row, value) == valueOf(row) && !hasPendingSet(row);
+    if (isHeld && !flags.testFlag(Catalogue::AlwaysSent))
         return;
     const Request request = setOf(row, value);
     if (request.mnemonic.isEmpty())
@@ -96,8 +98,13 @@ const StandardCommand &Channel::sendSet(int row, const Request &request)
 
 bool Channel::isSetPending(const QString &mnemonic) const
 {
-    const auto isOfMnemonic = [this, &mnemonic](int row) { return mnemonic == m_catalogue[std::size_t(row)].name; };
-    return std::any_of(m_pendingSets.begin(), m_pendingSets.end(), isOfMnemonic);
+    const int row = rowOf(mnemonic);
+    return row >= 0 && hasPendingSet(row);
+}
+
+bool Channel::hasPendingSet(int row) const
+{
+    return std::find(m_pendingSets.begin(), m_pendingSets.end(), row) != m_pendingSets.end();
 }
 
 void Channel::SlavingHandler(const StandardCommand &command)

@@ -93,7 +93,8 @@ protected:
     [[nodiscard]] SerialPortController *remoteEyeAndStatusLink() const { return m_remoteEyeAndStatusLink; }
     [[nodiscard]] const QString &valueOf(int row) const { return m_values[row].current; }
 
-    /// Asks the card for a new value; the value already held sends nothing, unless the row says otherwise.
+    /// Asks the card for a new value; the value already held sends nothing, unless another one is still asked for or
+    /// the row says otherwise.
     void submit(int row, const QString &value);
     /// Puts @p value into the cache, the one before into the previous value.
     void store(int row, const QString &value);
@@ -133,6 +134,7 @@ private:
     };
 
     [[nodiscard]] int rowOf(const QString &mnemonic) const;
+    [[nodiscard]] bool hasPendingSet(int row) const;
     void processReport(int row, const Report &report);
 
     SerialPortController *m_link;

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <limits>
 
 using namespace Qt::StringLiterals;
 
@@ -16,7 +17,13 @@ constexpr double kFullMean = 0xffff;
 
 QString withPoint(const QString &text) { return QString(text).replace(u',', u'.'); }
 
-double number(const QString &text) { return withPoint(text).toDouble(); }
+/// Not a number for any other text: in range of nothing, so an emptied field overwrites no register.
+double number(const QString &text)
+{
+    bool isNumber = false;
+    const double value = withPoint(text).toDouble(&isNumber);
+    return isNumber ? value : std::numeric_limits<double>::quiet_NaN();
+}
 
 double fractionOfPercent(const QString &text) { return number(text) / kPercent; }
 

@@ -6,7 +6,7 @@
 
 /// One number that the operator types for a demodulator: how it is read, checked, written to the card and shown.
 ///
-/// In a text the decimal point may be a comma; a text that is no number counts as 0.
+/// In a text the decimal point may be a comma; a text that is no number is refused.
 struct DmdNumber
 {
     QLatin1StringView mnemonic;

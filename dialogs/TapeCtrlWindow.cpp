@@ -140,6 +140,8 @@ void TapeCtrlWindow::DisplayTapeFreq(const QString &value)
     const QString text = NumberText::scaled(value);
     if (ui->lineTapeFreqtape1->text() != text)
         ui->lineTapeFreqtape1->setText(text);
+    if (!ui->lineTapeFreqtape1->hasFocus())
+        ui->lineTapeFreqtape1->setCursorPosition(0); // a text too long shows its beginning
 }
 
 void TapeCtrlWindow::DisplayTapeGain(const QString &which, const QString &value)

@@ -1,6 +1,8 @@
 #include "dialogs/WaitBox.h"
 
+#include <QApplication>
 #include <QMessageBox>
+#include <QPointer>
 
 using namespace Qt::StringLiterals;
 
@@ -36,12 +38,15 @@ void WaitBox::open()
 
 void WaitBox::run()
 {
+    const QPointer<QWidget> active = QApplication::activeWindow();
     Q_EMIT opening();
     m_running = true;
     // The end of the program ends the loop without end(), and then it must not begin again.
     while (m_box->exec() == QDialog::Accepted && m_shown) {
     }
     m_running = false;
+    if (active && active->isVisible()) // no window manager hands the keyboard back
+        active->activateWindow();
     Q_EMIT closed();
 }
 

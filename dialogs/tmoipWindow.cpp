@@ -38,6 +38,7 @@ tmoipWindow::tmoipWindow(QWidget *parent, TmoipCard *card)
     WheelGuard::protect(this);
     ui->lblTitle->setFocus(); // no field is the operator's before it is touched
 
+    ui->btnClose->setFocusPolicy(Qt::TabFocus); // a click gives up half an entry, and does not commit it
     connect(ui->btnClose, &QPushButton::clicked, this, &QWidget::close);
     connect(m_card, &Channel::SettingChanged, this, &tmoipWindow::UpdateSettings);
     m_card->RequestSettings();

@@ -15,7 +15,7 @@
 
 namespace {
 
-constexpr int kCascadeStep = 24;
+constexpr int kCascadeStep = 16;
 constexpr int kCascadeLength = 4;
 
 } // namespace

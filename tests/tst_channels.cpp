@@ -190,6 +190,7 @@ private Q_SLOTS:
     void everySetter();
     void conversation_data();
     void conversation();
+    void changedBackWhileUnanswered();
     void initialTexts();
     void eyeBlocks();
     void eyeBlocksForASlowClient();
@@ -349,6 +350,15 @@ void ChannelsTest::conversation()
         const QByteArray mnemonic = last.section(u':', 1, 1).toLatin1();
         QCOMPARE(get(channel) + u" < "_s + channel->previousValue(QLatin1StringView(mnemonic)), held);
     }
+}
+
+void ChannelsTest::changedBackWhileUnanswered()
+{
+    ChannelBench chassis({ LinkBench::kReceivers });
+    const Setting frequency = channelSettings()[u"R:FREQ"_s];
+    for (const QString &value : { u"3"_s, u"2250.5"_s })
+        frequency.set(chassis.channel(u"R1"_s), value);
+    QCOMPARE(chassis.takeRecord().join(u"; "_s), u"R1:FREQ:3; R1 FREQ 3; R1:FREQ:2250.5; R1 FREQ 2250.5"_s);
 }
 
 /// Current and previous text of a channel that has not been answered yet.

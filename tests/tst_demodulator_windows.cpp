@@ -170,8 +170,8 @@ void DemodulatorWindowsTest::entries_data()
             "ModIndexdmd|Mod Index|Valid Range: 0.30 to 0.40|0.29 0.41 0|TMID:0.4 0.40 0.3 TMID:0.30 0.30|"
             "TMID:0 0.00 0,4 TMID:0.40 0.40; DQMFrameSizedmd|DQM FSize|Valid Range: 128 to 16384|127 16385|"
             "RDRG:844000 16384 128 CDRG:840080 128|RDRG:840080 128 16384 CDRG:844000 16384; "
-            "DQMFrameWorddmd|DQM FWord|Valid Range: 0 to 65535|-1 65536|RDRG:85EB90 60304 65535 CDRG:85ffff 65535|"
-            "RDRG:85ffff 65535 none CDRG:850000 0; DQMManualMeandmd|DQM Mean|Valid Range: 0 to 1.0|-0.01 1.01|"
+            "DQMFrameWorddmd|DQM FWord|Valid Range: 0 to 65535|-1 65536 none|RDRG:85EB90 60304 65535 CDRG:85ffff 65535|"
+            "RDRG:85ffff 65535 0 CDRG:850000 0; DQMManualMeandmd|DQM Mean|Valid Range: 0 to 1.0|-0.01 1.01|"
             "RDRG:86ffff 1.00 0.5 CDRG:867fff 0.50|RDRG:864000 0.25 1 CDRG:86ffff 1.00; "
             "DQMBEPOffsetdmd|DQM BEPO|Valid Range: -32768 to 32767|-32769 32768|RDRG:877fff 32767 -1 CDRG:87ffff -1|"
             "RDRG:878000 -32768 5 CDRG:870005 5|RDRG:87ffff -1 -32768 CDRG:878000 -32768"_s);
