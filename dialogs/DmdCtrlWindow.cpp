@@ -5,10 +5,10 @@
 #include "controls/WheelGuard.h"
 #include "controls/WidgetUpdate.h"
 #include "dialogs/DmdNumber.h"
+#include "dialogs/RefusalBox.h"
 #include "ui_DmdCtrlWindow.h"
 
 #include <QHash>
-#include <QMessageBox>
 
 #include <array>
 #include <utility>
@@ -210,11 +210,7 @@ bool DmdCtrlWindow::CheckValidDataRanges(const QString &name, double value)
             continue;
         if (number.accepts(value))
             return true;
-        auto *const box = new QMessageBox(QMessageBox::Warning, name, number.message, QMessageBox::Ok, this);
-        box->setAttribute(Qt::WA_DeleteOnClose);
-        connect(box, &QDialog::finished, this, &QWidget::activateWindow); // no window manager does
-        box->open(); // no event loop of its own: the window may go meanwhile
-        box->activateWindow();
+        RefusalBox::open(QMessageBox::Warning, name, number.message, this);
     }
     return false;
 }

@@ -2,8 +2,8 @@
 
 #include <QDialog>
 
-/// Base of the windows beside the main window that hold entries: Return in an entry works no button, and
-/// the window deletes itself when closed.
+/// Base of the windows beside the main window that hold entries: Return in an entry works no button, and the window
+/// deletes itself when closed.
 class EntryDialog : public QDialog
 {
     Q_OBJECT

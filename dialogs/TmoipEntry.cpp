@@ -1,7 +1,8 @@
 #include "dialogs/TmoipEntry.h"
 
+#include "dialogs/RefusalBox.h"
+
 #include <QLineEdit>
-#include <QMessageBox>
 
 #include <algorithm>
 
@@ -24,12 +25,7 @@ bool TmoipEntry::validateIP(const QString &text)
 
 void TmoipEntry::refuse(const QWidget *widget, const QString &text)
 {
-    QWidget *const window = widget->window();
-    auto *const box = new QMessageBox(QMessageBox::Information, u"Error"_s, text, QMessageBox::Ok, window);
-    box->setAttribute(Qt::WA_DeleteOnClose);
-    QObject::connect(box, &QDialog::finished, window, &QWidget::activateWindow); // no window manager does
-    box->open(); // no event loop of its own: the window may go meanwhile
-    box->activateWindow();
+    RefusalBox::open(QMessageBox::Information, u"Error"_s, text, widget->window());
 }
 
 std::optional<QString> TmoipEntry::take(QLineEdit *line, const QString &held, const QString &complaint)
