@@ -1,5 +1,7 @@
 #include "channels/BistChan.h"
 
+#include "link/RemoteCommand.h"
+
 void BistChan::processSpecial(int row, const Report &report)
 {
     if (row == at(Commands::SLAVE))
@@ -11,6 +13,35 @@ void BistChan::processSpecial(int row, const Report &report)
 
 void BistChan::processUnknown(const Report &report)
 {
-    if (!report.refused)
+    const bool isKnown = m_values.contains(report.mnemonic);
+    if (!report.refused && (isKnown || m_values.size() < kMaxValues))
         m_values.insert(report.mnemonic, report.data);
+    else if (report.refused && !isKnown)
+        return; // no value in force to tell
+    auto message = std::make_unique<RemoteCommand>(this, report.address, report.mnemonic,
+                                                   report.refused ? value(report.mnemonic) : report.data,
+                                                   RemoteCommand::kPushTimeOutMs, RemoteCommand::Forwarded, true);
+    if (report.mnemonic.startsWith(u'R', Qt::CaseInsensitive))
+        pushToStatus(std::move(message));
+    else
+        pushToRemote(std::move(message));
+}
+
+std::optional<QString> BistChan::answerToQuery(const QString &mnemonic)
+{
+    const auto held = m_values.constFind(mnemonic);
+    return held != m_values.cend() ? std::optional(*held) : std::nullopt;
+}
+
+bool BistChan::takesSet(const QString &mnemonic, const QString &data) const
+{
+    return !mnemonic.isEmpty() && !data.isEmpty(); // a set without data would be a query on the wire
+}
+
+void BistChan::carryOutSet(const QString &mnemonic, const QString &data)
+{
+    if (mnemonic == Commands::NAME)
+        setNAME(data);
+    else
+        sendSet(kNoRow, { address(), mnemonic, data });
 }

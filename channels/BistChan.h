@@ -72,7 +72,12 @@ public:
 protected:
     void processSpecial(int row, const Report &report) override;
     void processUnknown(const Report &report) override;
+    [[nodiscard]] std::optional<QString> answerToQuery(const QString &mnemonic) override;
+    [[nodiscard]] bool takesSet(const QString &mnemonic, const QString &data) const override;
+    void carryOutSet(const QString &mnemonic, const QString &data) override;
 
 private:
+    static constexpr qsizetype kMaxValues = 1000; ///< a client may name whatever it likes
+
     QHash<QString, QString> m_values;
 };

@@ -14,6 +14,7 @@ enum class Kind {
     Silent,  ///< stored when it differs, never reported: it is read when it is needed
     Status,  ///< every report is stored, none is signalled: the panels read it on their timer
     Event,   ///< reported by SettingChanged, not stored
+    Relayed, ///< neither stored nor reported: it is for the remote client alone
     Special, ///< handled by the class itself
 };
 
@@ -25,6 +26,13 @@ enum Flag {
     NoPrevious = 0x8,     ///< the value before the last change is not kept
     AlwaysSent = 0x10,    ///< its setter sends the value already held as well
     OnlyDifferent = 0x20, ///< of a status value: a report of the value held leaves the previous one alone
+    // Towards the remote client
+    Served = 0x40,     ///< the client may ask for it, and set it if it has a setter
+    ToRemote = 0x80,   ///< reports are mirrored on the remote link
+    ToStatus = 0x100,  ///< reports are mirrored on the remote eye-and-status link
+    InPercent = 0x200, ///< a fraction here, in percent there
+    PassedOn = 0x400,  ///< the client's sets go to the card as they are
+    Series = 0x800,    ///< each report counts for itself: a newer one does not replace it
 };
 Q_DECLARE_FLAGS(Flags, Flag)
 Q_DECLARE_OPERATORS_FOR_FLAGS(Flags)
@@ -37,6 +45,11 @@ struct Row
     QLatin1StringView initial = QLatin1StringView("Unknown");
     QLatin1StringView initialPrevious = initial;
 };
+
+/// What the client is served, and told on the remote link.
+inline constexpr Flags kShown = Served | ToRemote;
+/// What the client is served, and told on the eye-and-status link.
+inline constexpr Flags kReading = Served | ToStatus;
 
 using Table = std::span<const Row>;
 
@@ -70,8 +83,8 @@ consteval int settableAt(Table table, QLatin1StringView name)
     return row;
 }
 
-/// Whether names are unique, every row that goes to slaves or is always sent can be set, and the base's NAME and SLAVE
-/// are there.
+/// Whether names are unique, every row that goes to slaves or is always sent can be set, none is mirrored on both links
+/// to the client and SLAVE on neither, and the base's NAME and SLAVE are there.
 consteval bool isWellFormed(Table table)
 {
     for (std::size_t row = 0; row < table.size(); ++row) {
@@ -80,8 +93,13 @@ consteval bool isWellFormed(Table table)
         const Flags flags = table[row].flags;
         if ((flags.testFlag(ToSlaves) || flags.testFlag(AlwaysSent)) && !flags.testFlag(Settable))
             return false;
+        if (flags.testFlag(ToRemote) && flags.testFlag(ToStatus))
+            return false;
     }
-    return find(table, QLatin1StringView("NAME")) >= 0 && find(table, QLatin1StringView("SLAVE")) >= 0;
+    const int slave = find(table, QLatin1StringView("SLAVE"));
+    if (slave < 0 || (table[std::size_t(slave)].flags & (ToRemote | ToStatus)))
+        return false;
+    return find(table, QLatin1StringView("NAME")) >= 0;
 }
 
 } // namespace Catalogue

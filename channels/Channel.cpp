@@ -1,8 +1,17 @@
 #include "channels/Channel.h"
 
+#include "link/RemoteCommand.h"
 #include "link/SerialPortController.h"
 
+#include <QtNumeric>
+
 #include <algorithm>
+
+namespace {
+
+constexpr double kPercentPerUnit = 100;
+
+} // namespace
 
 Channel::Channel(QObject *parent, QLatin1StringView chanType, const QString &channel, SerialPortController *link,
                  Catalogue::Table catalogue)
@@ -52,9 +61,14 @@ void Channel::sendQuery(int row)
 {
     const Request request = queryOf(row);
     if (!request.mnemonic.isEmpty())
-        m_link->AddCmdToTxmtCmdQueue(new StandardCommand(this, request.address, request.mnemonic, request.data,
-                                                         StandardCommand::Queued, StandardCommand::Query,
-                                                         StandardCommand::kTimeOutMs));
+        sendQuery(request);
+}
+
+void Channel::sendQuery(const Request &request)
+{
+    m_link->AddCmdToTxmtCmdQueue(new StandardCommand(this, request.address, request.mnemonic, request.data,
+                                                     StandardCommand::Queued, StandardCommand::Query,
+                                                     StandardCommand::kTimeOutMs));
 }
 
 Channel::Request Channel::queryOf(int row) const { return { m_address, m_catalogue[std::size_t(row)].name, {} }; }
@@ -68,12 +82,17 @@ int Channel::rowOf(const QString &mnemonic) const
 {
     const auto row = std::find_if(m_catalogue.begin(), m_catalogue.end(),
                                   [&mnemonic](const Catalogue::Row &candidate) { return mnemonic == candidate.name; });
-    return row != m_catalogue.end() ? static_cast<int>(row - m_catalogue.begin()) : -1;
+    return row != m_catalogue.end() ? static_cast<int>(row - m_catalogue.begin()) : kNoRow;
+}
+
+Catalogue::Flags Channel::flagsOf(int row) const
+{
+    return row == kNoRow ? Catalogue::Flags() : m_catalogue[std::size_t(row)].flags;
 }
 
 void Channel::submit(int row, const QString &value)
 {
-    const Catalogue::Flags flags = m_catalogue[std::size_t(row)].flags;
+    const Catalogue::Flags flags = flagsOf(row);
     // While a set is unanswered, going back to the value held is a change like any other.
     const bool isHeld = normalized(row, value) == valueOf(row) && !hasPendingSet(row);
     if (isHeld && !flags.testFlag(Catalogue::AlwaysSent))
@@ -112,7 +131,7 @@ void Channel::SlavingHandler(const StandardCommand &command)
     if (!isSlaving())
         return;
     for (Channel *slave : std::as_const(m_slaveChannels)) // of the same class, so with the same rows
-        slave->sendSet(m_pendingSets.value(&command), { slave->address(), command.mnemonic(), command.data() });
+        slave->sendSet(m_pendingSets.value(&command, kNoRow), { slave->address(), command.mnemonic(), command.data() });
 }
 
 void Channel::ProcessCmd(const StandardCommand &command)
@@ -148,11 +167,11 @@ void Channel::CheckForSupportedCmd(const QString &address, const QString &mnemon
 
 void Channel::processReport(int row, const Report &report)
 {
-    const bool onlyDifferent = m_catalogue[std::size_t(row)].flags.testFlag(Catalogue::OnlyDifferent);
     switch (m_catalogue[std::size_t(row)].kind) {
     case Catalogue::Kind::Status:
-        if (!report.refused && (report.data != valueOf(row) || !onlyDifferent))
+        if (!report.refused && (report.data != valueOf(row) || !flagsOf(row).testFlag(Catalogue::OnlyDifferent)))
             store(row, report.data);
+        mirror(row, report.address, valueOf(row));
         break;
     case Catalogue::Kind::Setting:
     case Catalogue::Kind::Silent:
@@ -161,6 +180,10 @@ void Channel::processReport(int row, const Report &report)
     case Catalogue::Kind::Event:
         if (!report.refused)
             Q_EMIT SettingChanged(report.address, report.mnemonic, report.data);
+        mirror(row, report.address, report.data);
+        break;
+    case Catalogue::Kind::Relayed:
+        mirror(row, report.address, report.data);
         break;
     case Catalogue::Kind::Special:
         processSpecial(row, report);
@@ -170,19 +193,25 @@ void Channel::processReport(int row, const Report &report)
 
 void Channel::applySetting(int row, const Report &report)
 {
-    const QString value = normalized(row, report.data);
-    if (!report.refused && value != valueOf(row)) {
-        store(row, value);
-        settingStored(row);
-    }
+    takeSetting(row, report);
     if (m_catalogue[std::size_t(row)].kind != Catalogue::Kind::Silent)
         Q_EMIT SettingChanged(report.address, report.mnemonic, valueOf(row));
+    mirror(row, report.address, valueOf(row));
+}
+
+void Channel::takeSetting(int row, const Report &report)
+{
+    const QString value = normalized(row, report.data);
+    if (report.refused || value == valueOf(row))
+        return;
+    store(row, value);
+    settingStored(row);
 }
 
 void Channel::store(int row, const QString &value)
 {
     Value &held = m_values[row];
-    if (!m_catalogue[std::size_t(row)].flags.testFlag(Catalogue::NoPrevious))
+    if (!flagsOf(row).testFlag(Catalogue::NoPrevious))
         held.previous = held.current;
     held.current = value;
 }
@@ -202,3 +231,101 @@ void Channel::processSpecial(int row, const Report &report)
 void Channel::processUnknown(const Report &report) { Q_UNUSED(report) }
 
 void Channel::settingStored(int row) { Q_UNUSED(row) }
+
+// Remote client
+
+void Channel::mirror(int row, const QString &address, const QString &data)
+{
+    const Catalogue::Row &entry = m_catalogue[std::size_t(row)];
+    const bool isForRemote = entry.flags.testFlag(Catalogue::ToRemote);
+    if (!isForRemote && !entry.flags.testFlag(Catalogue::ToStatus))
+        return;
+    auto message = std::make_unique<RemoteCommand>(this, address, entry.name, forClient(row, data),
+                                                   RemoteCommand::kPushTimeOutMs, RemoteCommand::Forwarded, true);
+    message->setReplaceable(!entry.flags.testFlag(Catalogue::Series));
+    if (isForRemote)
+        pushToRemote(std::move(message));
+    else
+        pushToStatus(std::move(message));
+}
+
+void Channel::pushToRemote(std::unique_ptr<RemoteCommand> message) const
+{
+    if (m_remoteLink)
+        m_remoteLink->AddCmdToTxmtRemoteCmdQueue(message.release());
+}
+
+void Channel::pushToStatus(std::unique_ptr<RemoteCommand> message) const
+{
+    if (m_remoteEyeAndStatusLink)
+        m_remoteEyeAndStatusLink->AddCmdToTxmtRemoteEyeAndStatusCmdQueue(message.release());
+}
+
+void Channel::ProcessCmd(const RemoteCommand &message)
+{
+    if (message.status() != RemoteCommand::Received)
+        return;
+    const auto answer = [this, &message](const QString &data, bool isSupported) {
+        pushToRemote(
+            std::make_unique<RemoteCommand>(this, message.address(), message.mnemonic(), data, isSupported, true));
+    };
+    if (message.type() == RemoteCommand::Query) {
+        const std::optional<QString> value = answerToQuery(message.mnemonic());
+        answer(value.value_or(QString()), value.has_value());
+    } else if (message.type() == RemoteCommand::Value) {
+        const bool isTaken = takesSet(message.mnemonic(), message.data());
+        answer(message.data(), isTaken);
+        if (isTaken)
+            carryOutSet(message.mnemonic(), message.data());
+    }
+}
+
+std::optional<QString> Channel::answerToQuery(const QString &mnemonic)
+{
+    if (!isServed(mnemonic))
+        return std::nullopt;
+    const int row = rowOf(mnemonic);
+    return forClient(row, valueOf(row));
+}
+
+bool Channel::takesSet(const QString &mnemonic, const QString &data) const
+{
+    const int row = rowOf(mnemonic);
+    const Catalogue::Flags flags = flagsOf(row);
+    if (flags.testFlag(Catalogue::PassedOn))
+        return true;
+    // A set without data would be a query on the wire.
+    return flags.testFlag(Catalogue::Served) && flags.testFlag(Catalogue::Settable) && !data.isEmpty() &&
+           fromClient(row, data).has_value();
+}
+
+void Channel::carryOutSet(const QString &mnemonic, const QString &data)
+{
+    const int row = rowOf(mnemonic);
+    if (flagsOf(row).testFlag(Catalogue::PassedOn))
+        sendSet(row, { m_address, mnemonic, data });
+    else
+        submit(row, fromClient(row, data).value_or(data));
+}
+
+/// The text that the client gets for a value; what is no number stays as it is.
+QString Channel::forClient(int row, const QString &value) const
+{
+    if (!flagsOf(row).testFlag(Catalogue::InPercent))
+        return value;
+    bool isNumber = false;
+    const double fraction = value.toDouble(&isNumber);
+    return isNumber ? QString::number(fraction * kPercentPerUnit, 'g', 6) : value;
+}
+
+/// The value that the client's text stands for; none if it has to be a number and is not.
+std::optional<QString> Channel::fromClient(int row, const QString &text) const
+{
+    if (!flagsOf(row).testFlag(Catalogue::InPercent))
+        return text;
+    bool isNumber = false;
+    const double percent = text.toDouble(&isNumber);
+    if (!isNumber || !qIsFinite(percent))
+        return std::nullopt;
+    return QString::number(percent / kPercentPerUnit, 'g', 6);
+}

@@ -7,7 +7,12 @@
 #include <QList>
 #include <QObject>
 #include <QString>
+#include <QStringList>
 
+#include <memory>
+#include <optional>
+
+class RemoteCommand;
 class SerialPortController;
 
 /// Base of every channel model: one addressable function of a card.
@@ -16,6 +21,9 @@ class SerialPortController;
 /// operator changes into commands and reports every value in force through SettingChanged. A class is its catalogue;
 /// the one engine here reads it, and a class adds only what differs. The cache changes when the card confirms, never
 /// when a change is asked for. Links and other channels are never owned.
+///
+/// The remote client is served from the same catalogue: it is told what the cards report, gets the cached values, and
+/// its changes go the way of the operator's.
 class Channel : public QObject
 {
     Q_OBJECT
@@ -31,6 +39,10 @@ public:
     [[nodiscard]] const QString &getChannel() const { return m_channel; }
     /// Class letters and number, for example "R1".
     [[nodiscard]] const QString &address() const { return m_address; }
+    /// Carries the channel's commands.
+    [[nodiscard]] SerialPortController *link() const { return m_link; }
+    /// The addresses under which the remote client finds this channel and what it holds.
+    [[nodiscard]] virtual QStringList addresses() const { return { m_address }; }
 
     [[nodiscard]] const QString &getNAME() const { return valueOf(m_nameRow); }
     /// "1" (for some classes also "2") while set commands are copied to the slave channels.
@@ -51,6 +63,9 @@ public:
 
     /// Takes an answer to a request of this channel, or an unsolicited message for it.
     virtual void ProcessCmd(const StandardCommand &command);
+    /// Takes a message of the remote client: every query and set gets an answer, and a set that is taken goes on as a
+    /// change made at the panel would. Anything else is ignored.
+    virtual void ProcessCmd(const RemoteCommand &message);
     /// Queues one query for every setting, in catalogue order.
     virtual void RequestSettings();
     /// Copies a set command to the slaved channels while this channel is slaved.
@@ -88,7 +103,8 @@ protected:
         bool refused = false; ///< the set was rejected or not answered
     };
 
-    [[nodiscard]] SerialPortController *link() const { return m_link; }
+    /// Where the remote client asks, and is told of settings; null until it is opened.
+    [[nodiscard]] SerialPortController *remoteLink() const { return m_remoteLink; }
     /// Takes status values and eye blocks for the remote client; null until it is opened.
     [[nodiscard]] SerialPortController *remoteEyeAndStatusLink() const { return m_remoteEyeAndStatusLink; }
     [[nodiscard]] const QString &valueOf(int row) const { return m_values[row].current; }
@@ -99,8 +115,11 @@ protected:
     /// Puts @p value into the cache, the one before into the previous value.
     void store(int row, const QString &value);
     void sendQuery(int row);
+    void sendQuery(const Request &request);
     /// Sends a set of @p row; until it ends, isSetPending() tells of it.
+    /// @param row kNoRow for a mnemonic that the catalogue does not hold
     const StandardCommand &sendSet(int row, const Request &request);
+    static constexpr int kNoRow = -1;
     /// Stores a setting that differs, unless it was refused, and reports the value in force under the mnemonic of
     /// @p report.
     void applySetting(int row, const Report &report);
@@ -121,6 +140,25 @@ protected:
     virtual void processUnknown(const Report &report);
     /// A setting has just taken a new value.
     virtual void settingStored(int row);
+    /// Stores a setting that differs, unless it was refused; reports nothing.
+    void takeSetting(int row, const Report &report);
+
+    // Remote client
+
+    /// Tells the client of a report about @p row, on the link that the catalogue names.
+    void mirror(int row, const QString &address, const QString &data);
+    /// Hands a message of the card on to the client; takes it over. Nothing while the client's link is not open.
+    void pushToRemote(std::unique_ptr<RemoteCommand> message) const;
+    void pushToStatus(std::unique_ptr<RemoteCommand> message) const;
+    /// What the client gets for a query; nothing if the channel does not support it.
+    [[nodiscard]] virtual std::optional<QString> answerToQuery(const QString &mnemonic);
+    /// Whether a set of the client can be carried out.
+    [[nodiscard]] virtual bool takesSet(const QString &mnemonic, const QString &data) const;
+    /// Carries out a set for which takesSet() holds.
+    virtual void carryOutSet(const QString &mnemonic, const QString &data);
+    /// Whether the client may ask for it, and set it if it has a setter.
+    [[nodiscard]] bool isServed(const QString &mnemonic) const { return hasFlag(mnemonic, Catalogue::Served); }
+    [[nodiscard]] bool isSettable(const QString &mnemonic) const { return hasFlag(mnemonic, Catalogue::Settable); }
     /// Whether set commands are copied to the slave channels at present.
     [[nodiscard]] virtual bool isSlaving() const { return false; }
     /// The channel that the answers to this one's set commands are handed to; null leaves it to their address.
@@ -134,7 +172,14 @@ private:
     };
 
     [[nodiscard]] int rowOf(const QString &mnemonic) const;
+    [[nodiscard]] Catalogue::Flags flagsOf(int row) const;
+    [[nodiscard]] bool hasFlag(const QString &mnemonic, Catalogue::Flag flag) const
+    {
+        return flagsOf(rowOf(mnemonic)).testFlag(flag);
+    }
     [[nodiscard]] bool hasPendingSet(int row) const;
+    [[nodiscard]] QString forClient(int row, const QString &value) const;
+    [[nodiscard]] std::optional<QString> fromClient(int row, const QString &text) const;
     void processReport(int row, const Report &report);
 
     SerialPortController *m_link;

@@ -23,17 +23,20 @@ public:
             AIFB{ "AIFB" }, IFBW{ "IFBW" }, ABAL{ "ABAL" }, CAMF{ "CAMF" }, CAMP{ "CAMP" }, GCZV{ "GCZV" },
             CH1IN{ "CH1IN" }, CH1OUT{ "CH1OUT" }, CH2IN{ "CH2IN" }, CH2OUT{ "CH2OUT" }, TP2{ "TP2" }, TP4{ "TP4" };
     };
+    using RemoteCommands = Commands;
 
 private:
     static constexpr auto kCatalogue = [] {
         using enum Catalogue::Kind;
         using enum Catalogue::Flag;
-        constexpr auto kOwn = Queried | Settable;
+        using Catalogue::kReading;
+        using Catalogue::kShown;
+        constexpr auto kOwn = Queried | Settable | kShown;
         return std::to_array<Catalogue::Row>({
             { Commands::NAME, Setting, kOwn, QLatin1StringView("Chan Name") },
             { Commands::CVMD, Setting, kOwn },
             { Commands::CMOD, Setting, kOwn },
-            { Commands::IFLS, Setting, Queried },
+            { Commands::IFLS, Setting, Queried | kShown },
             { Commands::IFBW, Setting, kOwn },
             { Commands::CHZC, Setting, kOwn },
             { Commands::CHZ1, Setting, kOwn },
@@ -48,18 +51,18 @@ private:
             { Commands::CAMF, Setting, kOwn | AlwaysSent, QLatin1StringView("") },
             { Commands::CAMP, Setting, kOwn | AlwaysSent, QLatin1StringView("") },
             { Commands::SLAVE, Setting, NoFlags, QLatin1StringView("0") },
-            { Commands::GCZV, Setting, Settable, QLatin1StringView("0") },
+            { Commands::GCZV, Setting, Settable | kShown, QLatin1StringView("0") },
             { Commands::AIFB, Special, Settable }, // what the card says about it is ignored
-            { Commands::CLCK, Status, NoFlags },
-            { Commands::CLCS, Status, NoFlags },
-            { Commands::AGCA, Status, NoFlags },
-            { Commands::AGCB, Status, NoFlags },
-            { Commands::CH1IN, Status, NoFlags },
-            { Commands::CH1OUT, Status, NoFlags },
-            { Commands::CH2IN, Status, NoFlags },
-            { Commands::CH2OUT, Status, NoFlags },
-            { Commands::TP2, Status, NoFlags },
-            { Commands::TP4, Status, NoFlags },
+            { Commands::CLCK, Status, kReading },
+            { Commands::CLCS, Status, kReading },
+            { Commands::AGCA, Status, kReading },
+            { Commands::AGCB, Status, kReading },
+            { Commands::CH1IN, Status, kReading },
+            { Commands::CH1OUT, Status, kReading },
+            { Commands::CH2IN, Status, kReading },
+            { Commands::CH2OUT, Status, kReading },
+            { Commands::TP2, Status, kReading },
+            { Commands::TP4, Status, kReading },
         });
     }();
     static_assert(Catalogue::isWellFormed(kCatalogue));

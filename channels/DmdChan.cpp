@@ -2,6 +2,7 @@
 
 #include "channels/UniversalChan.h"
 #include "link/EyeConstData.h"
+#include "link/RemoteCommand.h"
 #include "link/SerialPortController.h"
 
 #include <algorithm>
@@ -104,7 +105,15 @@ void DmdChan::processSpecial(int row, const Report &report)
     else if (row == at(Commands::DQMON) || row == at(Commands::DQMFS) || row == at(Commands::DEQE))
         processDirect(report);
     else if (report.mnemonic == dataSourceMnemonic())
-        applySetting(at(Commands::DSRC), report);
+        processDataSource(report);
+}
+
+/// The panel knows the source by the mnemonic on the system address, the remote client as a setting of this channel.
+void DmdChan::processDataSource(const Report &report)
+{
+    takeSetting(at(Commands::DSRC), report);
+    Q_EMIT SettingChanged(report.address, report.mnemonic, getDSRC());
+    mirror(at(Commands::DSRC), address(), getDSRC());
 }
 
 /// An older card's own command for what the others hold in a register.
@@ -119,8 +128,18 @@ void DmdChan::processDirect(const Report &report)
 
 void DmdChan::processUnknown(const Report &report)
 {
-    if (!report.refused && !report.data.isEmpty())
-        m_unknownValues.insert(report.mnemonic, report.data);
+    if (report.refused) {
+        m_unknownValues.remove(report.mnemonic); // what the client asked for is not in force: the card is asked next
+    } else if (!report.data.isEmpty()) {
+        rememberUnknown(report.mnemonic, report.data);
+        sendCmdToRemote(report.address, report.mnemonic, report.data);
+    }
+}
+
+void DmdChan::rememberUnknown(const QString &mnemonic, const QString &data)
+{
+    if (m_unknownValues.contains(mnemonic) || m_unknownValues.size() < kMaxUnknownValues)
+        m_unknownValues.insert(mnemonic, data);
 }
 
 void DmdChan::settingStored(int row)
@@ -225,11 +244,14 @@ void DmdChan::processRegister(const Report &report)
             store(reg.row, setting);
     }
     // The end of a write is told under the setting's own name, changed or not: whoever asked for it waits for that.
-    if (changed || report.mnemonic == Commands::CDRG)
+    if (changed || report.mnemonic == Commands::CDRG) {
         Q_EMIT SettingChanged(report.address, own, valueOf(reg.row));
-    else
-        Q_EMIT SettingChanged(report.address, Commands::RDRG,
-                              reg.form == RegisterForm::Enable ? valueOf(reg.row) : report.data);
+        mirror(reg.row, report.address, valueOf(reg.row));
+    } else {
+        const QString data = reg.form == RegisterForm::Enable ? valueOf(reg.row) : report.data;
+        Q_EMIT SettingChanged(report.address, Commands::RDRG, data);
+        mirror(at(Commands::RDRG), report.address, data);
+    }
 }
 
 QString DmdChan::getDREG(const QString &number) const
@@ -252,8 +274,61 @@ void DmdChan::setDREG(const QString &text) { sendSet(at(Commands::RDRG), { addre
 void DmdChan::ProcessEyeConstData(const EyeConstData &data)
 {
     m_lastEyeBlock = data.bytes();
-    SerialPortController *const client = remoteEyeAndStatusLink();
-    if (client && !client->isBehind()) // a client that is slow misses blocks, not the order of what it gets
-        client->AddCmdToTxmtRemoteEyeAndStatusCmdQueue(new RemoteCommand(
-            this, address(), u"EYEP"_s, data.text(), RemoteCommand::kPushTimeOutMs, RemoteCommand::Forwarded, true));
+    auto block = std::make_unique<RemoteCommand>(this, address(), RemoteCommands::EYEP, data.text(),
+                                                 RemoteCommand::kPushTimeOutMs, RemoteCommand::Forwarded, true);
+    block->setReplaceable(false);
+    pushToStatus(std::move(block));
+}
+
+// Remote client
+
+std::optional<QString> DmdChan::answerToQuery(const QString &mnemonic)
+{
+    if (isServed(mnemonic))
+        return Channel::answerToQuery(mnemonic);
+    if (mnemonic == Commands::DREG)
+        return valueOf(at(Commands::RDRG));
+    if (mnemonic.isEmpty())
+        return std::nullopt;
+    if (!m_unknownValues.contains(mnemonic)) {
+        rememberUnknown(mnemonic, {});
+        sendCmdToLocal(mnemonic, {});
+    }
+    return m_unknownValues.value(mnemonic);
+}
+
+bool DmdChan::takesSet(const QString &mnemonic, const QString &data) const
+{
+    const bool isUnknown = !isServed(mnemonic) && !mnemonic.isEmpty();
+    const bool isReadOnly = isServed(mnemonic) && !isSettable(mnemonic);
+    return isUnknown || isReadOnly || Channel::takesSet(mnemonic, data);
+}
+
+void DmdChan::carryOutSet(const QString &mnemonic, const QString &data)
+{
+    if (isServed(mnemonic)) {
+        if (isSettable(mnemonic))
+            Channel::carryOutSet(mnemonic, data);
+    } else if (mnemonic == Commands::DREG) {
+        setDREG(data);
+    } else {
+        rememberUnknown(mnemonic, data);
+        sendCmdToLocal(mnemonic, data);
+    }
+}
+
+void DmdChan::sendCmdToLocal(const QString &mnemonic, const QString &data)
+{
+    const Request request{ address(), mnemonic, data };
+    if (data.isEmpty())
+        sendQuery(request);
+    else
+        SlavingHandler(sendSet(kNoRow, request)); // a query concerns this channel alone
+}
+
+void DmdChan::sendCmdToRemote(const QString &address, const QString &mnemonic, const QString &data)
+{
+    auto message = std::make_unique<RemoteCommand>(this, address, mnemonic, data, true);
+    message->setReplaceable(false);
+    pushToRemote(std::move(message));
 }

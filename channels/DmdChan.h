@@ -46,22 +46,28 @@ public:
         static constexpr QLatin1StringView CSFQ{ "CSFQ" }, CSDR{ "CSDR" }, CSLB{ "CSLB" }, CSLC{ "CSLC" },
             DQMON{ "DQMON" }, DQMFS{ "DQMFS" }, MSE0{ "MSE0" }, DSRC{ "DSRC" };
     };
+    struct RemoteCommands : Commands
+    {
+        static constexpr QLatin1StringView EYEP{ "EYEP" };
+    };
 
 private:
     static constexpr auto kCatalogue = [] {
         using enum Catalogue::Kind;
         using enum Catalogue::Flag;
-        constexpr auto kOwn = Queried | Settable;               // a change concerns this channel alone
-        constexpr auto kShared = Queried | Settable | ToSlaves; // a change goes to the slaved demodulators too
-        constexpr auto kAlways = Queried | Settable | AlwaysSent;
+        using Catalogue::kReading;
+        using Catalogue::kShown;
+        constexpr auto kOwn = Queried | Settable | kShown; // a change concerns this channel alone
+        constexpr auto kShared = kOwn | ToSlaves;          // a change goes to the slaved demodulators too
+        constexpr auto kAlways = kOwn | AlwaysSent;
         constexpr QLatin1StringView kUnknown("Unknown");
         constexpr QLatin1StringView kUknown("Uknown"); // what the later groups of settings begin with
         return std::to_array<Catalogue::Row>({
             { Commands::NAME, Setting, kOwn, QLatin1StringView("Chan Name") },
-            { Commands::DMLS, Setting, Queried },
-            { Commands::IFFL, Setting, Queried },
-            { Commands::VFFL, Setting, Queried },
-            { Commands::VFLS, Setting, Queried },
+            { Commands::DMLS, Setting, Queried | kShown },
+            { Commands::IFFL, Setting, Queried | kShown },
+            { Commands::VFFL, Setting, Queried | kShown },
+            { Commands::VFLS, Setting, Queried | kShown },
             { Commands::DMOD, Setting, kShared },
             { Commands::DSRC, Setting, kOwn },
             { Commands::VCFG, Setting, kShared },
@@ -99,14 +105,14 @@ private:
             { Commands::VFIR, Setting, kShared },
             { Commands::VFIR2, Setting, kShared },
             { Commands::DAFC, Setting, kShared },
-            { Commands::LBWB, Setting, kShared },
-            { Commands::LBWC, Setting, kShared },
+            { Commands::LBWB, Setting, kShared | InPercent },
+            { Commands::LBWC, Setting, kShared | InPercent },
             { Commands::SWRG, Setting, kShared },
             { Commands::SWRT, Setting, kShared },
             { Commands::TRKD, Setting, kShared },
             { Commands::VDE1, Setting, kShared },
             { Commands::VDE2, Setting, kShared },
-            { Commands::DDCF, Setting, Queried },
+            { Commands::DDCF, Setting, Queried | kShown },
             { Commands::DSDM, Setting, kOwn },
             { Commands::DDQM, Setting, kShared },
             { Commands::DFSZ, Setting, kShared },
@@ -114,24 +120,24 @@ private:
             { Commands::MEAN, Setting, kShared },
             { Commands::BEPO, Setting, kShared },
             { Commands::ADEQ, Setting, kShared },
-            { Commands::FGA1, Setting, Queried },
-            { Commands::FGA2, Setting, Queried },
-            { Commands::MPUV, Setting, Queried },
+            { Commands::FGA1, Setting, Queried | kShown },
+            { Commands::FGA2, Setting, Queried | kShown },
+            { Commands::MPUV, Setting, Queried | kShown },
             { Commands::VAFL, Setting, kShared },
             { Commands::VAF2, Setting, kShared },
             { Commands::BTEN, Setting, kOwn },
             { Commands::BTTL, Setting, kOwn },
             { Commands::REST, Setting, kAlways },
             { Commands::BTMO, Setting, kOwn },
-            { Commands::BTER, Status, Queried, kUnknown, kUknown },
-            { Commands::BERG, Status, Queried, kUnknown, kUknown },
-            { Commands::BTCB, Status, Queried, kUnknown, kUknown },
-            { Commands::BTCE, Status, Queried, kUnknown, kUknown },
-            { Commands::BERC, Status, Queried, kUnknown, kUknown },
-            { Commands::BTLK, Status, Queried, kUnknown, kUknown },
-            { Commands::BTLS, Status, Queried, kUnknown, kUknown },
-            { Commands::BETI, Status, Queried, kUnknown, kUknown },
-            { Commands::BAVL, Status, Queried, kUnknown, kUknown },
+            { Commands::BTER, Status, Queried | kReading, kUnknown, kUknown },
+            { Commands::BERG, Status, Queried | kReading, kUnknown, kUknown },
+            { Commands::BTCB, Status, Queried | kReading, kUnknown, kUknown },
+            { Commands::BTCE, Status, Queried | kReading, kUnknown, kUknown },
+            { Commands::BERC, Status, Queried | kReading, kUnknown, kUknown },
+            { Commands::BTLK, Status, Queried | kReading, kUnknown, kUknown },
+            { Commands::BTLS, Status, Queried | kReading, kUnknown, kUknown },
+            { Commands::BETI, Status, Queried | kReading, kUnknown, kUknown },
+            { Commands::BAVL, Status, Queried | kReading, kUnknown, kUknown },
             { Commands::LDPCR, Setting, kShared, kUknown },
             { Commands::LDPCB, Setting, kShared, kUknown },
             { Commands::LDPCD, Setting, kShared, kUknown },
@@ -141,7 +147,7 @@ private:
             { Commands::FSPT, Setting, kOwn, kUknown },
             { Commands::FSLN, Setting, kOwn, kUknown },
             { Commands::THRS, Setting, kOwn, kUknown },
-            { Commands::FSLK, Status, Queried, kUknown },
+            { Commands::FSLK, Status, Queried | kReading, kUknown },
             { Commands::SCBE, Setting, kOwn, kUknown },
             { Commands::SRT0, Setting, kOwn, kUknown },
             { Commands::B0LB, Setting, kOwn, kUknown },
@@ -153,32 +159,32 @@ private:
             { Commands::MF0E, Setting, kOwn },
             { Commands::SEI0, Setting, kOwn },
             { Commands::HI0Z, Setting, kOwn },
-            { Commands::BS0L, Status, kOwn },
+            { Commands::BS0L, Status, Queried | Settable | kReading },
             { Commands::AFIR, Setting, kAlways },
             { Commands::AVF1, Setting, kAlways },
             { Commands::AVF2, Setting, kAlways },
             { Commands::AVF3, Setting, kAlways },
             { Commands::CSFQ, Setting, kAlways },
             { Commands::CSDR, Setting, kAlways },
-            { Commands::CSLB, Setting, kAlways },
-            { Commands::CSLC, Setting, kAlways },
+            { Commands::CSLB, Setting, kAlways | InPercent },
+            { Commands::CSLC, Setting, kAlways | InPercent },
             { Commands::DQMON, Special, Queried },
             { Commands::DQMFS, Special, Queried },
             { Commands::DEQE, Special, Queried },
             { Commands::SLAVE, Setting, NoFlags, QLatin1StringView("0") },
-            { Commands::VITE, Setting, Settable, kUknown },
-            { Commands::BMUX, Setting, Settable, kUknown },
-            { Commands::CDS1, Setting, Settable, kUknown },
-            { Commands::DLCK, Status, NoFlags },
-            { Commands::BLCK, Status, NoFlags },
-            { Commands::FOFF, Status, NoFlags },
-            { Commands::PDEV, Status, NoFlags },
-            { Commands::VLV1, Status, NoFlags },
-            { Commands::MSE0, Status, NoPrevious },
+            { Commands::VITE, Setting, Settable | kShown, kUknown },
+            { Commands::BMUX, Setting, Settable | kShown, kUknown },
+            { Commands::CDS1, Setting, Settable | kShown, kUknown },
+            { Commands::DLCK, Status, kReading },
+            { Commands::BLCK, Status, kReading },
+            { Commands::FOFF, Status, kReading },
+            { Commands::PDEV, Status, kReading },
+            { Commands::VLV1, Status, kReading },
+            { Commands::MSE0, Status, NoPrevious | kReading },
             { Commands::SDM1, Special, NoFlags },
             { Commands::SDM2, Special, NoFlags },
             { Commands::SDM3, Special, NoFlags },
-            { Commands::RDRG, Special, NoFlags },
+            { Commands::RDRG, Special, ToRemote | Series },
             { Commands::CDRG, Special, NoFlags },
         });
     }();
@@ -444,8 +450,15 @@ protected:
     void processUnknown(const Report &report) override;
     void settingStored(int row) override;
     [[nodiscard]] bool isSlaving() const override;
+    /// A query of a mnemonic that the catalogue does not hold goes to the card as well, until the card has told it.
+    [[nodiscard]] std::optional<QString> answerToQuery(const QString &mnemonic) override;
+    /// As every channel's, and what has no setter is acknowledged and left as it is.
+    [[nodiscard]] bool takesSet(const QString &mnemonic, const QString &data) const override;
+    void carryOutSet(const QString &mnemonic, const QString &data) override;
 
 private:
+    static constexpr qsizetype kMaxUnknownValues = 1000; ///< a client may name whatever it likes
+
     /// How a register holds its setting.
     enum class RegisterForm {
         DqmBits, ///< "1" while both enabling bits are set
@@ -482,6 +495,13 @@ private:
     [[nodiscard]] bool isRead(qsizetype index) const;
     void processRegister(const Report &report);
     void processDirect(const Report &report);
+    void processDataSource(const Report &report);
+
+    /// Sends a command of the remote client to the card: a query if it has no data.
+    void sendCmdToLocal(const QString &mnemonic, const QString &data);
+    /// Hands a value that the catalogue does not hold on to the remote client.
+    void sendCmdToRemote(const QString &address, const QString &mnemonic, const QString &data);
+    void rememberUnknown(const QString &mnemonic, const QString &data);
 
     [[nodiscard]] QString dataSourceMnemonic() const;
     void SetUpDemodModesList(const QString &modes);

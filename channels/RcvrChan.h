@@ -24,15 +24,19 @@ public:
             IMPB{ "IMPB" }, CAMP{ "CAMP" }, CAMF{ "CAMF" }, AMIP{ "AMIP" }, PLYB{ "PLYB" }, ACFE{ "ACFE" },
             ANCF{ "ANCF" }, CINP{ "CINP" }, CIF1{ "CIF1" }, CATN{ "CATN" }, MANG{ "MANG" }, SYNL{ "SYNL" },
             SSLV{ "SSLV" }, MAFL{ "MAFL" }, RLST{ "RLST" }, AGCA{ "AGCA" }, AGCB{ "AGCB" }, CARL{ "CARL" },
-            MVAL{ "MVAL" }, LSCI{ "LSCI" }, LSCL{ "LSCL" };
+            MVAL{ "MVAL" }, LSCI{ "LSCI" }, LSCL{ "LSCL" }, AFCC{ "AFCC" }, CVAL{ "CVAL" }, CRSI{ "CRSI" },
+            IFGC{ "IFGC" }, IFGCM{ "IFGCM" }, RRSSI{ "RRSSI" };
     };
+    using RemoteCommands = Commands;
 
 private:
     static constexpr auto kCatalogue = [] {
         using enum Catalogue::Kind;
         using enum Catalogue::Flag;
-        constexpr auto kOwn = Queried | Settable;               // a change concerns this channel alone
-        constexpr auto kShared = Queried | Settable | ToSlaves; // a change goes to the slaved receivers too
+        using Catalogue::kReading;
+        using Catalogue::kShown;
+        constexpr auto kOwn = Queried | Settable | kShown; // a change concerns this channel alone
+        constexpr auto kShared = kOwn | ToSlaves;          // a change goes to the slaved receivers too
         return std::to_array<Catalogue::Row>({
             { Commands::NAME, Setting, kOwn, QLatin1StringView("Chan Name") },
             { Commands::ACFE, Setting, kOwn },
@@ -40,10 +44,10 @@ private:
             { Commands::CAMP, Setting, kShared },
             { Commands::CAMF, Setting, kShared },
             { Commands::AMIP, Setting, kShared },
-            { Commands::FLST, Setting, Queried },
+            { Commands::FLST, Setting, Queried | kShown },
             { Commands::CIFS, Setting, kShared },
             { Commands::FREQ, Setting, kShared },
-            { Commands::IFLS, Setting, Queried },
+            { Commands::IFLS, Setting, Queried | kShown },
             { Commands::IFBW, Setting, kShared },
             { Commands::AGCF, Setting, kShared },
             { Commands::AGCZ, Setting, kShared },
@@ -63,15 +67,22 @@ private:
             { Commands::CATN, Setting, kOwn },
             { Commands::MANG, Setting, kOwn },
             { Commands::SLAVE, Setting, NoFlags, QLatin1StringView("0") },
-            { Commands::SYNL, Status, NoFlags },
-            { Commands::SSLV, Status, NoFlags },
-            { Commands::MAFL, Status, NoFlags },
-            { Commands::RLST, Status, NoFlags },
-            { Commands::AGCA, Status, NoFlags },
-            { Commands::AGCB, Status, NoFlags },
-            { Commands::MVAL, Event, NoFlags },
-            { Commands::LSCI, Event, NoFlags },
-            { Commands::LSCL, Event, NoFlags },
+            { Commands::SYNL, Status, kReading },
+            { Commands::SSLV, Status, kReading },
+            { Commands::MAFL, Status, kReading },
+            { Commands::RLST, Status, kReading },
+            { Commands::AGCA, Status, kReading },
+            { Commands::AGCB, Status, kReading },
+            { Commands::MVAL, Event, PassedOn | ToRemote | Series },
+            { Commands::LSCI, Event, PassedOn | ToRemote | Series },
+            { Commands::LSCL, Event, PassedOn | ToRemote | Series },
+            { Commands::RRSSI, Relayed, ToStatus },
+            // What the card says about these is ignored
+            { Commands::AFCC, Special, PassedOn },
+            { Commands::CVAL, Special, PassedOn },
+            { Commands::CRSI, Special, PassedOn },
+            { Commands::IFGC, Special, PassedOn },
+            { Commands::IFGCM, Special, PassedOn },
         });
     }();
     static_assert(Catalogue::isWellFormed(kCatalogue));

@@ -16,15 +16,16 @@ public:
     {
         static constexpr QLatin1StringView SPAN{ "SPAN" }, DATA{ "DATA" }, RFFT{ "RFFT" };
     };
+    using RemoteCommands = Commands;
 
 private:
     static constexpr auto kCatalogue = [] {
         using enum Catalogue::Kind;
         using enum Catalogue::Flag;
         return std::to_array<Catalogue::Row>({
-            { Commands::SPAN, Status, Queried | Settable | AlwaysSent },
-            { Commands::DATA, Status, Settable | AlwaysSent | NoPrevious },
-            { Commands::RFFT, Status, NoFlags },
+            { Commands::SPAN, Status, Queried | Settable | AlwaysSent | Catalogue::kShown },
+            { Commands::DATA, Status, Settable | AlwaysSent | NoPrevious | Catalogue::kShown },
+            { Commands::RFFT, Status, ToStatus },
             { Commands::NAME, Special, NoFlags, QLatin1StringView("Chan Name") },
             { Commands::SLAVE, Special, NoFlags, QLatin1StringView("0") },
         });

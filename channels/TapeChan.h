@@ -17,12 +17,13 @@ public:
         static constexpr QLatin1StringView TFREQ{ "TFREQ" }, TGAINCH1{ "TGAINCH1" }, TGAINCH2{ "TGAINCH2" },
             TGAINCMB{ "TGAINCMB" };
     };
+    using RemoteCommands = Commands;
 
 private:
     static constexpr auto kCatalogue = [] {
         using enum Catalogue::Kind;
         using enum Catalogue::Flag;
-        constexpr auto kOwn = Queried | Settable;
+        constexpr auto kOwn = Queried | Settable | Catalogue::kShown;
         return std::to_array<Catalogue::Row>({
             { Commands::NAME, Setting, kOwn, QLatin1StringView("Chan Name") },
             { Commands::TFREQ, Setting, kOwn },

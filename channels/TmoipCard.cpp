@@ -16,6 +16,14 @@ Channel *TmoipCard::target(const QString &subAddress)
     return subAddress == "0"_L1 ? this : static_cast<Channel *>(m_streams.value(subAddress));
 }
 
+QStringList TmoipCard::addresses() const
+{
+    QStringList all = Channel::addresses();
+    for (const TmoipChan *stream : m_streams)
+        all += stream->address();
+    return all;
+}
+
 void TmoipCard::setSPCRemote(SerialPortController *remoteLink)
 {
     Channel::setSPCRemote(remoteLink);

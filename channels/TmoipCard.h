@@ -22,27 +22,30 @@ public:
             IRIG{ "IRIG" }, TSRC{ "TSRC" }, NTPS{ "NTPS" }, COMT{ "COMT" }, TIME{ "TIME" }, PHYS{ "PHYS" },
             IEBS{ "IEBS" }, IEBR{ "IEBR" }, IREV{ "IREV" }, CHAN{ "CHAN" };
     };
+    using RemoteCommands = Commands;
 
 private:
     static constexpr auto kCatalogue = [] {
         using enum Catalogue::Kind;
         using enum Catalogue::Flag;
-        constexpr auto kOwn = Queried | Settable;
+        using Catalogue::kReading;
+        using Catalogue::kShown;
+        constexpr auto kOwn = Queried | Settable | kShown;
         return std::to_array<Catalogue::Row>({
             { Commands::ADDR, Setting, kOwn },
             { Commands::MASK, Setting, kOwn },
             { Commands::GWAY, Setting, kOwn },
             { Commands::PORT, Setting, kOwn },
-            { Commands::IRIG, Status, Queried },
-            { Commands::TSRC, Setting, Settable },
-            { Commands::NTPS, Setting, Settable },
-            { Commands::COMT, Special, Settable | AlwaysSent },
-            { Commands::TIME, Status, NoFlags },
-            { Commands::PHYS, Status, NoFlags },
-            { Commands::IEBS, Status, NoFlags },
-            { Commands::IEBR, Status, NoFlags },
-            { Commands::IREV, Special, NoFlags },
-            { Commands::CHAN, Special, NoFlags },
+            { Commands::IRIG, Status, Queried | kReading },
+            { Commands::TSRC, Setting, Settable | kShown },
+            { Commands::NTPS, Setting, Settable | kShown },
+            { Commands::COMT, Special, Settable | AlwaysSent | Served },
+            { Commands::TIME, Status, kReading },
+            { Commands::PHYS, Status, kReading },
+            { Commands::IEBS, Status, kReading },
+            { Commands::IEBR, Status, kReading },
+            { Commands::IREV, Special, Served },
+            { Commands::CHAN, Special, Served },
             { Commands::NAME, Special, Settable, QLatin1StringView("Chan Name") },
             { Commands::SLAVE, Special, NoFlags, QLatin1StringView("0") },
         });
@@ -84,6 +87,8 @@ public:
     [[nodiscard]] QMap<QString, TmoipChan *> tmoipChanSlots() const { return m_streams; }
     /// What the part of an address behind "-" means: "0" the card, "1" to "3" its streams; null for anything else.
     [[nodiscard]] Channel *target(const QString &subAddress);
+    /// The card's own and those of its streams.
+    [[nodiscard]] QStringList addresses() const override;
 
     void setSPCRemote(SerialPortController *remoteLink) override;
     void setSPCRemoteEyeAndStatus(SerialPortController *remoteLink) override;

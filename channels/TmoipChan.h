@@ -17,12 +17,14 @@ public:
             SPRT{ "SPRT" }, ENDN{ "ENDN" }, STAT{ "STAT" }, RATE{ "RATE" }, RRAT{ "RRAT" }, TXRT{ "TXRT" },
             TXBT{ "TXBT" }, RXBT{ "RXBT" }, RETX{ "RETX" }, DROP{ "DROP" }, OOPS{ "OOPS" };
     };
+    using RemoteCommands = Commands;
 
 private:
     static constexpr auto kCatalogue = [] {
         using enum Catalogue::Kind;
         using enum Catalogue::Flag;
-        constexpr auto kOwn = Queried | Settable;
+        using Catalogue::kReading;
+        constexpr auto kOwn = Queried | Settable | Catalogue::kShown;
         return std::to_array<Catalogue::Row>({
             { Commands::NAME, Setting, kOwn, QLatin1StringView("Chan Name") },
             { Commands::FLOW, Setting, kOwn },
@@ -38,15 +40,15 @@ private:
             { Commands::SPRT, Setting, kOwn | AlwaysSent },
             { Commands::ENDN, Setting, kOwn | AlwaysSent },
             { Commands::SLAVE, Setting, NoFlags, QLatin1StringView("0") },
-            { Commands::STAT, Status, NoFlags },
-            { Commands::RATE, Status, NoFlags },
-            { Commands::RRAT, Status, NoFlags },
-            { Commands::TXRT, Status, NoFlags },
-            { Commands::TXBT, Status, NoFlags },
-            { Commands::RXBT, Status, OnlyDifferent },
-            { Commands::RETX, Status, OnlyDifferent },
-            { Commands::DROP, Status, OnlyDifferent },
-            { Commands::OOPS, Status, OnlyDifferent },
+            { Commands::STAT, Status, kReading },
+            { Commands::RATE, Status, kReading },
+            { Commands::RRAT, Status, kReading },
+            { Commands::TXRT, Status, kReading },
+            { Commands::TXBT, Status, kReading },
+            { Commands::RXBT, Status, OnlyDifferent | kReading },
+            { Commands::RETX, Status, OnlyDifferent | kReading },
+            { Commands::DROP, Status, OnlyDifferent | kReading },
+            { Commands::OOPS, Status, OnlyDifferent | kReading },
         });
     }();
     static_assert(Catalogue::isWellFormed(kCatalogue));

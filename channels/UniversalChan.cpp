@@ -1,12 +1,23 @@
 #include "channels/UniversalChan.h"
 
+#include "link/RemoteCommand.h"
 #include "link/SerialPortController.h"
 
+#include <QCoreApplication>
+
 #include <utility>
+
+namespace {
+
+constexpr int kFirstRemoteStatusMs = 5000;
+constexpr int kRemoteStatusMs = 2000;
+
+} // namespace
 
 UniversalChan::UniversalChan(QObject *parent, const QString &number, SerialPortController *link)
     : Channel(parent, ChanType, number, link, kCatalogue)
 {
+    connect(&m_remoteStatusTmr, &QTimer::timeout, this, &UniversalChan::RemoteStatusTimeOut);
 }
 
 void UniversalChan::processSpecial(int row, const Report &report)
@@ -17,6 +28,7 @@ void UniversalChan::processSpecial(int row, const Report &report)
         processCardList(report.data);
     else if (row == at(Commands::TLST))
         processTmoipList(report.data);
+    mirror(row, report.address, report.data);
 }
 
 void UniversalChan::processCardList(const QString &cardList)
@@ -39,4 +51,80 @@ void UniversalChan::processTmoipList(const QString &list)
     }
     for (const QString &entry : std::as_const(m_tmoipList))
         link()->generateTmoipCard(entry.section(u' ', 0, 0));
+}
+
+// Remote client
+
+void UniversalChan::setSPCRemote(SerialPortController *link)
+{
+    Channel::setSPCRemote(link);
+    m_remoteStatusTmr.start(kFirstRemoteStatusMs);
+}
+
+void UniversalChan::SendToRemoteConnection(const QString &address, const QString &mnemonic)
+{
+    pushToRemote(std::make_unique<RemoteCommand>(this, address, mnemonic, true));
+}
+
+void UniversalChan::RemoteStatusTimeOut()
+{
+    if (!remoteLink())
+        return;
+    if (std::exchange(m_isRemoteAsked, true))
+        setRemotePresent(false);
+    else
+        SendToRemoteConnection(Address, Commands::REMOTE);
+    m_remoteStatusTmr.start(kRemoteStatusMs);
+}
+
+void UniversalChan::setREMOTE(const QString &value)
+{
+    link()->AddCmdToTxmtCmdQueue(new StandardCommand(nullptr, address(), Commands::REMOTE, value,
+                                                     StandardCommand::Queued, StandardCommand::Set,
+                                                     StandardCommand::kTimeOutMs));
+}
+
+void UniversalChan::setRemotePresent(bool isPresent)
+{
+    const QString status = isPresent ? QStringLiteral("1") : QStringLiteral("0");
+    if (std::exchange(m_remoteStatus, status) != status)
+        setREMOTE(status);
+}
+
+void UniversalChan::ProcessCmd(const RemoteCommand &message)
+{
+    const bool isOwnQuestion = message.type() == RemoteCommand::Query && message.status() != RemoteCommand::Received;
+    if (!isOwnQuestion) {
+        Channel::ProcessCmd(message);
+        return;
+    }
+    m_isRemoteAsked = false;
+    setRemotePresent(message.status() != RemoteCommand::TimedOut);
+}
+
+std::optional<QString> UniversalChan::answerToQuery(const QString &mnemonic)
+{
+    if (mnemonic == RemoteCommands::STYPE)
+        return getSTYPE();
+    if (mnemonic == RemoteCommands::VERS)
+        return QCoreApplication::applicationVersion();
+    if (mnemonic == RemoteCommands::VERTSMAIN)
+        return m_mainVersion;
+    if (mnemonic == RemoteCommands::SYSID)
+        return m_systemIdentifier;
+    if (mnemonic == RemoteCommands::REMOTE)
+        return m_remoteStatus;
+    if (mnemonic == RemoteCommands::CHANS)
+        return remoteAddresses();
+    if (mnemonic == RemoteCommands::CARDS)
+        return link()->cardInfoStrings().join(u',');
+    return Channel::answerToQuery(mnemonic);
+}
+
+QString UniversalChan::remoteAddresses() const
+{
+    QStringList all;
+    for (const Channel *channel : remoteLink() ? remoteLink()->channels() : QList<Channel *>())
+        all += channel->addresses();
+    return all.join(u',');
 }

@@ -3,6 +3,7 @@
 #include "channels/Channel.h"
 
 #include <QStringList>
+#include <QTimer>
 
 /// Model of the chassis as a whole, address "U0": system-wide settings, discovery from the card list, preset reports.
 ///
@@ -21,25 +22,34 @@ public:
         static constexpr QLatin1StringView CLST{ "CLST" }, TRON{ "TRON" }, VER{ "VER" }, PLIST{ "PLIST" },
             STORE{ "STORE" }, RESTORE{ "RESTORE" }, DELPR{ "DELPR" }, PDONE{ "PDONE" }, UPDT{ "UPDT" },
             NOTIFY{ "NOTIFY" }, TMRF{ "TMRF" }, TIME{ "TIME" }, LOGC{ "LOGC" }, LAGC{ "LAGC" }, VERTSKB{ "VERTSKB" },
-            TLST{ "TLST" }, SYSOPT{ "SYSOPT" }, ABSSI{ "ABSSI" }, SYSID{ "SYSID" };
+            TLST{ "TLST" }, SYSOPT{ "SYSOPT" }, ABSSI{ "ABSSI" }, SYSID{ "SYSID" }, REMOTE{ "REMOTE" };
+    };
+    /// What the remote client may ask for beyond the chassis' own settings.
+    struct RemoteCommands : Commands
+    {
+        static constexpr QLatin1StringView STYPE{ "STYPE" }, VERS{ "VERS" }, CHANS{ "CHANS" }, CARDS{ "CARDS" },
+            VERTSMAIN{ "VERTSMAIN" };
     };
 
 private:
     static constexpr auto kCatalogue = [] {
         using enum Catalogue::Kind;
         using enum Catalogue::Flag;
+        using Catalogue::kReading;
+        using Catalogue::kShown;
+        constexpr auto kServed = Queried | Settable | Served; // changes are for the panels, not for the client
         return std::to_array<Catalogue::Row>({
-            { Commands::NAME, Setting, Queried | Settable, QLatin1StringView("System Name") },
-            { Commands::SLAVE, Setting, Queried | Settable, QLatin1StringView("0") },
-            { Commands::TMRF, Setting, Queried | Settable },
-            { Commands::TLST, Special, Queried | NoPrevious },
-            { Commands::SYSOPT, Silent, Queried | NoPrevious },
-            { Commands::ABSSI, Silent, Queried | Settable | NoPrevious },
+            { Commands::NAME, Setting, kServed, QLatin1StringView("System Name") },
+            { Commands::SLAVE, Setting, kServed, QLatin1StringView("0") },
+            { Commands::TMRF, Setting, kServed },
+            { Commands::TLST, Special, Queried | NoPrevious | kShown },
+            { Commands::SYSOPT, Silent, Queried | NoPrevious | kShown },
+            { Commands::ABSSI, Silent, Queried | Settable | NoPrevious | kShown },
             { Commands::CLST, Special, NoFlags },
-            { Commands::TIME, Silent, Settable },
-            { Commands::LOGC, Silent, Settable },
-            { Commands::LAGC, Status, NoFlags },
-            { Commands::VERTSKB, Silent, NoPrevious },
+            { Commands::TIME, Silent, Settable | kShown },
+            { Commands::LOGC, Silent, Settable | kShown },
+            { Commands::LAGC, Status, kReading },
+            { Commands::VERTSKB, Silent, NoPrevious | Served },
             { Commands::PLIST, Event, NoFlags },
             { Commands::PDONE, Event, NoFlags },
             { Commands::UPDT, Event, NoFlags },
@@ -71,6 +81,12 @@ public:
     void setLOGC(const QString &value) { submit(settableAt(Commands::LOGC), value); }
     void setABSSI(const QString &value) { submit(settableAt(Commands::ABSSI), value); }
 
+    /// Tells the chassis whether a remote client is there.
+    /// @param value "1" or "0"; sent on every call
+    void setREMOTE(const QString &value);
+    /// "1" while a remote client answers, else "0".
+    [[nodiscard]] const QString &getREMOTE() const { return m_remoteStatus; }
+
     /// Answer to the first version query.
     [[nodiscard]] const QString &verTsMain() const { return m_mainVersion; }
     void setVerTsMain(const QString &version) { m_mainVersion = version; }
@@ -78,7 +94,21 @@ public:
     [[nodiscard]] const QString &systemIdentifier() const { return m_systemIdentifier; }
     void setSystemIdentifier(const QString &identifier) { m_systemIdentifier = identifier; }
 
+    /// Begins to ask regularly whether a client is there.
+    void setSPCRemote(SerialPortController *link) override;
+    /// Asks the remote client something, if its link is open.
+    void SendToRemoteConnection(const QString &address, const QString &mnemonic);
+
+    using Channel::ProcessCmd;
+    /// Takes the client's messages, and the end of the head's question whether it is there.
+    void ProcessCmd(const RemoteCommand &message) override;
+
+public Q_SLOTS:
+    /// Asks whether a client is there; one that has not even taken the question before is not.
+    void RemoteStatusTimeOut();
+
 protected:
+    [[nodiscard]] std::optional<QString> answerToQuery(const QString &mnemonic) override;
     void processSpecial(int row, const Report &report) override;
     /// Answers on the system address find this channel by that address.
     [[nodiscard]] Channel *ownerOfSets() override { return nullptr; }
@@ -86,9 +116,14 @@ protected:
 private:
     void processCardList(const QString &cardList);
     void processTmoipList(const QString &list);
+    void setRemotePresent(bool isPresent);
+    [[nodiscard]] QString remoteAddresses() const;
 
     bool m_cardListReceived = false;
     QString m_systemIdentifier;
     QString m_mainVersion;
     QStringList m_tmoipList;
+    QTimer m_remoteStatusTmr;
+    bool m_isRemoteAsked = false; ///< the question whether a client is there has not ended yet
+    QString m_remoteStatus = QStringLiteral("0");
 };

@@ -27,7 +27,7 @@ void FrameDecoder::append(QByteArrayView content)
 {
     if (!m_inFrame)
         return;
-    if (m_buffer.size() + content.size() > kMaxFrameSize) {
+    if (m_buffer.size() + content.size() > m_maxFrameSize) {
         m_buffer.clear();
         m_inFrame = false;
         return;

@@ -16,13 +16,17 @@ public:
     static constexpr char kEot = 0x04; ///< ends the frames of the eye/constellation link
     static constexpr char kCr = 0x0D;  ///< ends the frames of all other links
 
-    /// Longest frame content in bytes; a longer one is dropped up to the next STX, so that a peer that never
-    /// ends its frame cannot fill the memory.
+    /// Longest frame content in bytes, unless another one is given; a longer one is dropped up to the next STX, so that
+    /// a peer that never ends its frame cannot fill the memory.
     static constexpr qsizetype kMaxFrameSize = qsizetype(1024) * 1024;
 
     using FrameHandler = std::function<void(const QByteArray &frame)>;
 
-    explicit FrameDecoder(char endByte) : m_endByte(endByte) {}
+    explicit FrameDecoder(char endByte, qsizetype maxFrameSize = kMaxFrameSize)
+        : m_endByte(endByte)
+        , m_maxFrameSize(maxFrameSize)
+    {
+    }
 
     /// Takes the next bytes of the stream and calls @p frameComplete once for every frame that they complete,
     /// with the content between STX and end byte.
@@ -32,6 +36,7 @@ private:
     void append(QByteArrayView content);
 
     char m_endByte;
+    qsizetype m_maxFrameSize;
     bool m_inFrame = false;
     QByteArray m_buffer;
 };

@@ -1,13 +1,19 @@
 #pragma once
 
+#include <QLatin1StringView>
 #include <QMetaType>
 #include <QString>
+
+#include <concepts>
 
 class Channel;
 
 /// One message of the protocol that the remote client speaks.
 ///
 /// Like StandardCommand a plain value on the heap, owned by its link until it is finished.
+///
+/// The constructors differ in text, number and truth value alone, which C++ would convert into each other without a
+/// word. They take exactly what they name, so a message built from the wrong list of arguments does not compile.
 class RemoteCommand
 {
 public:
@@ -17,44 +23,119 @@ public:
         Queued = 2,
         Received = 3,
         Sent = 4,
-        Completed = 5,
-        Failed = 6,
+        Completed = 5, ///< answered with ACK
+        Failed = 6,    ///< answered with NAK
         TimedOut = 7,
         Unparsed = 8,
     };
 
     enum CommandType : qint32 {
-        Query = 1,
+        Query = 1,     ///< of the head or of the client
         Value = 2,     ///< a set of the client, or a value that the head pushes
         Answer = 4,    ///< the head's answer to a query or set of the client
         Forwarded = 5, ///< a value passed on from the chassis
     };
 
-    static constexpr int kPushTimeOutMs = 1; ///< how long the next message waits behind one that nobody answers
+    static constexpr int kPushTimeOutMs = 1;     ///< how long the next message waits behind one that nobody answers
+    static constexpr int kQueryTimeOutMs = 1200; ///< how long the client has to answer
+
+    static constexpr QChar kAck{ 0x06 };
+    static constexpr QChar kNak{ 0x15 };
 
     RemoteCommand() = default;
 
-    /// A message of address, mnemonic and data.
-    /// @param owner the channel that sends it; may be null
-    /// @param timeOutMs how long the next message waits behind this one, in ms
-    /// @param queue whether the message starts as Queued
-    RemoteCommand(Channel *owner, const QString &address, const QString &mnemonic, const QString &data, int timeOutMs,
-                  CommandType type, bool queue);
+    // In all of them: owner is the channel that sends or will process the message, and may be null; timeOutMs is how
+    // long the next message waits behind this one; queue tells whether the message starts as Queued.
+
+    /// A value that the head pushes.
+    RemoteCommand(Channel *owner, const QString &address, const QString &mnemonic, const QString &data,
+                  std::same_as<bool> auto queue)
+        : RemoteCommand(owner, address, mnemonic, data, kPushTimeOutMs, Value, queue)
+    {
+    }
+    RemoteCommand(Channel *owner, const QString &address, const QString &mnemonic, const QString &data,
+                  std::same_as<int> auto timeOutMs, std::same_as<bool> auto queue)
+        : RemoteCommand(owner, address, mnemonic, data, timeOutMs, Value, queue)
+    {
+    }
+    /// A message of any type but an answer.
+    RemoteCommand(Channel *owner, const QString &address, const QString &mnemonic, const QString &data,
+                  std::same_as<int> auto timeOutMs, std::same_as<CommandType> auto type, std::same_as<bool> auto queue)
+        : RemoteCommand(owner, address, mnemonic, data, timeOutMs, type, queue, QString())
+    {
+    }
+    /// An answer to the client; @p ack tells whether its query or set is supported.
+    RemoteCommand(Channel *owner, const QString &address, const QString &mnemonic, const QString &data,
+                  std::same_as<bool> auto ack, std::same_as<bool> auto queue)
+        : RemoteCommand(owner, address, mnemonic, data, kPushTimeOutMs, ack, queue)
+    {
+    }
+    RemoteCommand(Channel *owner, const QString &address, const QString &mnemonic, const QString &data,
+                  std::same_as<int> auto timeOutMs, std::same_as<bool> auto ack, std::same_as<bool> auto queue)
+        : RemoteCommand(owner, address, mnemonic, data, timeOutMs, Answer, queue, QString(ack ? kAck : kNak))
+    {
+    }
+    /// A query of the head.
+    RemoteCommand(Channel *owner, const QString &address, const QString &mnemonic, std::same_as<bool> auto queue)
+        : RemoteCommand(owner, address, mnemonic, kQueryTimeOutMs, queue)
+    {
+    }
+    RemoteCommand(Channel *owner, const QString &address, const QString &mnemonic, std::same_as<int> auto timeOutMs,
+                  std::same_as<bool> auto queue)
+        : RemoteCommand(owner, address, mnemonic, QString(), timeOutMs, Query, queue, QString())
+    {
+    }
+
+    /// What the client sent, from the content of its frame: a query, a value or an answer to a message of the head.
+    /// Anything else, and whatever holds control characters, is Unparsed.
+    [[nodiscard]] static RemoteCommand fromClient(const QString &frame);
 
     [[nodiscard]] Channel *owner() const { return m_owner; }
+    [[nodiscard]] const QString &address() const { return m_address; }
+    [[nodiscard]] const QString &mnemonic() const { return m_mnemonic; }
+    [[nodiscard]] const QString &data() const { return m_data; }
+    /// The complete message as written.
     [[nodiscard]] const QString &commandText() const { return m_text; }
+    /// Data of the client's answer; empty until it has answered, and after a time-out.
+    [[nodiscard]] const QString &responseData() const { return m_responseData; }
+    [[nodiscard]] const QString &responseText() const { return m_responseText; }
     [[nodiscard]] CommandType type() const { return m_type; }
     [[nodiscard]] CommandStatus status() const { return m_status; }
     [[nodiscard]] int timeOutMs() const { return m_timeOutMs; }
 
+    [[nodiscard]] bool isAnswer() const { return m_type == Answer; }
+    /// Whether @p other is about the same value of the same channel.
+    [[nodiscard]] bool isAboutSameAs(const RemoteCommand &other) const
+    {
+        return m_address == other.m_address && m_mnemonic == other.m_mnemonic;
+    }
+
     void setStatus(CommandStatus status) { m_status = status; }
+    /// Takes the client's answer to this message, and its status.
+    void answeredBy(const RemoteCommand &answer);
+    /// The client did not answer in time.
+    void setTimedOut();
+
+    /// Whether a newer message of the same address and mnemonic makes this one needless: so with values in force and
+    /// questions, not with answers and with values that are one of a series.
+    [[nodiscard]] bool isReplaceable() const { return m_isReplaceable && m_type != Answer; }
+    void setReplaceable(bool replaceable) { m_isReplaceable = replaceable; }
 
 private:
+    RemoteCommand(Channel *owner, const QString &address, const QString &mnemonic, const QString &data, int timeOutMs,
+                  CommandType type, bool queue, const QString &acknowledgement);
+
     Channel *m_owner = nullptr;
+    QString m_address;
+    QString m_mnemonic;
+    QString m_data;
     QString m_text;
+    QString m_responseData;
+    QString m_responseText;
     CommandType m_type = Value;
     CommandStatus m_status = Created;
     int m_timeOutMs = 0;
+    bool m_isReplaceable = true;
 };
 
 Q_DECLARE_METATYPE(RemoteCommand)

@@ -35,9 +35,9 @@ namespace {
 constexpr int kSpectralStartupSeconds = 2;
 constexpr int kVersionRetrySeconds = 2; ///< ticks between two rounds of version queries, less one
 constexpr int kCardListRetryMs = 3000;
-constexpr qint64 kEyeReadBufferSize = 4096;
-constexpr qint64 kWriteBacklog = 16 * 1024; ///< bytes; a port that holds more is not read at the far end
-constexpr std::size_t kQueueBacklog = 256;  ///< messages
+constexpr qint64 kReadBufferSize = 4096;
+constexpr qint64 kFullPort = 16 * 1024; ///< bytes
+constexpr std::size_t kMaxAnswers = 256;
 
 QByteArray reportsOffRequest()
 {
@@ -131,8 +131,10 @@ void SerialPortController::createRemoteWorkers()
     connect(this, &SerialPortController::RcvdRemoteCmd, dispatcher.get(),
             &RcvdRemoteCmdQueueReader::CheckRcvdRemoteCmdQueue, Qt::QueuedConnection);
     connect(&m_port, &QSerialPort::readyRead, reader.get(), &SerialPortReader::ReadPort);
+    connect(&m_port, &QSerialPort::bytesWritten, this, &SerialPortController::EmitTrnsmtRemoteCmd);
     connect(&m_timeOutTmr, &QTimer::timeout, this, &SerialPortController::TimeOutTmrRemote_Tick, Qt::QueuedConnection);
 
+    m_rcvdRemoteCmdQueueReader = dispatcher.get();
     m_reader = std::move(reader);
     m_transmitWorker = std::move(transmitter);
     m_receiveWorker = std::move(dispatcher);
@@ -145,6 +147,7 @@ void SerialPortController::createRemoteEyeAndStatusWorkers()
 
     connect(this, &SerialPortController::TrnsmtRemoteEyeAndStatusCmd, transmitter.get(),
             &TxmtRemoteEyeAndStatusCmdQueueReader::CheckTxmtRemoteEyeAndStatusCmdQueue, Qt::QueuedConnection);
+    connect(&m_port, &QSerialPort::bytesWritten, this, &SerialPortController::EmitTrnsmtRemoteEyeAndStatusCmd);
     connect(&m_timeOutTmr, &QTimer::timeout, this, &SerialPortController::TimeOutTmrRemoteEyeAndStatus_Tick,
             Qt::QueuedConnection);
 
@@ -177,8 +180,9 @@ void SerialPortController::configurePort()
     m_port.setDataBits(QSerialPort::Data8);
     m_port.setStopBits(QSerialPort::OneStop);
     m_port.setBaudRate(921600);
-    if (m_portType == EYE_CONST_LINK)
-        m_port.setReadBufferSize(kEyeReadBufferSize);
+    // What is not read there has to stay with its sender.
+    if (!isStandardLink())
+        m_port.setReadBufferSize(kReadBufferSize);
 }
 
 void SerialPortController::openPort()
@@ -204,19 +208,30 @@ void SerialPortController::AddCmdToTxmtCmdQueue(StandardCommand *command)
 
 void SerialPortController::AddCmdToTxmtRemoteCmdQueue(RemoteCommand *command)
 {
-    m_txmtRemoteCmdQueue.append(command);
+    appendForClient(command);
     EmitTrnsmtRemoteCmd();
 }
 
 void SerialPortController::AddCmdToTxmtRemoteEyeAndStatusCmdQueue(RemoteCommand *command)
 {
-    m_txmtRemoteEyeAndStatusCmdQueue.append(command);
+    appendForClient(command);
     EmitTrnsmtRemoteEyeAndStatusCmd();
 }
 
-bool SerialPortController::isBehind() const
+void SerialPortController::appendForClient(RemoteCommand *command)
 {
-    return m_port.bytesToWrite() > kWriteBacklog || m_txmtRemoteEyeAndStatusCmdQueue.waitingCount() > kQueueBacklog;
+    // One message goes in about a millisecond, so a port that is read can be too slow as well.
+    if (isPortFull() || m_txmtRemoteCmdQueue.waitingCount() >= RemoteTransmitQueue::kMaxMessages)
+        m_txmtRemoteCmdQueue.appendForSlowClient(command);
+    else
+        m_txmtRemoteCmdQueue.append(command);
+}
+
+bool SerialPortController::isPortFull() const { return m_port.bytesToWrite() > kFullPort; }
+
+bool SerialPortController::isClientHeldBack() const
+{
+    return m_txmtRemoteCmdQueue.answerCount() >= kMaxAnswers || m_rcvdRemoteCmdQueueReader->isClientAhead();
 }
 
 void SerialPortController::WriteToPort(int timeOutMs, const QByteArray &bytes)
@@ -265,23 +280,29 @@ void SerialPortController::TimeOutTmr_Tick()
 
 void SerialPortController::TimeOutTmrRemote_Tick()
 {
-    if (finishRemoteMessage(m_txmtRemoteCmdQueue))
-        EmitTrnsmtRemoteCmd();
+    std::unique_ptr<RemoteCommand> message(takeTimedOutRemoteMessage());
+    if (!message)
+        return;
+    if (message->type() == RemoteCommand::Query || message->type() == RemoteCommand::Value)
+        EmitRcvdRemoteCmd(message.release());
+    EmitTrnsmtRemoteCmd();
 }
 
 void SerialPortController::TimeOutTmrRemoteEyeAndStatus_Tick()
 {
-    if (finishRemoteMessage(m_txmtRemoteEyeAndStatusCmdQueue))
+    if (std::unique_ptr<RemoteCommand>(takeTimedOutRemoteMessage()))
         EmitTrnsmtRemoteEyeAndStatusCmd();
 }
 
-bool SerialPortController::finishRemoteMessage(TransmitQueue<RemoteCommand> &queue)
+RemoteCommand *SerialPortController::takeTimedOutRemoteMessage()
 {
-    if (m_timeOutTmr.isActive() || !queue.isAwaitingAnswer())
-        return false;
-    queue.deleteInFlight();
-    queue.setReadyToSend();
-    return true;
+    if (m_timeOutTmr.isActive() || !m_txmtRemoteCmdQueue.isAwaitingAnswer())
+        return nullptr;
+    RemoteCommand *const message = m_txmtRemoteCmdQueue.inFlight();
+    message->setTimedOut();
+    m_txmtRemoteCmdQueue.release(message);
+    m_txmtRemoteCmdQueue.setReadyToSend();
+    return message;
 }
 
 void SerialPortController::StartEstablishCommTmr(int ms, QLabel *label)
@@ -309,6 +330,14 @@ void SerialPortController::EstablishCommTmr_Tick()
 }
 
 const QList<Card> &SerialPortController::cards() const { return *m_cards; }
+
+QStringList SerialPortController::cardInfoStrings() const
+{
+    QStringList texts;
+    for (const Card &card : *m_cards)
+        texts += card.GetFormattedCardInfoString();
+    return texts;
+}
 
 void SerialPortController::ProcessCmd(const StandardCommand &command)
 {
@@ -412,6 +441,8 @@ void SerialPortController::updateDispatcher()
 {
     if (m_rcvdCmdQueueReader)
         m_rcvdCmdQueueReader->SetChanLists();
+    if (m_rcvdRemoteCmdQueueReader)
+        m_rcvdRemoteCmdQueueReader->SetChanLists();
     if (m_eyeConstDataQueueReader)
         m_eyeConstDataQueueReader->SetChanLists();
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "link/RemoteCommand.h"
+#include "link/RemoteTransmitQueue.h"
 #include "link/StandardCommand.h"
 #include "link/TransmitQueue.h"
 
@@ -21,6 +21,7 @@ class EyeConstDataQueueReader;
 class QLabel;
 class QMessageBox;
 class RcvdCmdQueueReader;
+class RcvdRemoteCmdQueueReader;
 class TmoipCard;
 class UniversalChan;
 
@@ -57,20 +58,20 @@ public:
 
     /// Appends to the transmit queue. The link takes ownership; the receive dispatcher deletes the command.
     void AddCmdToTxmtCmdQueue(StandardCommand *command);
-    /// As AddCmdToTxmtCmdQueue(), for the two remote links.
+    /// As AddCmdToTxmtCmdQueue(), for the two remote links. A client that takes less than it is told misses values that
+    /// newer ones have replaced, and the oldest of a series; never an answer.
     void AddCmdToTxmtRemoteCmdQueue(RemoteCommand *command);
     void AddCmdToTxmtRemoteEyeAndStatusCmdQueue(RemoteCommand *command);
 
-    /// The queues, for the workers of the link's kind; only the one of that kind is used.
+    /// The queues, for the workers of the link's kind: of a standard link, and of a link to the remote client.
     [[nodiscard]] TransmitQueue<StandardCommand> &txmtCmdQueue() { return m_txmtCmdQueue; }
-    [[nodiscard]] TransmitQueue<RemoteCommand> &txmtRemoteCmdQueue() { return m_txmtRemoteCmdQueue; }
-    [[nodiscard]] TransmitQueue<RemoteCommand> &txmtRemoteEyeAndStatusCmdQueue()
-    {
-        return m_txmtRemoteEyeAndStatusCmdQueue;
-    }
+    [[nodiscard]] const TransmitQueue<StandardCommand> &txmtCmdQueue() const { return m_txmtCmdQueue; }
+    [[nodiscard]] RemoteTransmitQueue &txmtRemoteCmdQueue() { return m_txmtRemoteCmdQueue; }
 
-    /// Whether the far end takes what is pushed to it more slowly than it comes.
-    [[nodiscard]] bool isBehind() const;
+    /// Whether the port holds so much that the far end cannot be reading; nothing more is given to it then.
+    [[nodiscard]] bool isPortFull() const;
+    /// Whether the client has to wait until answers or commands that it has caused are on their way.
+    [[nodiscard]] bool isClientHeldBack() const;
 
     /// Writes the request that stops the chassis' reports and waits until it has left, at most @p timeOutMs.
     /// For the end of the program, when no event loop is left to write it.
@@ -94,6 +95,8 @@ public:
     [[nodiscard]] const QList<Channel *> &channels() const { return m_chanList; }
     /// The cards of the chassis, one entry a card however many micros it reported.
     [[nodiscard]] const QList<Card> &cards() const;
+    /// What the cards tell of themselves, one text a card.
+    [[nodiscard]] QStringList cardInfoStrings() const;
 
     /// Answer to the version query, or the end of the end-of-settings marker.
     void ProcessCmd(const StandardCommand &command);
@@ -160,8 +163,9 @@ private:
     void createRemoteEyeAndStatusWorkers();
     void createEyeConstWorkers();
 
-    /// Deletes the message in flight after its time-out; returns whether the next one may go.
-    bool finishRemoteMessage(TransmitQueue<RemoteCommand> &queue);
+    /// The message in flight, timed out and no longer waited for; null if this tick does not belong to it.
+    [[nodiscard]] RemoteCommand *takeTimedOutRemoteMessage();
+    void appendForClient(RemoteCommand *command);
     void establishCommunication(const QString &version);
     void requestCardList();
     void queueSystemRequest(const QString &mnemonic, const QString &data, StandardCommand::CommandType type);
@@ -176,8 +180,7 @@ private:
     QSerialPort m_port;
 
     TransmitQueue<StandardCommand> m_txmtCmdQueue;
-    TransmitQueue<RemoteCommand> m_txmtRemoteCmdQueue;
-    TransmitQueue<RemoteCommand> m_txmtRemoteEyeAndStatusCmdQueue;
+    RemoteTransmitQueue m_txmtRemoteCmdQueue;
     QTimer m_timeOutTmr;
 
     bool m_communicationEstablished = false;
@@ -198,6 +201,7 @@ private:
     std::unique_ptr<QObject> m_transmitWorker;
     std::unique_ptr<QObject> m_receiveWorker;           ///< none on the remote eye-and-status link, which only sends
     RcvdCmdQueueReader *m_rcvdCmdQueueReader = nullptr; ///< the receive worker of a standard link
-    EyeConstDataQueueReader *m_eyeConstDataQueueReader = nullptr; ///< the receive worker of the eye link
+    RcvdRemoteCmdQueueReader *m_rcvdRemoteCmdQueueReader = nullptr; ///< the receive worker of the remote link
+    EyeConstDataQueueReader *m_eyeConstDataQueueReader = nullptr;   ///< the receive worker of the eye link
     bool m_ending = false;
 };

@@ -7,11 +7,28 @@
 #include <QSerialPort>
 #include <QStringList>
 
+#include <memory>
+
 using namespace Qt::StringLiterals;
 
 namespace {
 
 constexpr qsizetype kRegisterNumberSize = 2;
+
+// Bounds for the remote client. A frame of it is a line of text; one that is longer is rubbish. A piece holds a handful
+// of its messages, so that few of its commands are ever ahead of the operator's.
+constexpr qsizetype kMaxClientFrameSize = 4096;
+constexpr qint64 kClientPiece = 64;
+constexpr int kHeldBackMs = 5;
+
+FrameDecoder decoderFor(SerialPortController::PORT_TYPE type)
+{
+    if (type == SerialPortController::EYE_CONST_LINK)
+        return FrameDecoder(FrameDecoder::kEot);
+    if (type == SerialPortController::REMOTE_LINK)
+        return FrameDecoder(FrameDecoder::kCr, kMaxClientFrameSize);
+    return FrameDecoder(FrameDecoder::kCr);
+}
 
 bool namesSameRegister(const QString &a, const QString &b)
 {
@@ -24,13 +41,27 @@ SerialPortReader::SerialPortReader(QObject *parent, SerialPortController *contro
     : QObject(parent)
     , m_controller(controller)
     , m_port(port)
-    , m_decoder(controller->portType() == SerialPortController::EYE_CONST_LINK ? FrameDecoder::kEot : FrameDecoder::kCr)
+    , m_decoder(decoderFor(controller->portType()))
 {
+    m_readAgainTmr.setSingleShot(true);
+    connect(&m_readAgainTmr, &QTimer::timeout, this, &SerialPortReader::ReadPort);
 }
 
 void SerialPortReader::ReadPort()
 {
-    m_decoder.feed(m_port->readAll(), [this](const QByteArray &frame) { HandleFrame(frame); });
+    if (m_controller->portType() == SerialPortController::REMOTE_LINK)
+        readClient();
+    else
+        m_decoder.feed(m_port->readAll(), [this](const QByteArray &frame) { HandleFrame(frame); });
+}
+
+void SerialPortReader::readClient()
+{
+    const bool isHeldBack = m_controller->isClientHeldBack();
+    if (!isHeldBack)
+        m_decoder.feed(m_port->read(kClientPiece), [this](const QByteArray &frame) { HandleFrame(frame); });
+    if (m_port->bytesAvailable() > 0)
+        m_readAgainTmr.start(isHeldBack ? kHeldBackMs : 0);
 }
 
 void SerialPortReader::HandleFrame(const QByteArray &frame)
@@ -45,9 +76,27 @@ void SerialPortReader::HandleFrame(const QByteArray &frame)
         HandleEyeConstData(frame);
         break;
     case SerialPortController::REMOTE_LINK:
-    case SerialPortController::REMOTE_EYE_AND_STATUS_LINK:
+        HandleRemoteCommand(frame);
         break;
+    case SerialPortController::REMOTE_EYE_AND_STATUS_LINK:
+        break; // only sends
     }
+}
+
+void SerialPortReader::HandleRemoteCommand(const QByteArray &frame)
+{
+    auto message = std::make_unique<RemoteCommand>(RemoteCommand::fromClient(QString::fromLocal8Bit(frame)));
+    const bool isAnswer = message->status() == RemoteCommand::Completed || message->status() == RemoteCommand::Failed;
+    auto &queue = m_controller->txmtRemoteCmdQueue();
+    if (!isAnswer || !queue.isAwaitingAnswer() || !queue.inFlight()->isAboutSameAs(*message)) {
+        m_controller->EmitRcvdRemoteCmd(message.release());
+        return;
+    }
+    m_controller->StopTimeOutTmr();
+    queue.inFlight()->answeredBy(*message);
+    m_controller->EmitRcvdRemoteCmd(queue.inFlight());
+    queue.setReadyToSend();
+    m_controller->EmitTrnsmtRemoteCmd();
 }
 
 void SerialPortReader::HandleEyeConstData(const QByteArray &frame)

@@ -3,6 +3,7 @@
 #include "link/FrameDecoder.h"
 
 #include <QObject>
+#include <QTimer>
 
 class QSerialPort;
 class SerialPortController;
@@ -10,7 +11,7 @@ class SerialPortController;
 /// Reads one link: cuts the bytes into frames and, on the standard links, ties each answer to the command in flight.
 ///
 /// Noise, late answers and stray acknowledgements never disturb the command in flight; they go on as unsolicited
-/// messages.
+/// messages. The remote client is read in small pieces, and not at all while the head is busy with what it sent before.
 class SerialPortReader : public QObject
 {
     Q_OBJECT
@@ -22,8 +23,10 @@ public Q_SLOTS:
     void ReadPort();
 
 private:
+    void readClient();
     void HandleFrame(const QByteArray &frame);
     void HandleStandardCommand(const QByteArray &frame);
+    void HandleRemoteCommand(const QByteArray &frame);
     void HandleEyeConstData(const QByteArray &frame);
 
     void handleAcknowledgement(const QString &frame);
@@ -36,4 +39,5 @@ private:
     SerialPortController *m_controller;
     QSerialPort *m_port;
     FrameDecoder m_decoder;
+    QTimer m_readAgainTmr; ///< reads on after a piece of the client's bytes
 };

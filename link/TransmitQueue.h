@@ -22,6 +22,7 @@ public:
     {
         message->setStatus(Message::Queued);
         m_waiting.emplace_back(message);
+        ++m_appendedCount;
     }
 
     /// The next message, now sent and in flight; null while nothing waits or the one before is unfinished.
@@ -41,6 +42,8 @@ public:
     [[nodiscard]] bool isAwaitingAnswer() const { return m_inFlight && m_inFlight->status() == Message::Sent; }
 
     [[nodiscard]] std::size_t waitingCount() const { return m_waiting.size(); }
+    /// How many messages have been appended so far; grows only.
+    [[nodiscard]] std::size_t appendedCount() const { return m_appendedCount; }
 
     /// The message in flight is finished: the next one may go.
     void setReadyToSend() { m_readyToSend = true; }
@@ -54,8 +57,24 @@ public:
 
     void deleteInFlight() { delete std::exchange(m_inFlight, nullptr); }
 
+protected:
+    /// Calls @p function with every message that waits, oldest first.
+    template <typename Function>
+    void forEachWaiting(Function function) const
+    {
+        for (const auto &message : m_waiting)
+            function(*message);
+    }
+    /// Deletes every message that waits and for which @p predicate holds; it is asked once for each, oldest first.
+    template <typename Predicate>
+    void removeIf(Predicate predicate)
+    {
+        std::erase_if(m_waiting, [&predicate](const auto &message) { return predicate(*message); });
+    }
+
 private:
     std::deque<std::unique_ptr<Message>> m_waiting;
+    std::size_t m_appendedCount = 0;
     Message *m_inFlight = nullptr;
     bool m_readyToSend = true;
 };

@@ -10,6 +10,8 @@ TxmtRemoteCmdQueueReader::TxmtRemoteCmdQueueReader(QObject *parent, SerialPortCo
 
 void TxmtRemoteCmdQueueReader::CheckTxmtRemoteCmdQueue()
 {
+    if (m_controller->isPortFull())
+        return; // comes again when the port has written
     if (const RemoteCommand *command = m_controller->txmtRemoteCmdQueue().takeNext())
         m_controller->WriteToPort(command->timeOutMs(), command->commandText().toLocal8Bit());
 }

@@ -11,6 +11,8 @@ TxmtRemoteEyeAndStatusCmdQueueReader::TxmtRemoteEyeAndStatusCmdQueueReader(QObje
 
 void TxmtRemoteEyeAndStatusCmdQueueReader::CheckTxmtRemoteEyeAndStatusCmdQueue()
 {
-    if (const RemoteCommand *command = m_controller->txmtRemoteEyeAndStatusCmdQueue().takeNext())
+    if (m_controller->isPortFull())
+        return; // comes again when the port has written
+    if (const RemoteCommand *command = m_controller->txmtRemoteCmdQueue().takeNext())
         m_controller->WriteToPort(command->timeOutMs(), command->commandText().toLocal8Bit());
 }

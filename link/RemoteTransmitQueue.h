@@ -1,0 +1,22 @@
+#pragma once
+
+#include "link/RemoteCommand.h"
+#include "link/TransmitQueue.h"
+
+/// Transmit queue of a link to the remote client, with bounds for a client that takes less than it is told.
+class RemoteTransmitQueue : public TransmitQueue<RemoteCommand>
+{
+public:
+    static constexpr std::size_t kMaxMessages = 256;        ///< more than these wait: the client is behind
+    static constexpr qsizetype kMaxSeriesSize = 128 * 1024; ///< characters
+
+    /// Appends behind what waits, and drops what a client that is behind can do without: of values in force and
+    /// questions all but the newest, of series the oldest, as far as they exceed kMaxSeriesSize. Answers are kept.
+    void appendForSlowClient(RemoteCommand *message);
+
+    /// How many answers wait.
+    [[nodiscard]] std::size_t answerCount() const;
+
+private:
+    void limitSeries();
+};
