@@ -210,7 +210,7 @@ void LinkTest::devices()
         Link open(nullptr, type, {});
         QVERIFY(open.port().isOpen() && !messageBox()); // a box goes with its link
         QCOMPARE(open.port().baudRate(), 921600);
-        QCOMPARE(open.port().readBufferSize(), type == EYE_CONST_LINK ? 4096 : 0);
+        QCOMPARE(open.port().readBufferSize(), open.isStandardLink() ? 0 : 4096);
         qputenv("ZIRVO_DEVICE_DIR", noDevices.path().toLocal8Bit());
         for (const bool isLegacy : { true, false }) {
             argumentCount = isLegacy ? 3 : 2;
