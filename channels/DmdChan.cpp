@@ -128,18 +128,22 @@ void DmdChan::processDirect(const Report &report)
 
 void DmdChan::processUnknown(const Report &report)
 {
-    if (report.refused) {
-        m_unknownValues.remove(report.mnemonic); // what the client asked for is not in force: the card is asked next
-    } else if (!report.data.isEmpty()) {
-        rememberUnknown(report.mnemonic, report.data);
+    if (!report.refused && !report.data.isEmpty()) {
+        rememberUnknown(report.mnemonic, { report.data, report.data });
         sendCmdToRemote(report.address, report.mnemonic, report.data);
+    } else if (const auto entry = m_unknownValues.find(report.mnemonic);
+               report.refused && entry != m_unknownValues.end()) {
+        if (entry->inForce.isNull())
+            m_unknownValues.erase(entry); // the next query asks the card
+        else
+            entry->told = entry->inForce;
     }
 }
 
-void DmdChan::rememberUnknown(const QString &mnemonic, const QString &data)
+void DmdChan::rememberUnknown(const QString &mnemonic, const UnknownValue &value)
 {
     if (m_unknownValues.contains(mnemonic) || m_unknownValues.size() < kMaxUnknownValues)
-        m_unknownValues.insert(mnemonic, data);
+        m_unknownValues.insert(mnemonic, value);
 }
 
 void DmdChan::settingStored(int row)
@@ -294,7 +298,7 @@ std::optional<QString> DmdChan::answerToQuery(const QString &mnemonic)
         rememberUnknown(mnemonic, {});
         sendCmdToLocal(mnemonic, {});
     }
-    return m_unknownValues.value(mnemonic);
+    return unknownValue(mnemonic);
 }
 
 bool DmdChan::takesSet(const QString &mnemonic, const QString &data) const
@@ -312,7 +316,7 @@ void DmdChan::carryOutSet(const QString &mnemonic, const QString &data)
     } else if (mnemonic == Commands::DREG) {
         setDREG(data);
     } else {
-        rememberUnknown(mnemonic, data);
+        rememberUnknown(mnemonic, { data, m_unknownValues.value(mnemonic).inForce });
         sendCmdToLocal(mnemonic, data);
     }
 }

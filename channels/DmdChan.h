@@ -435,7 +435,7 @@ public:
     /// Video filter bandwidths as the card names them; VFBW is a position in this list.
     [[nodiscard]] const QStringList &videoFilterBandwidths() const { return m_videoFilterBandwidths; }
     /// Last value of a mnemonic that the card reported and the catalogue does not hold; null if there was none.
-    [[nodiscard]] QString unknownValue(const QString &mnemonic) const { return m_unknownValues.value(mnemonic); }
+    [[nodiscard]] QString unknownValue(const QString &mnemonic) const { return m_unknownValues.value(mnemonic).told; }
 
     /// Keeps a block of the eye link and hands it on to the remote client.
     void ProcessEyeConstData(const EyeConstData &data);
@@ -458,6 +458,13 @@ protected:
 
 private:
     static constexpr qsizetype kMaxUnknownValues = 1000; ///< a client may name whatever it likes
+
+    /// What is known of a mnemonic that the catalogue does not hold.
+    struct UnknownValue
+    {
+        QString told;    ///< what a query of the client gets: what the client or the card said last
+        QString inForce; ///< what the card said last; null if it said nothing
+    };
 
     /// How a register holds its setting.
     enum class RegisterForm {
@@ -501,7 +508,7 @@ private:
     void sendCmdToLocal(const QString &mnemonic, const QString &data);
     /// Hands a value that the catalogue does not hold on to the remote client.
     void sendCmdToRemote(const QString &address, const QString &mnemonic, const QString &data);
-    void rememberUnknown(const QString &mnemonic, const QString &data);
+    void rememberUnknown(const QString &mnemonic, const UnknownValue &value);
 
     [[nodiscard]] QString dataSourceMnemonic() const;
     void SetUpDemodModesList(const QString &modes);
@@ -512,6 +519,6 @@ private:
     QStringList m_ifFilters;
     QStringList m_videoFilters;
     QStringList m_videoFilterBandwidths;
-    QHash<QString, QString> m_unknownValues;
+    QHash<QString, UnknownValue> m_unknownValues;
     QByteArray m_lastEyeBlock;
 };

@@ -28,9 +28,14 @@ void FrameDecoder::append(QByteArrayView content)
     if (!m_inFrame)
         return;
     if (m_buffer.size() + content.size() > m_maxFrameSize) {
-        m_buffer.clear();
-        m_inFrame = false;
+        reset();
         return;
     }
     m_buffer.append(content);
+}
+
+void FrameDecoder::reset()
+{
+    m_buffer.clear();
+    m_inFrame = false;
 }

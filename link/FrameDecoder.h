@@ -32,6 +32,9 @@ public:
     /// with the content between STX and end byte.
     void feed(QByteArrayView bytes, const FrameHandler &frameComplete);
 
+    /// Forgets the frame that has begun.
+    void reset();
+
 private:
     void append(QByteArrayView content);
 

@@ -1,13 +1,11 @@
 #include "link/SerialPortController.h"
 
 #include "channels/TmoipCard.h"
-#include "channels/TmoipChan.h"
 #include "channels/UniversalChan.h"
-#include "inventory/Card.h"
-#include "inventory/CardList.h"
-#include "inventory/ChannelFactory.h"
+#include "inventory/Discovery.h"
 #include "link/EyeConstData.h"
 #include "link/EyeConstDataQueueReader.h"
+#include "link/LinkGuard.h"
 #include "link/LinkLog.h"
 #include "link/RcvdCmdQueueReader.h"
 #include "link/RcvdRemoteCmdQueueReader.h"
@@ -19,12 +17,8 @@
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
-#include <QLabel>
 #include <QMessageBox>
 #include <QThread>
-
-#include <algorithm>
-#include <utility>
 
 #include <sys/ioctl.h>
 
@@ -33,8 +27,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int kSpectralStartupSeconds = 2;
-constexpr int kVersionRetrySeconds = 2; ///< ticks between two rounds of version queries, less one
-constexpr int kCardListRetryMs = 3000;
 constexpr qint64 kReadBufferSize = 4096;
 constexpr qint64 kFullPort = 16 * 1024; ///< bytes
 constexpr std::size_t kMaxAnswers = 256;
@@ -52,16 +44,16 @@ QByteArray reportsOffRequest()
 SerialPortController::SerialPortController(QObject *parent, PORT_TYPE type, const QString &systemIdentifier)
     : QObject(parent)
     , m_portType(type)
-    , m_systemIdentifier(systemIdentifier)
-    , m_cards(std::make_unique<QList<Card>>())
+    , m_guard(std::make_unique<LinkGuard>(&m_port))
 {
     m_timeOutTmr.setSingleShot(true);
-    if (m_portType == COMMAND_LINK)
-        m_startupCountdown = SerialDevices::commandLinkStartupSeconds();
-    else if (m_portType == SPECTRAL_LINK)
-        m_startupCountdown = kSpectralStartupSeconds;
-
+    if (isStandardLink()) {
+        const int seconds =
+            m_portType == COMMAND_LINK ? SerialDevices::commandLinkStartupSeconds() : kSpectralStartupSeconds;
+        m_discovery = std::make_unique<Discovery>(this, systemIdentifier, seconds);
+    }
     createWorkers();
+    connectGuard();
     configurePort();
     openPort();
     if (m_portType == COMMAND_LINK)
@@ -109,9 +101,6 @@ void SerialPortController::createStandardWorkers()
             Qt::QueuedConnection);
     connect(&m_port, &QSerialPort::readyRead, reader.get(), &SerialPortReader::ReadPort);
     connect(&m_timeOutTmr, &QTimer::timeout, this, &SerialPortController::TimeOutTmr_Tick, Qt::QueuedConnection);
-    connect(&m_establishCommTmr, &QTimer::timeout, this, &SerialPortController::EstablishCommTmr_Tick,
-            Qt::QueuedConnection);
-    connect(&m_cardListTmr, &QTimer::timeout, this, &SerialPortController::requestCardList);
 
     m_rcvdCmdQueueReader = dispatcher.get();
     m_reader = std::move(reader);
@@ -189,6 +178,7 @@ void SerialPortController::openPort()
 {
     if (m_port.open(QIODevice::ReadWrite)) {
         qCInfo(lcLink) << "opened" << m_port.portName();
+        m_guard->watch();
         return;
     }
     qCInfo(lcLink) << "cannot open" << m_port.portName() << m_port.errorString();
@@ -200,8 +190,76 @@ void SerialPortController::openPort()
     m_openFailureBox->open();
 }
 
+void SerialPortController::connectGuard()
+{
+    connect(m_guard.get(), &LinkGuard::lost, this, &SerialPortController::linkLost);
+    connect(m_guard.get(), &LinkGuard::found, this, &SerialPortController::linkFound);
+    if (m_reader)
+        connect(m_guard.get(), &LinkGuard::strayError, m_reader.get(), &SerialPortReader::ReadPort);
+}
+
+bool SerialPortController::isLost() const { return m_guard->isLost(); }
+
+void SerialPortController::linkLost()
+{
+    m_timeOutTmr.stop();
+    if (m_reader)
+        m_reader->reset();
+    if (m_discovery)
+        m_discovery->pause();
+    timeOutAll();
+}
+
+void SerialPortController::linkFound()
+{
+    if (m_discovery)
+        m_discovery->resume();
+}
+
+void SerialPortController::timeOutAll()
+{
+    if (m_txmtCmdQueue.isAwaitingAnswer())
+        timeOut(m_txmtCmdQueue.inFlight());
+    for (auto &command : m_txmtCmdQueue.takeWaiting())
+        timeOut(command.release());
+    m_txmtCmdQueue.setReadyToSend();
+
+    if (m_txmtRemoteCmdQueue.isAwaitingAnswer())
+        timeOut(m_txmtRemoteCmdQueue.takeInFlight());
+    for (auto &message : m_txmtRemoteCmdQueue.takeWaiting())
+        timeOut(message.release());
+    m_txmtRemoteCmdQueue.setReadyToSend();
+}
+
+/// The marker has no end but its own: it comes again with the repeated reading of the settings.
+void SerialPortController::timeOut(StandardCommand *command)
+{
+    if (command->type() == StandardCommand::Marker && isLost()) {
+        m_txmtCmdQueue.release(command);
+        delete command;
+        return;
+    }
+    command->setStatus(StandardCommand::TimedOut);
+    qCInfo(lcLink) << m_port.portName() << "timed out:" << command->address() << command->mnemonic();
+    EmitRcvdCmd(command);
+}
+
+/// Who asked the client something is told that there was no answer; nobody waits for the end of anything else.
+void SerialPortController::timeOut(RemoteCommand *message)
+{
+    std::unique_ptr<RemoteCommand> owned(message);
+    message->setTimedOut();
+    if (m_portType == REMOTE_LINK &&
+        (message->type() == RemoteCommand::Query || message->type() == RemoteCommand::Value))
+        EmitRcvdRemoteCmd(owned.release());
+}
+
 void SerialPortController::AddCmdToTxmtCmdQueue(StandardCommand *command)
 {
+    if (isLost()) {
+        timeOut(command);
+        return;
+    }
     m_txmtCmdQueue.append(command);
     EmitTrnsmtCmd();
 }
@@ -220,6 +278,10 @@ void SerialPortController::AddCmdToTxmtRemoteEyeAndStatusCmdQueue(RemoteCommand 
 
 void SerialPortController::appendForClient(RemoteCommand *command)
 {
+    if (isLost()) {
+        timeOut(command);
+        return;
+    }
     // One message goes in about a millisecond, so a port that is read can be too slow as well.
     if (isPortFull() || m_txmtRemoteCmdQueue.waitingCount() >= RemoteTransmitQueue::kMaxMessages)
         m_txmtRemoteCmdQueue.appendForSlowClient(command);
@@ -270,135 +332,62 @@ void SerialPortController::TimeOutTmr_Tick()
     // A running timer belongs to a command sent after this tick was queued.
     if (m_timeOutTmr.isActive() || !m_txmtCmdQueue.isAwaitingAnswer())
         return;
-    StandardCommand *command = m_txmtCmdQueue.inFlight();
-    command->setStatus(StandardCommand::TimedOut);
-    qCInfo(lcLink) << m_port.portName() << "timed out:" << command->address() << command->mnemonic();
-    EmitRcvdCmd(command);
+    timeOut(m_txmtCmdQueue.inFlight());
     m_txmtCmdQueue.setReadyToSend();
     EmitTrnsmtCmd();
 }
 
 void SerialPortController::TimeOutTmrRemote_Tick()
 {
-    std::unique_ptr<RemoteCommand> message(takeTimedOutRemoteMessage());
-    if (!message)
-        return;
-    if (message->type() == RemoteCommand::Query || message->type() == RemoteCommand::Value)
-        EmitRcvdRemoteCmd(message.release());
-    EmitTrnsmtRemoteCmd();
+    if (finishRemoteMessage())
+        EmitTrnsmtRemoteCmd();
 }
 
 void SerialPortController::TimeOutTmrRemoteEyeAndStatus_Tick()
 {
-    if (std::unique_ptr<RemoteCommand>(takeTimedOutRemoteMessage()))
+    if (finishRemoteMessage())
         EmitTrnsmtRemoteEyeAndStatusCmd();
 }
 
-RemoteCommand *SerialPortController::takeTimedOutRemoteMessage()
+bool SerialPortController::finishRemoteMessage()
 {
     if (m_timeOutTmr.isActive() || !m_txmtRemoteCmdQueue.isAwaitingAnswer())
-        return nullptr;
-    RemoteCommand *const message = m_txmtRemoteCmdQueue.inFlight();
-    message->setTimedOut();
-    m_txmtRemoteCmdQueue.release(message);
+        return false;
+    timeOut(m_txmtRemoteCmdQueue.takeInFlight());
     m_txmtRemoteCmdQueue.setReadyToSend();
-    return message;
+    return true;
 }
 
-void SerialPortController::StartEstablishCommTmr(int ms, QLabel *label)
+// Inventory
+
+void SerialPortController::StartEstablishCommTmr(int ms, QLabel *label) { m_discovery->start(ms, label); }
+
+void SerialPortController::StopEstablishCommTmr() { m_discovery->stop(); }
+
+void SerialPortController::EstablishCommTmr_Tick() { m_discovery->tick(); }
+
+void SerialPortController::ProcessCmd(const StandardCommand &command) { m_discovery->process(command); }
+
+void SerialPortController::processCardList(const QString &cardList) { m_discovery->processCardList(cardList); }
+
+void SerialPortController::ConsolidateCardList() { m_discovery->consolidateCards(); }
+
+void SerialPortController::GenerateChannelList(const QString &cardList) { m_discovery->createChannels(cardList); }
+
+void SerialPortController::generateTmoipCard(const QString &name)
 {
-    m_countdownLabel = label;
-    m_establishCommTmr.start(ms);
+    if (m_portType == COMMAND_LINK)
+        m_discovery->createTmoipCard(name);
 }
 
-void SerialPortController::EstablishCommTmr_Tick()
-{
-    if (m_countdownLabel)
-        m_countdownLabel->setText(QString::number(m_startupCountdown));
-    if (m_startupCountdown > 0) {
-        // A booting chassis chatters; whole frames among it were read when they arrived.
-        if (m_port.isOpen())
-            m_port.readAll();
-        --m_startupCountdown;
-        return;
-    }
-    if (m_communicationEstablished)
-        return;
-    queueSystemRequest(UniversalChan::Commands::VER, {}, StandardCommand::Query);
-    queueSystemRequest(UniversalChan::Commands::VERTSKB, {}, StandardCommand::Query);
-    m_startupCountdown = kVersionRetrySeconds;
-}
-
-const QList<Card> &SerialPortController::cards() const { return *m_cards; }
+const QList<Card> &SerialPortController::cards() const { return m_discovery->cards(); }
 
 QStringList SerialPortController::cardInfoStrings() const
 {
     QStringList texts;
-    for (const Card &card : *m_cards)
+    for (const Card &card : cards())
         texts += card.GetFormattedCardInfoString();
     return texts;
-}
-
-void SerialPortController::ProcessCmd(const StandardCommand &command)
-{
-    if (command.mnemonic() == UniversalChan::Commands::NOTIFY) {
-        // However the marker ended: a stray NAK inside its millisecond must not end start-up for ever.
-        if (!std::exchange(m_allSettingsObtained, true))
-            EmitAllSettingsObtained();
-    } else if (command.type() == StandardCommand::Query && command.status() == StandardCommand::Completed &&
-               !m_communicationEstablished) {
-        establishCommunication(command.responseData());
-    }
-}
-
-void SerialPortController::establishCommunication(const QString &version)
-{
-    StopEstablishCommTmr();
-    m_communicationEstablished = true;
-    if (m_countdownLabel)
-        m_countdownLabel->hide();
-
-    auto systemChannel = std::make_unique<UniversalChan>(nullptr, u"0"_s, this);
-    m_systemChannel = systemChannel.get();
-    m_systemChannel->setSystemIdentifier(m_systemIdentifier);
-    m_rcvdCmdQueueReader->setSystemChannel(m_systemChannel);
-    addChannel(std::move(systemChannel));
-
-    queueSystemRequest(UniversalChan::Commands::SYSID, m_systemIdentifier, StandardCommand::Set);
-    requestCardList();
-    m_cardListTmr.start(kCardListRetryMs);
-    m_systemChannel->setVerTsMain(version);
-    Q_EMIT CommunicationEstablished();
-}
-
-void SerialPortController::requestCardList()
-{
-    queueSystemRequest(UniversalChan::Commands::CLST, {}, StandardCommand::Query);
-}
-
-void SerialPortController::processCardList(const QString &cardList)
-{
-    m_cardListTmr.stop();
-    *m_cards = CardList::parse(cardList);
-    ConsolidateCardList();
-    GenerateChannelList(cardList);
-    for (Channel *channel : std::as_const(m_chanList)) {
-        channel->RequestSettings();
-        channel->SetSlaveChanList(this, QString::fromLatin1(channel->metaObject()->className()));
-    }
-    AddCmdToTxmtCmdQueue(new StandardCommand(m_systemChannel, UniversalChan::Address, UniversalChan::Commands::NOTIFY,
-                                             {}, StandardCommand::Queued, StandardCommand::Marker,
-                                             StandardCommand::kMarkerTimeOutMs));
-    queueSystemRequest(UniversalChan::Commands::TRON, u"ON"_s, StandardCommand::Set);
-}
-
-void SerialPortController::ConsolidateCardList() { *m_cards = CardList::consolidated(*m_cards); }
-
-void SerialPortController::GenerateChannelList(const QString &cardList)
-{
-    for (auto &channel : ChannelFactory::create(cardList, this))
-        addChannel(std::move(channel));
-    updateDispatcher();
 }
 
 void SerialPortController::GenerateChannelList(SerialPortController *source)
@@ -407,38 +396,20 @@ void SerialPortController::GenerateChannelList(SerialPortController *source)
         takeOver(channel);
 }
 
-void SerialPortController::generateTmoipCard(const QString &name)
-{
-    if (m_portType != COMMAND_LINK)
-        return;
-    const QString number = name.startsWith(TmoipCard::ChanType) ? name.sliced(TmoipCard::ChanType.size()) : name;
-    auto owned = std::make_unique<TmoipCard>(nullptr, number, this);
-    TmoipCard *const card = owned.get();
-    const auto isKnown = [card](const Channel *channel) { return channel->address() == card->address(); };
-    if (number.isEmpty() || std::any_of(m_chanList.cbegin(), m_chanList.cend(), isKnown))
-        return;
-    addChannel(std::move(owned));
-    updateDispatcher();
-    card->RequestSettings();
-    for (TmoipChan *stream : card->tmoipChanSlots())
-        stream->RequestSettings();
-    EmitTmoipCardObtained(card);
-}
-
 void SerialPortController::addTmoipCard(TmoipCard *card) { takeOver(card); }
 
 void SerialPortController::takeOver(Channel *channel)
 {
-    m_chanList.append(channel);
     if (m_portType == REMOTE_LINK)
         channel->setSPCRemote(this);
     else if (m_portType == REMOTE_EYE_AND_STATUS_LINK)
         channel->setSPCRemoteEyeAndStatus(this);
-    updateDispatcher();
+    addChannel(channel);
 }
 
-void SerialPortController::updateDispatcher()
+void SerialPortController::addChannel(Channel *channel)
 {
+    m_chanList.append(channel);
     if (m_rcvdCmdQueueReader)
         m_rcvdCmdQueueReader->SetChanLists();
     if (m_rcvdRemoteCmdQueueReader)
@@ -447,15 +418,4 @@ void SerialPortController::updateDispatcher()
         m_eyeConstDataQueueReader->SetChanLists();
 }
 
-void SerialPortController::addChannel(std::unique_ptr<Channel> channel)
-{
-    m_chanList.append(channel.get());
-    m_ownChannels.push_back(std::move(channel));
-}
-
-void SerialPortController::queueSystemRequest(const QString &mnemonic, const QString &data,
-                                              StandardCommand::CommandType type)
-{
-    AddCmdToTxmtCmdQueue(new StandardCommand(nullptr, UniversalChan::Address, mnemonic, data, StandardCommand::Queued,
-                                             type, StandardCommand::kTimeOutMs));
-}
+void SerialPortController::setSystemChannel(UniversalChan *channel) { m_rcvdCmdQueueReader->setSystemChannel(channel); }

@@ -12,16 +12,18 @@
 #include <QTimer>
 
 #include <memory>
-#include <vector>
 
 class Card;
 class Channel;
+class Discovery;
 class EyeConstData;
 class EyeConstDataQueueReader;
+class LinkGuard;
 class QLabel;
 class QMessageBox;
 class RcvdCmdQueueReader;
 class RcvdRemoteCmdQueueReader;
+class SerialPortReader;
 class TmoipCard;
 class UniversalChan;
 
@@ -31,7 +33,8 @@ class UniversalChan;
 /// Everything runs on the GUI thread. Queued connections put transmitting and dispatching off to the next pass of the
 /// event loop, so neither re-enters the other, and their order is the order of the events. On the standard links at
 /// most one command is in flight: the next is written only when the one before was acknowledged, answered, rejected
-/// or timed out. There is no retry.
+/// or timed out. There is no retry. What waits or is in flight when the cable is pulled ends as timed out, as does what
+/// is queued until the link is back.
 class SerialPortController : public QObject
 {
     Q_OBJECT
@@ -55,6 +58,8 @@ public:
     [[nodiscard]] PORT_TYPE portType() const { return m_portType; }
     [[nodiscard]] bool isStandardLink() const { return m_portType == COMMAND_LINK || m_portType == SPECTRAL_LINK; }
     [[nodiscard]] QSerialPort &port() { return m_port; }
+    /// Whether the cable is pulled.
+    [[nodiscard]] bool isLost() const;
 
     /// Appends to the transmit queue. The link takes ownership; the receive dispatcher deletes the command.
     void AddCmdToTxmtCmdQueue(StandardCommand *command);
@@ -86,7 +91,7 @@ public:
     /// @param ms    interval of the countdown in ms
     /// @param label shows the remaining seconds until the chassis answers; may be null
     void StartEstablishCommTmr(int ms, QLabel *label);
-    void StopEstablishCommTmr() { m_establishCommTmr.stop(); }
+    void StopEstablishCommTmr();
 
     // Inventory
 
@@ -112,6 +117,10 @@ public:
     void generateTmoipCard(const QString &name);
     /// Takes over a channel that the spectral link has found and keeps owning.
     void addSpecChan(Channel *channel) { takeOver(channel); }
+    /// Takes a channel that discovery has found and keeps owning.
+    void addChannel(Channel *channel);
+    /// The system channel among them, which gets what comes from the system address.
+    void setSystemChannel(UniversalChan *channel);
     /// Merges the card list's entries into one card each.
     void ConsolidateCardList();
 
@@ -121,6 +130,7 @@ public:
     void EmitRcvdRemoteCmd(RemoteCommand *command) { Q_EMIT RcvdRemoteCmd(command); }
     void EmitTrnsmtRemoteEyeAndStatusCmd() { Q_EMIT TrnsmtRemoteEyeAndStatusCmd(); }
     void EmitRcvdEyeConstData(EyeConstData *data) { Q_EMIT RcvdEyeConstData(data); }
+    void EmitCommunicationEstablished() { Q_EMIT CommunicationEstablished(); }
     void EmitAllSettingsObtained() { Q_EMIT AllSettingsObtained(); }
     void EmitTmoipCardObtained(TmoipCard *card) { Q_EMIT TmoipCardObtained(card); }
 
@@ -133,7 +143,7 @@ Q_SIGNALS:
     void TrnsmtRemoteEyeAndStatusCmd();
     /// The operator has closed the box that told of a device that would not open.
     void OpenFailureAcknowledged();
-    /// The chassis has answered for the first time.
+    /// The chassis has answered for the first time, or again after the link was lost.
     void CommunicationEstablished();
     /// The chassis has a TMoIP card.
     void TmoipCardObtained(TmoipCard *card);
@@ -157,50 +167,43 @@ public Q_SLOTS:
 private:
     void configurePort();
     void openPort();
+    void connectGuard();
+    void linkLost();
+    void linkFound();
+    /// Ends a command without an answer.
+    void timeOut(StandardCommand *command);
+    void timeOut(RemoteCommand *message);
+    void timeOutAll();
     void createWorkers();
     void createStandardWorkers();
     void createRemoteWorkers();
     void createRemoteEyeAndStatusWorkers();
     void createEyeConstWorkers();
 
-    /// The message in flight, timed out and no longer waited for; null if this tick does not belong to it.
-    [[nodiscard]] RemoteCommand *takeTimedOutRemoteMessage();
+    /// Ends the message in flight after its time-out; returns whether the next one may go.
+    bool finishRemoteMessage();
     void appendForClient(RemoteCommand *command);
-    void establishCommunication(const QString &version);
-    void requestCardList();
-    void queueSystemRequest(const QString &mnemonic, const QString &data, StandardCommand::CommandType type);
-    void addChannel(std::unique_ptr<Channel> channel);
     /// Adds a channel of another link and attaches this one to it, if it serves the remote client.
     void takeOver(Channel *channel);
-    /// Tells the receive worker which channels there are.
-    void updateDispatcher();
 
     const PORT_TYPE m_portType;
-    const QString m_systemIdentifier;
     QSerialPort m_port;
 
     TransmitQueue<StandardCommand> m_txmtCmdQueue;
     RemoteTransmitQueue m_txmtRemoteCmdQueue;
     QTimer m_timeOutTmr;
 
-    bool m_communicationEstablished = false;
-    bool m_allSettingsObtained = false;
-    int m_startupCountdown = 0; ///< seconds
-    QTimer m_establishCommTmr;
-    QTimer m_cardListTmr;
-    QPointer<QLabel> m_countdownLabel;
+    std::unique_ptr<LinkGuard> m_guard;
     QPointer<QMessageBox> m_openFailureBox;
 
-    UniversalChan *m_systemChannel = nullptr;
+    std::unique_ptr<Discovery> m_discovery; ///< of a standard link
     QList<Channel *> m_chanList;
-    std::vector<std::unique_ptr<Channel>> m_ownChannels;
-    std::unique_ptr<QList<Card>> m_cards;
 
     // The workers of this kind of link; they find each other through this controller's signals.
-    std::unique_ptr<QObject> m_reader;
+    std::unique_ptr<SerialPortReader> m_reader; ///< none on the remote eye-and-status link
     std::unique_ptr<QObject> m_transmitWorker;
-    std::unique_ptr<QObject> m_receiveWorker;           ///< none on the remote eye-and-status link, which only sends
-    RcvdCmdQueueReader *m_rcvdCmdQueueReader = nullptr; ///< the receive worker of a standard link
+    std::unique_ptr<QObject> m_receiveWorker;                       ///< none there either: it only sends
+    RcvdCmdQueueReader *m_rcvdCmdQueueReader = nullptr;             ///< the receive worker of a standard link
     RcvdRemoteCmdQueueReader *m_rcvdRemoteCmdQueueReader = nullptr; ///< the receive worker of the remote link
     EyeConstDataQueueReader *m_eyeConstDataQueueReader = nullptr;   ///< the receive worker of the eye link
     bool m_ending = false;

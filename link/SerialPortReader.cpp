@@ -49,6 +49,8 @@ SerialPortReader::SerialPortReader(QObject *parent, SerialPortController *contro
 
 void SerialPortReader::ReadPort()
 {
+    if (!m_port->isOpen())
+        return; // lost since this was due
     if (m_controller->portType() == SerialPortController::REMOTE_LINK)
         readClient();
     else

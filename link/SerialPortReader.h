@@ -19,6 +19,9 @@ class SerialPortReader : public QObject
 public:
     SerialPortReader(QObject *parent, SerialPortController *controller, QSerialPort *port);
 
+    /// Forgets a frame begun on a line that was lost.
+    void reset() { m_decoder.reset(); }
+
 public Q_SLOTS:
     void ReadPort();
 

@@ -15,7 +15,7 @@ public:
     TransmitQueue() = default;
     TransmitQueue(const TransmitQueue &) = delete;
     TransmitQueue &operator=(const TransmitQueue &) = delete;
-    ~TransmitQueue() { deleteInFlight(); }
+    ~TransmitQueue() { delete m_inFlight; }
 
     /// Takes ownership and marks the message as queued.
     void append(Message *message)
@@ -55,7 +55,11 @@ public:
             m_inFlight = nullptr;
     }
 
-    void deleteInFlight() { delete std::exchange(m_inFlight, nullptr); }
+    /// Takes every message that waits off the queue.
+    [[nodiscard]] std::deque<std::unique_ptr<Message>> takeWaiting() { return std::exchange(m_waiting, {}); }
+
+    /// The message in flight, which then is no longer referenced here.
+    [[nodiscard]] Message *takeInFlight() { return std::exchange(m_inFlight, nullptr); }
 
 protected:
     /// Calls @p function with every message that waits, oldest first.

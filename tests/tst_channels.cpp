@@ -413,7 +413,7 @@ void ChannelsTest::eyeBlocksForASlowClient()
         const QByteArray digits = QByteArray::number(number);
         bench.send({ "ED1" + digits.repeated(512) });
         QVERIFY(waitUntil([&] { return bench.block(u"D1"_s).startsWith(digits); }));
-        const auto waiting = qint64(bench.client.txmtRemoteEyeAndStatusCmdQueue().waitingCount());
+        const auto waiting = qint64(bench.client.txmtRemoteCmdQueue().waitingCount());
         most = qMax(most, bench.client.port().bytesToWrite() + waiting * 2048);
     }
     QVERIFY2(most > 10'000, "the client took everything");

@@ -6,13 +6,18 @@
 #include <QSocketNotifier>
 
 #include <array>
+#include <utility>
 
 #include <fcntl.h>
 #include <pty.h>
 #include <termios.h>
 #include <unistd.h>
 
-FarEnd::FarEnd(const QString &devicePath) : m_devicePath(devicePath)
+FarEnd::FarEnd(const QString &devicePath) : m_devicePath(devicePath) { plug(); }
+
+FarEnd::~FarEnd() { unplug(); }
+
+void FarEnd::plug()
 {
     std::array<char, 128> slaveName{};
     termios raw{};
@@ -20,17 +25,19 @@ FarEnd::FarEnd(const QString &devicePath) : m_devicePath(devicePath)
     if (::openpty(&m_master, &m_slave, slaveName.data(), &raw, nullptr) != 0)
         qFatal("no pseudo-terminal to be had");
     ::fcntl(m_master, F_SETFL, O_NONBLOCK);
-    QFile::link(QString::fromLocal8Bit(slaveName.data()), devicePath);
+    QFile::link(QString::fromLocal8Bit(slaveName.data()), m_devicePath);
 
     m_notifier = new QSocketNotifier(m_master, QSocketNotifier::Read, this);
     connect(m_notifier, &QSocketNotifier::activated, this, &FarEnd::receive);
 }
 
-FarEnd::~FarEnd()
+void FarEnd::unplug()
 {
+    delete std::exchange(m_notifier, nullptr);
     QFile::remove(m_devicePath);
-    ::close(m_slave);
-    ::close(m_master);
+    ::close(std::exchange(m_slave, -1));
+    ::close(std::exchange(m_master, -1));
+    m_partial.clear();
 }
 
 void FarEnd::setReading(bool reading) { m_notifier->setEnabled(reading); }

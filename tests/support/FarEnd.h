@@ -28,6 +28,12 @@ public:
     /// Frames received from @p mark on; a mark is frames().size() at some moment.
     [[nodiscard]] QByteArrayList framesSince(qsizetype mark) const { return m_frames.sliced(mark); }
     void clear();
+
+    /// Pulls the cable: the port at the other end hangs up, and its device is gone.
+    void unplug();
+    /// Puts the device back.
+    void plug();
+
     /// Takes what arrives, as from the start, or leaves it in the terminal.
     void setReading(bool reading);
 

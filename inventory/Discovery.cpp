@@ -1,0 +1,180 @@
+#include "inventory/Discovery.h"
+
+#include "channels/TmoipCard.h"
+#include "channels/TmoipChan.h"
+#include "channels/UniversalChan.h"
+#include "inventory/CardList.h"
+#include "inventory/ChannelFactory.h"
+#include "link/SerialPortController.h"
+
+#include <QLabel>
+
+#include <algorithm>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kTickMs = 1000;
+constexpr int kVersionRetrySeconds = 2; ///< ticks between two rounds of version queries, less one
+constexpr int kCardListRetryMs = 3000;
+
+void requestSettings(Channel *channel)
+{
+    channel->RequestSettings();
+    if (const auto *const card = qobject_cast<TmoipCard *>(channel)) {
+        for (TmoipChan *stream : card->tmoipChanSlots())
+            stream->RequestSettings();
+    }
+}
+
+} // namespace
+
+Discovery::Discovery(SerialPortController *link, const QString &systemIdentifier, int startupSeconds)
+    : m_link(link)
+    , m_systemIdentifier(systemIdentifier)
+    , m_countdown(startupSeconds)
+{
+    m_cardListTmr.setInterval(kCardListRetryMs);
+    connect(&m_startupTmr, &QTimer::timeout, link, &SerialPortController::EstablishCommTmr_Tick, Qt::QueuedConnection);
+    connect(&m_cardListTmr, &QTimer::timeout, this, &Discovery::requestCardList);
+}
+
+Discovery::~Discovery() = default;
+
+void Discovery::start(int ms, QLabel *label)
+{
+    m_countdownLabel = label;
+    m_startupTmr.start(ms);
+}
+
+void Discovery::tick()
+{
+    if (m_countdownLabel)
+        m_countdownLabel->setText(QString::number(m_countdown));
+    if (m_countdown > 0) {
+        // A booting chassis chatters; whole frames among it were read when they arrived.
+        if (m_link->port().isOpen())
+            m_link->port().readAll();
+        --m_countdown;
+        return;
+    }
+    if (m_isEstablished || m_link->isLost())
+        return;
+    queueRequest(UniversalChan::Commands::VER, {}, StandardCommand::Query);
+    queueRequest(UniversalChan::Commands::VERTSKB, {}, StandardCommand::Query);
+    m_countdown = kVersionRetrySeconds;
+}
+
+void Discovery::pause()
+{
+    m_cardListTmr.stop();
+    if (std::exchange(m_isEstablished, false))
+        m_countdown = 0;
+}
+
+void Discovery::resume()
+{
+    if (!m_startupTmr.isActive())
+        start(kTickMs, nullptr);
+}
+
+void Discovery::process(const StandardCommand &command)
+{
+    if (command.mnemonic() == UniversalChan::Commands::NOTIFY) {
+        // However the marker ended: a stray NAK inside its millisecond must not end start-up for ever.
+        if (!std::exchange(m_hasAllSettings, true))
+            m_link->EmitAllSettingsObtained();
+    } else if (command.type() == StandardCommand::Query && command.status() == StandardCommand::Completed &&
+               !m_isEstablished) {
+        establish(command.responseData());
+    }
+}
+
+void Discovery::establish(const QString &version)
+{
+    m_startupTmr.stop();
+    m_isEstablished = true;
+    if (m_countdownLabel)
+        m_countdownLabel->hide();
+    if (!m_systemChannel)
+        createSystemChannel();
+    queueRequest(UniversalChan::Commands::SYSID, m_systemIdentifier, StandardCommand::Set);
+    if (m_hasCardList) {
+        requestAllSettings();
+    } else {
+        requestCardList();
+        m_cardListTmr.start();
+    }
+    m_systemChannel->setVerTsMain(version);
+    m_link->EmitCommunicationEstablished();
+}
+
+void Discovery::createSystemChannel()
+{
+    auto owned = std::make_unique<UniversalChan>(nullptr, u"0"_s, m_link);
+    m_systemChannel = owned.get();
+    m_systemChannel->setSystemIdentifier(m_systemIdentifier);
+    add(std::move(owned));
+    m_link->setSystemChannel(m_systemChannel);
+}
+
+void Discovery::requestCardList() { queueRequest(UniversalChan::Commands::CLST, {}, StandardCommand::Query); }
+
+void Discovery::processCardList(const QString &cardList)
+{
+    m_cardListTmr.stop();
+    m_hasCardList = true;
+    m_cards = CardList::parse(cardList);
+    consolidateCards();
+    createChannels(cardList);
+    for (Channel *channel : m_link->channels())
+        channel->SetSlaveChanList(m_link, QString::fromLatin1(channel->metaObject()->className()));
+    requestAllSettings();
+}
+
+/// The marker is left out once all settings are known: its end is told only once.
+void Discovery::requestAllSettings()
+{
+    for (const auto &channel : m_channels)
+        requestSettings(channel.get());
+    if (!m_hasAllSettings)
+        m_link->AddCmdToTxmtCmdQueue(new StandardCommand(m_systemChannel, UniversalChan::Address,
+                                                         UniversalChan::Commands::NOTIFY, {}, StandardCommand::Queued,
+                                                         StandardCommand::Marker, StandardCommand::kMarkerTimeOutMs));
+    queueRequest(UniversalChan::Commands::TRON, u"ON"_s, StandardCommand::Set);
+}
+
+void Discovery::consolidateCards() { m_cards = CardList::consolidated(m_cards); }
+
+void Discovery::createChannels(const QString &cardList)
+{
+    for (auto &channel : ChannelFactory::create(cardList, m_link))
+        add(std::move(channel));
+}
+
+void Discovery::createTmoipCard(const QString &name)
+{
+    const QString number = name.startsWith(TmoipCard::ChanType) ? name.sliced(TmoipCard::ChanType.size()) : name;
+    auto owned = std::make_unique<TmoipCard>(nullptr, number, m_link);
+    TmoipCard *const card = owned.get();
+    const auto isKnown = [card](const auto &channel) { return channel->address() == card->address(); };
+    if (number.isEmpty() || std::any_of(m_channels.cbegin(), m_channels.cend(), isKnown))
+        return;
+    add(std::move(owned));
+    requestSettings(card);
+    m_link->EmitTmoipCardObtained(card);
+}
+
+void Discovery::queueRequest(const QString &mnemonic, const QString &data, StandardCommand::CommandType type)
+{
+    m_link->AddCmdToTxmtCmdQueue(new StandardCommand(nullptr, UniversalChan::Address, mnemonic, data,
+                                                     StandardCommand::Queued, type, StandardCommand::kTimeOutMs));
+}
+
+void Discovery::add(std::unique_ptr<Channel> channel)
+{
+    m_channels.push_back(std::move(channel));
+    m_link->addChannel(m_channels.back().get());
+}

@@ -1,0 +1,82 @@
+#pragma once
+
+#include "inventory/Card.h"
+#include "link/StandardCommand.h"
+
+#include <QList>
+#include <QObject>
+#include <QPointer>
+#include <QString>
+#include <QTimer>
+
+#include <memory>
+#include <vector>
+
+class Channel;
+class QLabel;
+class SerialPortController;
+class UniversalChan;
+
+/// Finds out what is at the far end of a standard-protocol link, and owns what it finds.
+///
+/// It counts down while the chassis boots, asks for its version until it answers, and then for its card list, which
+/// makes cards and channels; these ask for their settings, with a marker behind them. A link that was lost and found
+/// goes through the same again, with the channels that are already there.
+class Discovery : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// @param link carries the questions; outlives this
+    /// @param startupSeconds time that the chassis is given to boot
+    Discovery(SerialPortController *link, const QString &systemIdentifier, int startupSeconds);
+    ~Discovery() override;
+
+    /// Starts to wait for the chassis.
+    /// @param ms    interval of the countdown in ms
+    /// @param label shows the remaining seconds until the chassis answers; may be null
+    void start(int ms, QLabel *label);
+    void stop() { m_startupTmr.stop(); }
+    /// One second of the countdown; behind it, every third second, the version is asked for.
+    void tick();
+
+    /// The link has been lost: nothing is asked until resume(), but a countdown goes on.
+    void pause();
+    /// The link is back: the chassis is asked for its version until it answers, and then for every setting.
+    void resume();
+
+    /// Takes the answer to a version query, or the end of the end-of-settings marker.
+    void process(const StandardCommand &command);
+    /// Creates cards and channels and queues every settings query, the end-of-settings marker behind them, and the
+    /// request that starts the reports.
+    void processCardList(const QString &cardList);
+    /// Creates the channels that the card list tells of.
+    void createChannels(const QString &cardList);
+    /// Creates a TMoIP card and asks for its settings and those of its streams.
+    /// @param name "TM" and the card's number, or the number alone; one without number or known already makes no card
+    void createTmoipCard(const QString &name);
+    /// Merges the card list's entries into one card each.
+    void consolidateCards();
+    [[nodiscard]] const QList<Card> &cards() const { return m_cards; }
+
+private:
+    void establish(const QString &version);
+    void createSystemChannel();
+    void requestCardList();
+    void requestAllSettings();
+    void queueRequest(const QString &mnemonic, const QString &data, StandardCommand::CommandType type);
+    void add(std::unique_ptr<Channel> channel);
+
+    SerialPortController *m_link;
+    const QString m_systemIdentifier;
+    int m_countdown; ///< seconds
+    bool m_isEstablished = false;
+    bool m_hasCardList = false;
+    bool m_hasAllSettings = false;
+    QTimer m_startupTmr;
+    QTimer m_cardListTmr;
+    QPointer<QLabel> m_countdownLabel;
+    UniversalChan *m_systemChannel = nullptr;
+    std::vector<std::unique_ptr<Channel>> m_channels;
+    QList<Card> m_cards;
+};
