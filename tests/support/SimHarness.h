@@ -11,6 +11,51 @@
 #include <sys/ioctl.h>
 #include <unistd.h>
 
+/// A client's end of a link.
+class Terminal
+{
+public:
+    Terminal() = default;
+    ~Terminal() { close(); }
+    Q_DISABLE_COPY_MOVE(Terminal)
+
+    /// Opens for itself alone, like a serial port.
+    bool open(const QString &path)
+    {
+        const QByteArray file = QFile::encodeName(path);
+        // A client that went away while it held the line for itself keeps others out for a moment.
+        for (const QDeadlineTimer deadline(3000); m_descriptor < 0 && !deadline.hasExpired();)
+            m_descriptor = ::open(file.constData(), O_RDWR | O_NOCTTY | O_NONBLOCK);
+        return ::ioctl(m_descriptor, TIOCEXCL) == 0;
+    }
+    void close()
+    {
+        ::close(m_descriptor);
+        m_descriptor = -1;
+    }
+    /// Whether poll() reports @p event in time.
+    [[nodiscard]] bool sees(short event, int ms = 3000) const
+    {
+        pollfd state{ m_descriptor, event, 0 };
+        return ::poll(&state, 1, ms) > 0 && (state.revents & event) != 0;
+    }
+    /// How much the terminal took at once.
+    [[nodiscard]] qsizetype writeBytes(QByteArrayView bytes) const
+    {
+        return qMax<qsizetype>(0, ::write(m_descriptor, bytes.data(), size_t(bytes.size())));
+    }
+    /// Next bytes; empty after @p ms without any.
+    [[nodiscard]] QByteArray readBytes(int ms = 3000) const
+    {
+        QByteArray bytes(4096, '\0');
+        const auto count = sees(POLLIN, ms) ? ::read(m_descriptor, bytes.data(), size_t(bytes.size())) : 0;
+        return bytes.first(qMax(count, 0));
+    }
+
+private:
+    int m_descriptor = -1;
+};
+
 /// Runs the chassis simulator as a user would and talks to it: bytes through its terminals, lines on its console.
 class SimHarness
 {
@@ -23,11 +68,7 @@ public:
         if (answerLine().startsWith("ready"))
             open();
     }
-    ~SimHarness()
-    {
-        end();
-        ::close(m_terminal);
-    }
+    ~SimHarness() { end(); }
     Q_DISABLE_COPY_MOVE(SimHarness)
 
     /// Ends the simulator if it still runs; its exit code, or -1 after a crash.
@@ -49,40 +90,28 @@ public:
     bool open(const char *name = "ttyUSB0", const QByteArray &link = "command")
     {
         m_link = link;
-        const QByteArray file = QFile::encodeName(path(QString::fromLatin1(name)));
-        // A client that went away while it held the line for itself keeps others out for a moment.
-        for (const QDeadlineTimer deadline(3000); m_terminal < 0 && !deadline.hasExpired();)
-            m_terminal = ::open(file.constData(), O_RDWR | O_NOCTTY | O_NONBLOCK);
-        return ::ioctl(m_terminal, TIOCEXCL) == 0 && shows(true);
+        return m_terminal.open(path(QString::fromLatin1(name))) && shows(m_link + "=open");
     }
     /// Closes the terminal and waits until the chassis has noticed.
     bool close()
     {
-        ::close(m_terminal);
-        m_terminal = -1;
+        m_terminal.close();
         m_bytes.clear();
-        return shows(false);
+        return shows(m_link + "=plugged");
     }
+    /// The terminal that is open.
+    [[nodiscard]] const Terminal &terminal() const { return m_terminal; }
     /// Whether poll() reports @p event on the terminal in time.
-    [[nodiscard]] bool sees(short event, int ms = 3000) const
-    {
-        pollfd state{ m_terminal, event, 0 };
-        return ::poll(&state, 1, ms) > 0 && (state.revents & event) != 0;
-    }
+    [[nodiscard]] bool sees(short event, int ms = 3000) const { return m_terminal.sees(event, ms); }
 
     void write(const QByteArray &text) const
     {
         const QByteArray frame = '\x02' + text + '\x0d';
-        if (::write(m_terminal, frame.constData(), size_t(frame.size())) != frame.size())
+        if (m_terminal.writeBytes(frame) != frame.size())
             qFatal("the terminal took no request");
     }
     /// Next bytes; empty after @p ms without any.
-    [[nodiscard]] QByteArray readBytes(int ms = 3000) const
-    {
-        QByteArray bytes(4096, '\0');
-        const auto count = sees(POLLIN, ms) ? ::read(m_terminal, bytes.data(), size_t(bytes.size())) : 0;
-        return bytes.first(qMax(count, 0));
-    }
+    [[nodiscard]] QByteArray readBytes(int ms = 3000) const { return m_terminal.readBytes(ms); }
     /// Text of the next frame with ACK and NAK spelt out; "(nothing)" after @p ms without one.
     QByteArray nextFrame(int ms = 3000)
     {
@@ -136,6 +165,15 @@ public:
         return {};
     }
 
+    /// Waits until the chassis shows @p state, "command=open" for a client at that link, "command=plugged" for none.
+    bool shows(const QByteArray &state)
+    {
+        const QDeadlineTimer deadline(10'000);
+        while (!order("show").split(' ').contains(state) && !deadline.hasExpired()) {
+        }
+        return !deadline.hasExpired();
+    }
+
 private:
     QByteArray answerLine()
     {
@@ -144,18 +182,10 @@ private:
             m_process.waitForReadyRead(100);
         return m_process.readLine().trimmed();
     }
-    /// Waits until the chassis shows a client at the terminal, or none any more.
-    bool shows(bool client)
-    {
-        const QDeadlineTimer deadline(10'000);
-        while (order("show").contains(m_link + "=open") != client && !deadline.hasExpired()) {
-        }
-        return !deadline.hasExpired();
-    }
 
     QTemporaryDir m_folder;
     QProcess m_process;
-    int m_terminal = -1;
+    Terminal m_terminal;
     QByteArray m_link;
     QByteArray m_bytes;
 };
