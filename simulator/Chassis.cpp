@@ -280,8 +280,7 @@ void Chassis::catchUp()
 void Chassis::step()
 {
     ++m_steps;
-    for (const auto &link : m_links)
-        link->watchClient();
+    stepLinks();
     m_scene->step(kStepSeconds);
     m_system->step(kStepSeconds);
     stepSignals();
@@ -290,6 +289,15 @@ void Chassis::step()
     else
         stepAwake();
     Q_EMIT stepped(double(m_steps) * kStepSeconds);
+}
+
+void Chassis::stepLinks()
+{
+    // First those that leave: their last words are not for one that has come since.
+    for (const auto &link : m_links)
+        link->noticeLeaving();
+    for (const auto &link : m_links)
+        link->noticeComing();
 }
 
 void Chassis::stepSignals()

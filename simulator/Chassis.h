@@ -91,6 +91,7 @@ private:
     void wake();
     void catchUp();
     void step();
+    void stepLinks();
     void stepBoot();
     void stepAwake();
     void stepSignals();

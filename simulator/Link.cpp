@@ -5,6 +5,12 @@
 
 #include <cerrno>
 
+namespace {
+/// More reads than a full terminal needs, so that a client that goes on writing does not keep the chassis from its
+/// work.
+constexpr int kMostReads = 16;
+} // namespace
+
 Link::Link(const QString &role, const QStringList &paths, QObject *parent)
     : QObject(parent)
     , m_role(role)
@@ -52,16 +58,33 @@ bool Link::send(const QByteArray &bytes)
     return queued;
 }
 
-void Link::watchClient()
+void Link::noticeLeaving()
+{
+    if (m_pty.hasClient())
+        return;
+    // The last words of one that came and went since the last look.
+    takeWaiting();
+    if (m_hasClient)
+        clientLeft();
+}
+
+void Link::noticeComing()
 {
     QString error;
     if (m_isLocked && !plug(error))
         qWarning("%s: %s", qPrintable(m_role), qPrintable(error));
-    if (!m_hasClient && m_pty.hasClient()) {
-        m_hasClient = true;
-        m_notifier->setEnabled(true);
-        Q_EMIT interrupted();
-    }
+    if (m_hasClient || !m_pty.hasClient())
+        return;
+    m_hasClient = true;
+    m_notifier->setEnabled(true);
+    Q_EMIT interrupted();
+}
+
+void Link::takeWaiting()
+{
+    QByteArray bytes;
+    for (int reads = 0; reads < kMostReads && !(bytes = m_pty.read()).isEmpty(); ++reads)
+        Q_EMIT received(bytes);
 }
 
 bool Link::makeNames(QString &error)

@@ -36,8 +36,10 @@ public:
     [[nodiscard]] qsizetype pending() const { return m_writer.pending(); }
     /// Drops what is queued.
     void silence() { m_writer.clear(); }
-    /// Looks whether a client came or went; to be called regularly. There is no event for a client that opens.
-    void watchClient();
+    /// Looks whether the client is gone; to be called regularly. Not every one leaves an event behind.
+    void noticeLeaving();
+    /// Looks whether a client came; to be called regularly, after noticeLeaving(). There is no event for that.
+    void noticeComing();
     /// How many messages the full transmit buffer has swallowed.
     [[nodiscard]] qint64 overruns() const { return m_overruns; }
 
@@ -49,6 +51,7 @@ Q_SIGNALS:
 private:
     [[nodiscard]] bool makeNames(QString &error);
     void removeNames();
+    void takeWaiting();
     void readPort();
     void clientLeft();
 

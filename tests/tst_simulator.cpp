@@ -253,6 +253,10 @@ void SimulatorTest::linksAndEnd()
             QFileInfo::exists(target(1)));
     QVERIFY(sim.order("plug command") == "ok" && sim.close() && sim.open());
     QCOMPARE(sim.talk("U0:TMRF > :1"), ""_ba);
+    Terminal visitor;
+    QVERIFY(sim.close() && visitor.open(sim.path(u"ttyUSB0"_s)) && visitor.writeBytes("\x02R1:FREQ:2260.5\r") == 16);
+    visitor.close();
+    QVERIFY2(sim.shows("R1:FREQ:2260.5") && sim.open() && !sim.sees(POLLIN, 200), "heard, and the answer is lost");
     QVERIFY(sim.close() && sim.open("ttyUSB4", "remote"));
     sim.write("U0:VER");
     QVERIFY2(!sim.sees(POLLIN, 200), "the other links say nothing, and do not echo");
