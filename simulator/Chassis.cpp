@@ -5,6 +5,7 @@
 #include "EyePort.h"
 #include "Family.h"
 #include "Link.h"
+#include "NullModem.h"
 #include "ReceiverUnit.h"
 #include "SpectralCard.h"
 #include "SystemUnit.h"
@@ -28,19 +29,30 @@ constexpr qint64 kMostStepsMadeUp = kStepsPerSecond;
 struct LinkPlan
 {
     const char *role;
-    std::array<int, 2> devices; ///< numbers of the device names; 0 in second place: only one
+    std::array<const char *, 2> names; ///< in the device folder; null in second place: only one
 };
 
 /// The first link is the command link. The spare one has no purpose but exists on the head as well.
-constexpr auto kLinks = std::to_array<LinkPlan>({ { "command", { 0, 3 } },
-                                                  { "eye", { 1, 7 } },
-                                                  { "spectral", { 2, 0 } },
-                                                  { "remote", { 4, 8 } },
-                                                  { "status", { 5, 9 } },
-                                                  { "spare", { 6, 0 } } });
+constexpr auto kLinks = std::to_array<LinkPlan>({ { "command", { "ttyUSB0", "ttyUSB3" } },
+                                                  { "eye", { "ttyUSB1", "ttyUSB7" } },
+                                                  { "spectral", { "ttyUSB2" } },
+                                                  { "remote", { "ttyUSB4", "ttyUSB8" } },
+                                                  { "status", { "ttyUSB5", "ttyUSB9" } },
+                                                  { "spare", { "ttyUSB6" } },
+                                                  { "client-remote", { "client-remote" } },
+                                                  { "client-status", { "client-status" } } });
 
 constexpr size_t kEyeLink = 1; // positions in that list
 constexpr size_t kSpectralLink = 2;
+
+/// The two ends of each null modem, as positions in that list.
+struct NullModemPlan
+{
+    size_t head;
+    size_t client;
+};
+constexpr auto kNullModems = std::to_array<NullModemPlan>({ { 3, 6 }, { 4, 7 } });
+
 constexpr quint32 kFirstDemodulatorSeed = 10;
 constexpr quint32 kFirstStreamSeed = 20;
 constexpr quint32 kSpectralSeed = 30;
@@ -65,14 +77,8 @@ Chassis::Chassis(const Setup &setup, QObject *parent)
     , m_chatter(derivedSeed(setup.seed, 2))
     , m_presets(m_presetStore, m_announcer)
 {
-    for (const LinkPlan &plan : kLinks) {
-        QStringList paths;
-        for (const int device : plan.devices) {
-            if (paths.isEmpty() || device != 0)
-                paths.append(QStringLiteral("%1/ttyUSB%2").arg(m_setup.deviceDir).arg(device));
-        }
-        m_links.push_back(std::make_unique<Link>(QString::fromLatin1(plan.role), paths));
-    }
+    makeLinks();
+    joinClients();
     m_port = std::make_unique<CommandPort>(*m_links.front(), m_faults, m_trace);
     m_eyePort = std::make_unique<EyePort>(*m_links.at(kEyeLink), derivedSeed(setup.seed, 3));
     connect(&m_announcer, &ChangeAnnouncer::announced, m_port.get(), &CommandPort::sendText);
@@ -81,6 +87,24 @@ Chassis::Chassis(const Setup &setup, QObject *parent)
 }
 
 Chassis::~Chassis() = default;
+
+void Chassis::makeLinks()
+{
+    for (const LinkPlan &plan : kLinks) {
+        QStringList paths;
+        for (const char *name : plan.names) {
+            if (name)
+                paths.append(QStringLiteral("%1/%2").arg(m_setup.deviceDir, QLatin1String(name)));
+        }
+        m_links.push_back(std::make_unique<Link>(QString::fromLatin1(plan.role), paths));
+    }
+}
+
+void Chassis::joinClients()
+{
+    for (const NullModemPlan &plan : kNullModems)
+        m_nullModems.push_back(std::make_unique<NullModem>(*m_links.at(plan.head), *m_links.at(plan.client), m_trace));
+}
 
 bool Chassis::start(const Family &family, QString &error)
 {
@@ -197,8 +221,10 @@ bool Chassis::setPlugged(const QString &role, bool plugged, QString &error)
         error = QStringLiteral("no link \"%1\"; there are: all %2").arg(role, linkRoles().join(u' '));
         return false;
     }
+    const QString clientRole = QStringLiteral("client-") + role;
     for (const auto &link : m_links) {
-        if ((!all && link->role() != role) || link->isPlugged() == plugged)
+        const bool isMeant = all || link->role() == role || link->role() == clientRole;
+        if (!isMeant || link->isPlugged() == plugged)
             continue;
         if (!plugged)
             link->unplug();
@@ -298,6 +324,8 @@ void Chassis::stepLinks()
         link->noticeLeaving();
     for (const auto &link : m_links)
         link->noticeComing();
+    for (const auto &nullModem : m_nullModems)
+        nullModem->step();
 }
 
 void Chassis::stepSignals()

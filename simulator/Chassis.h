@@ -22,6 +22,7 @@ class DemodulatorUnit;
 class EyePort;
 struct Family;
 class Link;
+class NullModem;
 class ReceiverUnit;
 class SpectralCard;
 class SystemUnit;
@@ -63,7 +64,8 @@ public:
 
     /// Names of the links that can be unplugged and plugged.
     [[nodiscard]] QStringList linkRoles() const;
-    /// Plugs or unplugs the link of that role, or "all". False with `error` set if there is none or it cannot be made.
+    /// Plugs or unplugs the link of that role, a remote one with its client's end, or "all". False with `error` set if
+    /// there is none or it cannot be made.
     [[nodiscard]] bool setPlugged(const QString &role, bool plugged, QString &error);
     /// Sends valid unprompted messages, `rate` a second, for some seconds.
     void flood(int rate, double seconds);
@@ -87,6 +89,8 @@ private:
     [[nodiscard]] bool addChannel(ChannelUnit *unit, const QJsonObject &values, QString &error);
     /// What a demodulator gets from the source of that name; nothing from one that is not there.
     [[nodiscard]] std::optional<IfSignal> output(const QByteArray &source) const;
+    void makeLinks();
+    void joinClients();
     [[nodiscard]] bool openLinks(QString &error);
     void wake();
     void catchUp();
@@ -111,6 +115,7 @@ private:
     ChangeAnnouncer m_announcer;
     PresetKeeper m_presets;
     std::vector<std::unique_ptr<Link>> m_links;
+    std::vector<std::unique_ptr<NullModem>> m_nullModems;
     std::unique_ptr<CommandPort> m_port;
     std::unique_ptr<SystemUnit> m_system;
     std::vector<std::unique_ptr<ReceiverUnit>> m_receivers;

@@ -62,7 +62,7 @@ void Link::noticeLeaving()
 {
     if (m_pty.hasClient())
         return;
-    // The last words of one that came and went since the last look.
+    // The last words of one that went while it was held back, or that came and went since the last look.
     takeWaiting();
     if (m_hasClient)
         clientLeft();
@@ -76,8 +76,15 @@ void Link::noticeComing()
     if (m_hasClient || !m_pty.hasClient())
         return;
     m_hasClient = true;
-    m_notifier->setEnabled(true);
+    m_notifier->setEnabled(!m_isHeldBack);
     Q_EMIT interrupted();
+}
+
+void Link::holdBack(bool hold)
+{
+    m_isHeldBack = hold;
+    if (m_hasClient)
+        m_notifier->setEnabled(!hold);
 }
 
 void Link::takeWaiting()

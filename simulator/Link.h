@@ -40,6 +40,10 @@ public:
     void noticeLeaving();
     /// Looks whether a client came; to be called regularly, after noticeLeaving(). There is no event for that.
     void noticeComing();
+    /// Lets what the client writes wait in its terminal, until that is full and the client has to wait as well.
+    void holdBack(bool hold);
+    /// Takes at once what the client has written, even while it is held back.
+    void takeWaiting();
     /// How many messages the full transmit buffer has swallowed.
     [[nodiscard]] qint64 overruns() const { return m_overruns; }
 
@@ -51,7 +55,6 @@ Q_SIGNALS:
 private:
     [[nodiscard]] bool makeNames(QString &error);
     void removeNames();
-    void takeWaiting();
     void readPort();
     void clientLeft();
 
@@ -61,6 +64,7 @@ private:
     PacedWriter m_writer;
     std::unique_ptr<QSocketNotifier> m_notifier;
     bool m_hasClient = false;
+    bool m_isHeldBack = false;
     bool m_isLocked = false; // by a client that was killed while it held the terminal for itself
     qint64 m_overruns = 0;
 };

@@ -15,7 +15,8 @@ constexpr int kUsageError = 2;
 
 const char kDescription[] = "A ZIRVO chassis on pseudo-terminals. It makes ttyUSB0 to ttyUSB9 in the given folder\n"
                             "and answers on the command link (ttyUSB0, older boards ttyUSB3) as a chassis would,\n"
-                            "and on the spectral link (ttyUSB2) as the card behind it.\n"
+                            "and on the spectral link (ttyUSB2) as the card behind it. client-remote and\n"
+                            "client-status are the far ends of the remote links (ttyUSB4 and 5, older 8 and 9).\n"
                             "\"ready\" on standard output tells that the links are there.\n\n"
                             "  zirvo-chassis-sim --device-dir /tmp/head --boot-seconds 0 --trace /tmp/head/trace";
 

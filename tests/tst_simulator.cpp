@@ -259,7 +259,7 @@ void SimulatorTest::linksAndEnd()
     QVERIFY2(sim.shows("R1:FREQ:2260.5") && sim.open() && !sim.sees(POLLIN, 200), "heard, and the answer is lost");
     QVERIFY(sim.close() && sim.open("ttyUSB4", "remote"));
     sim.write("U0:VER");
-    QVERIFY2(!sim.sees(POLLIN, 200), "the other links say nothing, and do not echo");
+    QVERIFY2(!sim.sees(POLLIN, 200), "without a far end a link says nothing, and does not echo");
     QCOMPARE(sim.end(), 0);
     QVERIFY(QDir(sim.path()).entryList(QDir::NoDotAndDotDot | QDir::AllEntries | QDir::System).isEmpty());
 }
