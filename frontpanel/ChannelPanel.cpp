@@ -3,6 +3,7 @@
 #include "channels/Channel.h"
 
 #include <QGroupBox>
+#include <QLabel>
 #include <QResizeEvent>
 #include <QStyle>
 
@@ -17,8 +18,14 @@ constexpr qsizetype kLongestName = 200; // characters; more is cut before it is 
 
 } // namespace
 
-ChannelPanel::ChannelPanel(const PanelContext &context, QWidget *parent) : QWidget(parent), m_context(context)
+ChannelPanel::ChannelPanel(const PanelContext &context, QWidget *parent)
+    : QWidget(parent)
+    , m_context(context)
+    , m_staleMark(new QLabel(QStringLiteral("STALE: no link"), this))
 {
+    m_staleMark->setProperty("role", QStringLiteral("stale"));
+    m_staleMark->setAlignment(Qt::AlignCenter);
+    m_staleMark->hide();
     connect(&m_context.focusReturn, &FocusReturn::restoreDue, this, [this] {
         if (m_channel)
             restoreEntries();
@@ -54,6 +61,26 @@ void ChannelPanel::resizeEvent(QResizeEvent *event)
     QWidget::resizeEvent(event);
     setRoomy(event->size().height() >= kRoomyHeight && event->size().width() >= kRoomyWidth);
     elideName();
+    placeStaleMark();
+}
+
+void ChannelPanel::setStale(bool stale)
+{
+    if (m_staleMark->isHidden() != stale)
+        return;
+    m_staleMark->setVisible(stale);
+    placeStaleMark();
+    setAccessibleDescription(stale ? m_staleMark->text() : QString());
+}
+
+/// Over the lamps in the head, which are as old as the rest.
+void ChannelPanel::placeStaleMark()
+{
+    constexpr int kMargin = 2;
+    constexpr int kHeight = 25;
+    const int left = width() * 2 / 5;
+    m_staleMark->setGeometry(left, kMargin, width() - left - kMargin, kHeight);
+    m_staleMark->raise();
 }
 
 void ChannelPanel::setRoomy(bool roomy)

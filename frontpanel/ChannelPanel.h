@@ -9,6 +9,7 @@
 
 class Channel;
 class QGroupBox;
+class QLabel;
 class QPushButton;
 
 /// What the panels of one window share; both outlive the panels.
@@ -40,6 +41,8 @@ public:
     virtual void restoreEntries() {}
     /// Shows or hides the mark of a slaved channel.
     virtual void showSlaved(bool slaved) { Q_UNUSED(slaved) }
+    /// Marks the values shown as old, because the chassis is not there to tell new ones.
+    void setStale(bool stale);
 
 protected:
     ChannelPanel(const PanelContext &context, QWidget *parent);
@@ -95,11 +98,13 @@ protected:
 private:
     void setRoomy(bool roomy);
     void elideName();
+    void placeStaleMark();
 
     PanelContext m_context;
     const Channel *m_channel = nullptr;
     QGroupBox *m_nameBox = nullptr;
     QString m_name;
     int m_besideName = 0; ///< pixels
+    QLabel *m_staleMark;
     bool m_roomy = false; ///< laid out large, since the window has few panels to show
 };

@@ -11,6 +11,7 @@
 #include "controls/WidgetUpdate.h"
 #include "frontpanel/CombinerPanel.h"
 #include "frontpanel/DemodulatorPanel.h"
+#include "frontpanel/LinkStatusLine.h"
 #include "frontpanel/ReceiverPanel.h"
 #include "inventory/Card.h"
 #include "link/SerialPortController.h"
@@ -52,6 +53,7 @@ constexpr PanelPlace kDemodulatorPlaces[kDemodulatorPanels] = { { 1, 0 }, { 1, 1
 ZIRVOFSMainWindow::ZIRVOFSMainWindow(QWidget *parent)
     : QMainWindow(parent)
     , ui(std::make_unique<Ui::MainWindow>())
+    , m_linkStatusLine(new LinkStatusLine(this))
     , m_focusReturn(this)
     , m_loadingPresetBox(u"Loading Preset...."_s, this)
     , m_configuringBox(u"Configuring... One Moment"_s, this)
@@ -70,6 +72,8 @@ ZIRVOFSMainWindow::ZIRVOFSMainWindow(QWidget *parent)
     }
     m_updateAllDynamicParamsTmr.setInterval(kStatusTickMs);
     connect(&m_updateAllDynamicParamsTmr, &QTimer::timeout, this, &ZIRVOFSMainWindow::UpdateAllDynamicParamsTmr_Tick);
+    setStatusBar(m_linkStatusLine);
+    connect(m_linkStatusLine, &LinkStatusLine::refreshed, this, &ZIRVOFSMainWindow::showLinks);
     m_focusReturn.giveBack();
 }
 
@@ -163,6 +167,7 @@ SerialPortController *ZIRVOFSMainWindow::openLink(SerialPortController::PORT_TYP
     auto *const link = new SerialPortController(nullptr, type, identifier);
     connect(link, &SerialPortController::OpenFailureAcknowledged, this, &QWidget::activateWindow);
     m_serialPortControllers.append(link);
+    m_linkStatusLine->addLink(link);
     return link;
 }
 
@@ -292,6 +297,15 @@ void ZIRVOFSMainWindow::SetTmoipCardList(TmoipCard *card)
 }
 
 // Status
+
+void ZIRVOFSMainWindow::showLinks()
+{
+    if (!m_sysChan)
+        return; // nothing is shown yet
+    m_linkStatusLine->setClientPresent(m_sysChan->getREMOTE() == "1"_L1);
+    for (ChannelPanel *panel : panels())
+        panel->setStale(!m_linkStatusLine->isChassisLive());
+}
 
 void ZIRVOFSMainWindow::UpdateAllDynamicParamsTmr_Tick()
 {

@@ -20,6 +20,7 @@
 class ChannelPanel;
 class CombinerPanel;
 class DemodulatorPanel;
+class LinkStatusLine;
 class CmbrChan;
 class ReceiverPanel;
 class TmoipCard;
@@ -118,6 +119,7 @@ private:
     SerialPortController *openLink(SerialPortController::PORT_TYPE type);
 
     void refresh(DynamicParamsPhase phase);
+    void showLinks();
     void UpdateCmbZero();
     [[nodiscard]] QList<ChannelPanel *> panels() const;
     [[nodiscard]] QList<QAction *> eyeActions() const;
@@ -132,6 +134,7 @@ private:
 
     std::unique_ptr<Ui::MainWindow> ui;
     ControlGuard m_guard;
+    LinkStatusLine *m_linkStatusLine;
     FocusReturn m_focusReturn;
     WaitBox m_loadingPresetBox;
     WaitBox m_configuringBox;

@@ -62,6 +62,7 @@ void Discovery::tick()
     }
     if (m_isEstablished || m_link->isLost())
         return;
+    m_hasAsked = true;
     queueRequest(UniversalChan::Commands::VER, {}, StandardCommand::Query);
     queueRequest(UniversalChan::Commands::VERTSKB, {}, StandardCommand::Query);
     m_countdown = kVersionRetrySeconds;
@@ -78,6 +79,21 @@ void Discovery::resume()
 {
     if (!m_startupTmr.isActive())
         start(kTickMs, nullptr);
+}
+
+void Discovery::report(LinkStatus &status) const
+{
+    const std::size_t taken = m_link->txmtCmdQueue().takenCount();
+    status.settingsAsked = static_cast<int>(m_behindSettings - m_firstSetting);
+    status.settingsRead = status.settingsAsked - static_cast<int>(m_behindSettings - std::min(taken, m_behindSettings));
+    if (!m_hasAsked)
+        status.state = LinkStatus::State::Opening;
+    else if (!m_isEstablished || !m_hasCardList)
+        status.state = LinkStatus::State::Waiting;
+    else if (taken < m_behindSettings)
+        status.state = LinkStatus::State::Reading;
+    else
+        status.state = LinkStatus::State::Live;
 }
 
 void Discovery::process(const StandardCommand &command)
@@ -137,8 +153,10 @@ void Discovery::processCardList(const QString &cardList)
 /// The marker is left out once all settings are known: its end is told only once.
 void Discovery::requestAllSettings()
 {
+    m_firstSetting = m_link->txmtCmdQueue().appendedCount();
     for (const auto &channel : m_channels)
         requestSettings(channel.get());
+    m_behindSettings = m_link->txmtCmdQueue().appendedCount();
     if (!m_hasAllSettings)
         m_link->AddCmdToTxmtCmdQueue(new StandardCommand(m_systemChannel, UniversalChan::Address,
                                                          UniversalChan::Commands::NOTIFY, {}, StandardCommand::Queued,

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "inventory/Card.h"
+#include "link/LinkStatus.h"
 #include "link/StandardCommand.h"
 
 #include <QList>
@@ -45,6 +46,9 @@ public:
     /// The link is back: the chassis is asked for its version until it answers, and then for every setting.
     void resume();
 
+    /// Tells how far it has come.
+    void report(LinkStatus &status) const;
+
     /// Takes the answer to a version query, or the end of the end-of-settings marker.
     void process(const StandardCommand &command);
     /// Creates cards and channels and queues every settings query, the end-of-settings marker behind them, and the
@@ -70,9 +74,12 @@ private:
     SerialPortController *m_link;
     const QString m_systemIdentifier;
     int m_countdown; ///< seconds
+    bool m_hasAsked = false;
     bool m_isEstablished = false;
     bool m_hasCardList = false;
     bool m_hasAllSettings = false;
+    std::size_t m_firstSetting = 0;  ///< of the last reading, by the queue's count
+    std::size_t m_behindSettings = 0;
     QTimer m_startupTmr;
     QTimer m_cardListTmr;
     QPointer<QLabel> m_countdownLabel;

@@ -89,8 +89,6 @@ void RcvdRemoteCmdQueueReader::deliver(Channel *target, const RemoteCommand &com
 bool RcvdRemoteCmdQueueReader::isClientAhead() const
 {
     return std::any_of(m_lastCaused.keyValueBegin(), m_lastCaused.keyValueEnd(), [](const auto &entry) {
-        const auto &queue = entry.first->txmtCmdQueue();
-        const std::size_t taken = queue.appendedCount() - queue.waitingCount();
-        return entry.second > taken + kUnnoticedCommands;
+        return entry.second > entry.first->txmtCmdQueue().takenCount() + kUnnoticedCommands;
     });
 }

@@ -200,8 +200,31 @@ void SerialPortController::connectGuard()
 
 bool SerialPortController::isLost() const { return m_guard->isLost(); }
 
+LinkStatus SerialPortController::status() const
+{
+    LinkStatus status = m_status;
+    status.silentMs = m_lastMessage.isValid() ? m_lastMessage.elapsed() : -1;
+    if (isLost())
+        status.state = LinkStatus::State::Lost;
+    else if (!m_port.isOpen())
+        status.state = LinkStatus::State::NotPresent;
+    else if (m_discovery)
+        m_discovery->report(status);
+    else
+        status.state = LinkStatus::State::Live;
+    return status;
+}
+
+void SerialPortController::noteRefusal(const StandardCommand &command)
+{
+    ++m_status.refusals;
+    if (command.type() == StandardCommand::Set)
+        Q_EMIT SetFailed(command.address(), command.mnemonic(), true);
+}
+
 void SerialPortController::linkLost()
 {
+    m_status.lostSince = QTime::currentTime();
     m_timeOutTmr.stop();
     if (m_reader)
         m_reader->reset();
@@ -240,7 +263,12 @@ void SerialPortController::timeOut(StandardCommand *command)
         return;
     }
     command->setStatus(StandardCommand::TimedOut);
-    qCInfo(lcLink) << m_port.portName() << "timed out:" << command->address() << command->mnemonic();
+    if (command->type() != StandardCommand::Marker) {
+        qCInfo(lcLink) << m_port.portName() << "timed out:" << command->address() << command->mnemonic();
+        ++m_status.timeOuts;
+    }
+    if (command->type() == StandardCommand::Set)
+        Q_EMIT SetFailed(command->address(), command->mnemonic(), false);
     EmitRcvdCmd(command);
 }
 

@@ -1,9 +1,11 @@
 #pragma once
 
+#include "link/LinkStatus.h"
 #include "link/RemoteTransmitQueue.h"
 #include "link/StandardCommand.h"
 #include "link/TransmitQueue.h"
 
+#include <QElapsedTimer>
 #include <QList>
 #include <QObject>
 #include <QPointer>
@@ -60,6 +62,11 @@ public:
     [[nodiscard]] QSerialPort &port() { return m_port; }
     /// Whether the cable is pulled.
     [[nodiscard]] bool isLost() const;
+    [[nodiscard]] LinkStatus status() const;
+    /// Notes for the status that a frame has come.
+    void noteMessage() { m_lastMessage.start(); }
+    /// Notes for the status that the far end has refused @p command.
+    void noteRefusal(const StandardCommand &command);
 
     /// Appends to the transmit queue. The link takes ownership; the receive dispatcher deletes the command.
     void AddCmdToTxmtCmdQueue(StandardCommand *command);
@@ -141,6 +148,8 @@ Q_SIGNALS:
     void TrnsmtRemoteCmd();
     void RcvdEyeConstData(EyeConstData *data);
     void TrnsmtRemoteEyeAndStatusCmd();
+    /// A set has come to nothing: the far end refused it or did not answer.
+    void SetFailed(const QString &address, const QString &mnemonic, bool refused);
     /// The operator has closed the box that told of a device that would not open.
     void OpenFailureAcknowledged();
     /// The chassis has answered for the first time, or again after the link was lost.
@@ -194,6 +203,8 @@ private:
     QTimer m_timeOutTmr;
 
     std::unique_ptr<LinkGuard> m_guard;
+    LinkStatus m_status; ///< the counts of it, and the time of the loss
+    QElapsedTimer m_lastMessage;
     QPointer<QMessageBox> m_openFailureBox;
 
     std::unique_ptr<Discovery> m_discovery; ///< of a standard link

@@ -69,6 +69,7 @@ void SerialPortReader::readClient()
 void SerialPortReader::HandleFrame(const QByteArray &frame)
 {
     qCDebug(lcTraffic) << m_port->portName() << "<" << frame;
+    m_controller->noteMessage();
     switch (m_controller->portType()) {
     case SerialPortController::COMMAND_LINK:
     case SerialPortController::SPECTRAL_LINK:
@@ -167,6 +168,8 @@ void SerialPortReader::completeCommandInFlight(const QString &frame)
     StandardCommand *command = m_controller->txmtCmdQueue().inFlight();
     m_controller->StopTimeOutTmr();
     command->ResponseReceived(frame);
+    if (command->status() == StandardCommand::Failed)
+        m_controller->noteRefusal(*command);
     m_controller->EmitRcvdCmd(command);
     m_controller->txmtCmdQueue().setReadyToSend();
     m_controller->EmitTrnsmtCmd();

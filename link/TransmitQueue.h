@@ -44,6 +44,8 @@ public:
     [[nodiscard]] std::size_t waitingCount() const { return m_waiting.size(); }
     /// How many messages have been appended so far; grows only.
     [[nodiscard]] std::size_t appendedCount() const { return m_appendedCount; }
+    /// How many have been taken so far.
+    [[nodiscard]] std::size_t takenCount() const { return m_appendedCount - m_waiting.size(); }
 
     /// The message in flight is finished: the next one may go.
     void setReadyToSend() { m_readyToSend = true; }

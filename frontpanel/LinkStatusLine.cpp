@@ -1,0 +1,143 @@
+#include "frontpanel/LinkStatusLine.h"
+
+#include "controls/WidgetUpdate.h"
+#include "link/SerialPortController.h"
+
+#include <QLabel>
+#include <QProgressBar>
+#include <QStyle>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kRefreshMs = 500;
+constexpr int kFailureMs = 10'000;
+constexpr qint64 kMsPerSecond = 1000;
+constexpr qint64 kSilentMs = 5000; ///< the chassis reports several times a second
+
+QString nameOf(SerialPortController::PORT_TYPE type)
+{
+    switch (type) {
+    case SerialPortController::COMMAND_LINK:
+        return u"Chassis"_s;
+    case SerialPortController::EYE_CONST_LINK:
+        return u"Eye link"_s;
+    case SerialPortController::REMOTE_LINK:
+        return u"Remote"_s;
+    case SerialPortController::REMOTE_EYE_AND_STATUS_LINK:
+        return u"Remote status"_s;
+    case SerialPortController::SPECTRAL_LINK:
+        return u"Spectrum"_s;
+    }
+    Q_UNREACHABLE();
+}
+
+/// Colours a word that tells of trouble.
+void markTrouble(QLabel *label, bool trouble)
+{
+    if (label->property("trouble").toBool() == trouble)
+        return;
+    label->setProperty("trouble", trouble);
+    label->style()->unpolish(label);
+    label->style()->polish(label);
+}
+
+QString counted(quint64 count, const QString &one, const QString &many)
+{
+    return QString::number(count) + u' ' + (count == 1 ? one : many);
+}
+
+} // namespace
+
+LinkStatusLine::LinkStatusLine(QWidget *parent)
+    : QStatusBar(parent)
+    , m_progress(new QProgressBar(this))
+    , m_messages(new QLabel(this))
+{
+    setSizeGripEnabled(false);
+    setAccessibleName(u"State of the links"_s);
+    m_progress->setAccessibleName(u"Settings read"_s);
+    m_progress->setFormat(u"%v of %m"_s);
+    m_progress->hide();
+    addWidget(m_progress);
+    // Takes what room there is, and never pushes the window beyond the screen.
+    m_messages->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    m_messages->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    addWidget(m_messages, 1);
+    m_failureTmr.setSingleShot(true);
+    connect(&m_failureTmr, &QTimer::timeout, this, &LinkStatusLine::refresh);
+    connect(&m_refreshTmr, &QTimer::timeout, this, &LinkStatusLine::refresh);
+    m_refreshTmr.start(kRefreshMs);
+}
+
+void LinkStatusLine::addLink(const SerialPortController *link)
+{
+    auto *const label = new QLabel(this);
+    insertWidget(static_cast<int>(m_entries.size()), label);
+    m_entries.append({ link, label });
+    if (m_entries.size() == 1)
+        connect(link, &SerialPortController::SetFailed, this, &LinkStatusLine::showFailure);
+    refresh();
+}
+
+void LinkStatusLine::refresh()
+{
+    for (const Entry &entry : std::as_const(m_entries)) {
+        const LinkStatus::State state = entry.link->status().state;
+        WidgetUpdate::text(entry.label, nameOf(entry.link->portType()) + u": "_s + stateOf(*entry.link));
+        markTrouble(entry.label, state == LinkStatus::State::Lost || state == LinkStatus::State::NotPresent);
+    }
+    if (!m_entries.isEmpty())
+        showChassis(*m_entries.front().link);
+    Q_EMIT refreshed();
+}
+
+QString LinkStatusLine::stateOf(const SerialPortController &link) const
+{
+    const LinkStatus status = link.status();
+    switch (status.state) {
+    case LinkStatus::State::NotPresent:
+        return u"not present"_s;
+    case LinkStatus::State::Opening:
+        return u"opening"_s;
+    case LinkStatus::State::Waiting:
+        return link.portType() == SerialPortController::COMMAND_LINK ? u"waiting for the chassis"_s : u"waiting"_s;
+    case LinkStatus::State::Reading:
+        return u"reading settings"_s;
+    case LinkStatus::State::Lost:
+        return u"lost since "_s + status.lostSince.toString(u"hh:mm:ss"_s);
+    case LinkStatus::State::Live:
+        break;
+    }
+    if (link.portType() == SerialPortController::REMOTE_LINK)
+        return m_isClientPresent ? u"client present"_s : u"no client"_s;
+    return u"live"_s;
+}
+
+void LinkStatusLine::showChassis(const SerialPortController &link)
+{
+    const LinkStatus status = link.status();
+    m_isChassisLive = status.state == LinkStatus::State::Live;
+    const bool isReading = status.state == LinkStatus::State::Reading;
+    m_progress->setVisible(isReading);
+    if (isReading) {
+        m_progress->setMaximum(status.settingsAsked);
+        m_progress->setValue(status.settingsRead);
+    }
+    if (m_failureTmr.isActive())
+        return; // its message stands there
+    const QString age =
+        status.silentMs < 0 ? u"No message yet"_s : u"Last message %1 s ago"_s.arg(status.silentMs / kMsPerSecond);
+    WidgetUpdate::text(m_messages, age + u", "_s + counted(status.timeOuts, u"time-out"_s, u"time-outs"_s) + u", "_s +
+                                       counted(status.refusals, u"refusal"_s, u"refusals"_s));
+    markTrouble(m_messages, m_isChassisLive && status.silentMs > kSilentMs);
+}
+
+void LinkStatusLine::showFailure(const QString &address, const QString &mnemonic, bool refused)
+{
+    const QString outcome = refused ? u": refused by the chassis"_s : u": no answer"_s;
+    WidgetUpdate::text(m_messages, address + u' ' + mnemonic + outcome);
+    markTrouble(m_messages, true);
+    m_failureTmr.start(kFailureMs);
+}

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QTime>
+#include <QtGlobal>
+
+/// How one serial link fares, for the operator.
+struct LinkStatus
+{
+    enum class State {
+        NotPresent, ///< its device would not open
+        Opening,    ///< the chassis is given time to boot
+        Waiting,    ///< the chassis has not answered yet
+        Reading,    ///< settings are read
+        Live,
+        Lost, ///< the cable is pulled
+    };
+
+    State state = State::NotPresent;
+    int settingsRead = 0;  ///< of settingsAsked; while Reading
+    int settingsAsked = 0; ///< while Reading
+    QTime lostSince;       ///< time of day; while Lost
+    qint64 silentMs = -1;  ///< time since the last message; less than 0 if there was none
+    quint64 timeOuts = 0;
+    quint64 refusals = 0;
+};
