@@ -18,9 +18,10 @@ void BistChan::processUnknown(const Report &report)
         m_values.insert(report.mnemonic, report.data);
     else if (report.refused && !isKnown)
         return; // no value in force to tell
-    auto message = std::make_unique<RemoteCommand>(this, report.address, report.mnemonic,
+    auto message = std::make_unique<RemoteCommand>(this, address(), report.mnemonic,
                                                    report.refused ? value(report.mnemonic) : report.data,
                                                    RemoteCommand::kPushTimeOutMs, RemoteCommand::Forwarded, true);
+    message->setReplaceable(m_values.contains(report.mnemonic)); // a card that babbles is bounded as a series
     if (report.mnemonic.startsWith(u'R', Qt::CaseInsensitive))
         pushToStatus(std::move(message));
     else

@@ -171,7 +171,7 @@ void Channel::processReport(int row, const Report &report)
     case Catalogue::Kind::Status:
         if (!report.refused && (report.data != valueOf(row) || !flagsOf(row).testFlag(Catalogue::OnlyDifferent)))
             store(row, report.data);
-        mirror(row, report.address, valueOf(row));
+        mirror(row, valueOf(row));
         break;
     case Catalogue::Kind::Setting:
     case Catalogue::Kind::Silent:
@@ -180,10 +180,10 @@ void Channel::processReport(int row, const Report &report)
     case Catalogue::Kind::Event:
         if (!report.refused)
             Q_EMIT SettingChanged(report.address, report.mnemonic, report.data);
-        mirror(row, report.address, report.data);
+        mirror(row, report.data);
         break;
     case Catalogue::Kind::Relayed:
-        mirror(row, report.address, report.data);
+        mirror(row, report.data);
         break;
     case Catalogue::Kind::Special:
         processSpecial(row, report);
@@ -196,7 +196,7 @@ void Channel::applySetting(int row, const Report &report)
     takeSetting(row, report);
     if (m_catalogue[std::size_t(row)].kind != Catalogue::Kind::Silent)
         Q_EMIT SettingChanged(report.address, report.mnemonic, valueOf(row));
-    mirror(row, report.address, valueOf(row));
+    mirror(row, valueOf(row));
 }
 
 void Channel::takeSetting(int row, const Report &report)
@@ -234,13 +234,13 @@ void Channel::settingStored(int row) { Q_UNUSED(row) }
 
 // Remote client
 
-void Channel::mirror(int row, const QString &address, const QString &data)
+void Channel::mirror(int row, const QString &data)
 {
     const Catalogue::Row &entry = m_catalogue[std::size_t(row)];
     const bool isForRemote = entry.flags.testFlag(Catalogue::ToRemote);
     if (!isForRemote && !entry.flags.testFlag(Catalogue::ToStatus))
         return;
-    auto message = std::make_unique<RemoteCommand>(this, address, entry.name, forClient(row, data),
+    auto message = std::make_unique<RemoteCommand>(this, m_address, entry.name, forClient(row, data),
                                                    RemoteCommand::kPushTimeOutMs, RemoteCommand::Forwarded, true);
     message->setReplaceable(!entry.flags.testFlag(Catalogue::Series));
     if (isForRemote)

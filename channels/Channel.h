@@ -58,6 +58,7 @@ public:
     void SetSlaveChanList(const SerialPortController *link, const QString &className);
     [[nodiscard]] const QList<Channel *> &slaveChannels() const { return m_slaveChannels; }
 
+    /// The links to the remote client; they stay as long as the event loop runs.
     virtual void setSPCRemote(SerialPortController *link) { m_remoteLink = link; }
     virtual void setSPCRemoteEyeAndStatus(SerialPortController *link) { m_remoteEyeAndStatusLink = link; }
 
@@ -145,8 +146,8 @@ protected:
 
     // Remote client
 
-    /// Tells the client of a report about @p row, on the link that the catalogue names.
-    void mirror(int row, const QString &address, const QString &data);
+    /// Tells the client of a report about @p row under this channel's address, on the link that the catalogue names.
+    void mirror(int row, const QString &data);
     /// Hands a message of the card on to the client; takes it over. Nothing while the client's link is not open.
     void pushToRemote(std::unique_ptr<RemoteCommand> message) const;
     void pushToStatus(std::unique_ptr<RemoteCommand> message) const;
@@ -159,6 +160,7 @@ protected:
     /// Whether the client may ask for it, and set it if it has a setter.
     [[nodiscard]] bool isServed(const QString &mnemonic) const { return hasFlag(mnemonic, Catalogue::Served); }
     [[nodiscard]] bool isSettable(const QString &mnemonic) const { return hasFlag(mnemonic, Catalogue::Settable); }
+    [[nodiscard]] bool isCatalogued(const QString &mnemonic) const { return rowOf(mnemonic) != kNoRow; }
     /// Whether set commands are copied to the slave channels at present.
     [[nodiscard]] virtual bool isSlaving() const { return false; }
     /// The channel that the answers to this one's set commands are handed to; null leaves it to their address.

@@ -62,6 +62,13 @@ QString DmdChan::dataSourceMnemonic() const
 
 // Requests
 
+void DmdChan::RequestSettings()
+{
+    // What the card did not tell may have been asked while it was not there.
+    m_unknownValues.removeIf([](const auto &entry) { return entry.value().told.isEmpty(); });
+    Channel::RequestSettings();
+}
+
 Channel::Request DmdChan::queryOf(int row) const
 {
     if (row == at(Commands::DSRC))
@@ -113,7 +120,7 @@ void DmdChan::processDataSource(const Report &report)
 {
     takeSetting(at(Commands::DSRC), report);
     Q_EMIT SettingChanged(report.address, report.mnemonic, getDSRC());
-    mirror(at(Commands::DSRC), address(), getDSRC());
+    mirror(at(Commands::DSRC), getDSRC());
 }
 
 /// An older card's own command for what the others hold in a register.
@@ -250,11 +257,11 @@ void DmdChan::processRegister(const Report &report)
     // The end of a write is told under the setting's own name, changed or not: whoever asked for it waits for that.
     if (changed || report.mnemonic == Commands::CDRG) {
         Q_EMIT SettingChanged(report.address, own, valueOf(reg.row));
-        mirror(reg.row, report.address, valueOf(reg.row));
+        mirror(reg.row, valueOf(reg.row));
     } else {
         const QString data = reg.form == RegisterForm::Enable ? valueOf(reg.row) : report.data;
         Q_EMIT SettingChanged(report.address, Commands::RDRG, data);
-        mirror(at(Commands::RDRG), report.address, data);
+        mirror(at(Commands::RDRG), data);
     }
 }
 
@@ -292,8 +299,14 @@ std::optional<QString> DmdChan::answerToQuery(const QString &mnemonic)
         return Channel::answerToQuery(mnemonic);
     if (mnemonic == Commands::DREG)
         return valueOf(at(Commands::RDRG));
-    if (mnemonic.isEmpty())
-        return std::nullopt;
+    if (mnemonic == Commands::SLAVE)
+        return getSLAVE();
+    for (const Register &reg : kRegisters) {
+        if (!mnemonic.isEmpty() && mnemonic == reg.directMnemonic)
+            return valueOf(reg.row);
+    }
+    if (mnemonic.isEmpty() || isCatalogued(mnemonic))
+        return std::nullopt; // the rest is no value of its own
     if (!m_unknownValues.contains(mnemonic)) {
         rememberUnknown(mnemonic, {});
         sendCmdToLocal(mnemonic, {});
@@ -303,9 +316,11 @@ std::optional<QString> DmdChan::answerToQuery(const QString &mnemonic)
 
 bool DmdChan::takesSet(const QString &mnemonic, const QString &data) const
 {
-    const bool isUnknown = !isServed(mnemonic) && !mnemonic.isEmpty();
-    const bool isReadOnly = isServed(mnemonic) && !isSettable(mnemonic);
-    return isUnknown || isReadOnly || Channel::takesSet(mnemonic, data);
+    if (isServed(mnemonic))
+        return !isSettable(mnemonic) || Channel::takesSet(mnemonic, data);
+    if (mnemonic == Commands::DREG)
+        return data.size() > kNumberSize; // a number without a value would be a query on the wire, or less
+    return !mnemonic.isEmpty() && !(isCatalogued(mnemonic) && data.isEmpty());
 }
 
 void DmdChan::carryOutSet(const QString &mnemonic, const QString &data)
@@ -316,7 +331,8 @@ void DmdChan::carryOutSet(const QString &mnemonic, const QString &data)
     } else if (mnemonic == Commands::DREG) {
         setDREG(data);
     } else {
-        rememberUnknown(mnemonic, { data, m_unknownValues.value(mnemonic).inForce });
+        if (!isCatalogued(mnemonic))
+            rememberUnknown(mnemonic, { data, m_unknownValues.value(mnemonic).inForce });
         sendCmdToLocal(mnemonic, data);
     }
 }

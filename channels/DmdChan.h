@@ -437,6 +437,8 @@ public:
     /// Last value of a mnemonic that the card reported and the catalogue does not hold; null if there was none.
     [[nodiscard]] QString unknownValue(const QString &mnemonic) const { return m_unknownValues.value(mnemonic).told; }
 
+    void RequestSettings() override;
+
     /// Keeps a block of the eye link and hands it on to the remote client.
     void ProcessEyeConstData(const EyeConstData &data);
     /// Bytes of the last block: samples of the eye pattern or constellation, or serial data.

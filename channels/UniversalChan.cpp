@@ -28,7 +28,7 @@ void UniversalChan::processSpecial(int row, const Report &report)
         processCardList(report.data);
     else if (row == at(Commands::TLST))
         processTmoipList(report.data);
-    mirror(row, report.address, report.data);
+    mirror(row, report.data);
 }
 
 void UniversalChan::processCardList(const QString &cardList)
@@ -61,20 +61,30 @@ void UniversalChan::setSPCRemote(SerialPortController *link)
     m_remoteStatusTmr.start(kFirstRemoteStatusMs);
 }
 
-void UniversalChan::SendToRemoteConnection(const QString &address, const QString &mnemonic)
-{
-    pushToRemote(std::make_unique<RemoteCommand>(this, address, mnemonic, true));
-}
-
 void UniversalChan::RemoteStatusTimeOut()
 {
     if (!remoteLink())
+        return;
+    m_remoteStatusTmr.start(kRemoteStatusMs);
+    // Whoever waits for answers is there, and would wait longer behind the question.
+    if (remoteLink()->isClientAwaitingAnswers())
         return;
     if (std::exchange(m_isRemoteAsked, true))
         setRemotePresent(false);
     else
         SendToRemoteConnection(Address, Commands::REMOTE);
-    m_remoteStatusTmr.start(kRemoteStatusMs);
+}
+
+void UniversalChan::SendToRemoteConnection(const QString &address, const QString &mnemonic)
+{
+    pushToRemote(std::make_unique<RemoteCommand>(this, address, mnemonic, true));
+}
+
+void UniversalChan::RequestSettings()
+{
+    Channel::RequestSettings();
+    if (m_remoteStatus == QLatin1StringView("1"))
+        setREMOTE(m_remoteStatus); // a chassis that comes back does not know
 }
 
 void UniversalChan::setREMOTE(const QString &value)
@@ -99,7 +109,9 @@ void UniversalChan::ProcessCmd(const RemoteCommand &message)
         return;
     }
     m_isRemoteAsked = false;
-    setRemotePresent(message.status() != RemoteCommand::TimedOut);
+    const bool isAnswered = message.status() != RemoteCommand::TimedOut;
+    if (isAnswered || !remoteLink()->hasUnreadClient())
+        setRemotePresent(isAnswered);
 }
 
 std::optional<QString> UniversalChan::answerToQuery(const QString &mnemonic)

@@ -96,15 +96,16 @@ public:
 
     /// Begins to ask regularly whether a client is there.
     void setSPCRemote(SerialPortController *link) override;
-    /// Asks the remote client something, if its link is open.
-    void SendToRemoteConnection(const QString &address, const QString &mnemonic);
+    /// Asks for every setting, and tells the chassis once more of a remote client that is there.
+    void RequestSettings() override;
 
     using Channel::ProcessCmd;
     /// Takes the client's messages, and the end of the head's question whether it is there.
     void ProcessCmd(const RemoteCommand &message) override;
 
 public Q_SLOTS:
-    /// Asks whether a client is there; one that has not even taken the question before is not.
+    /// Asks whether a client is there. One that has not even taken the question before is not; one that waits for
+    /// answers is not asked.
     void RemoteStatusTimeOut();
 
 protected:
@@ -117,6 +118,8 @@ private:
     void processCardList(const QString &cardList);
     void processTmoipList(const QString &list);
     void setRemotePresent(bool isPresent);
+    /// Asks the client; the end of the question tells whether it is there.
+    void SendToRemoteConnection(const QString &address, const QString &mnemonic);
     [[nodiscard]] QString remoteAddresses() const;
 
     bool m_cardListReceived = false;

@@ -82,7 +82,8 @@ void RcvdRemoteCmdQueueReader::deliver(Channel *target, const RemoteCommand &com
     const SerialPortController *const link = target->link();
     const std::size_t before = link->txmtCmdQueue().appendedCount();
     target->ProcessCmd(command);
-    if (const std::size_t after = link->txmtCmdQueue().appendedCount(); after != before)
+    const std::size_t after = link->txmtCmdQueue().appendedCount();
+    if (after != before && command.status() == RemoteCommand::Received)
         m_lastCaused[link] = after;
 }
 

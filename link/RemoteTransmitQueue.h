@@ -7,7 +7,7 @@
 class RemoteTransmitQueue : public TransmitQueue<RemoteCommand>
 {
 public:
-    static constexpr std::size_t kMaxMessages = 256;        ///< more than these wait: the client is behind
+    static constexpr std::size_t kMaxMessages = 256;        ///< so many wait: the client is behind
     static constexpr qsizetype kMaxSeriesSize = 128 * 1024; ///< characters
 
     /// Appends behind what waits, and drops what a client that is behind can do without: of values in force and

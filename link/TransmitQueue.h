@@ -6,8 +6,8 @@
 
 /// The transmit side of one link: what waits, what is in flight, and whether the next one may go.
 ///
-/// At most one message is in flight. It stays referenced here until release(), which the receive side calls just
-/// before it deletes the message.
+/// At most one message is in flight. It stays referenced here until takeInFlight(), or release(), which the receive
+/// side calls just before it deletes the message.
 template <typename Message>
 class TransmitQueue
 {

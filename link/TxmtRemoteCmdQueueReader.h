@@ -4,7 +4,8 @@
 
 class SerialPortController;
 
-/// Transmit worker of the remote link: writes the next message once the time-out of the one before has passed.
+/// Transmit worker of the remote link: writes the next message once the one before was answered or its time has passed,
+/// and the port has room.
 class TxmtRemoteCmdQueueReader : public QObject
 {
     Q_OBJECT

@@ -4,8 +4,8 @@
 
 class SerialPortController;
 
-/// Transmit worker of the remote eye-and-status link: writes the next message once the time-out of the one before has
-/// passed.
+/// Transmit worker of the remote eye-and-status link: writes the next message once the time of the one before has
+/// passed and the port has room.
 class TxmtRemoteEyeAndStatusCmdQueueReader : public QObject
 {
     Q_OBJECT

@@ -1,9 +1,11 @@
+#include "channels/RcvrChan.h"
 #include "channels/SpectralChan.h"
 #include "support/Wait.h"
 #include "support/WindowBench.h"
 
 #include "channels/UniversalChan.h"
 #include "controls/FocusReturn.h"
+#include "frontpanel/LinkStatusLine.h"
 
 #include <QSerialPort>
 #include <QtTest>
@@ -47,6 +49,7 @@ private Q_SLOTS:
     void panelsComeWithTheChannels();
     void namesAndLinks();
     void spectralLink();
+    void linkStates();
     void timers();
     void menus();
     void boxes_data();
@@ -213,6 +216,53 @@ void MainWindowTest::spectralLink()
                                    u"U0 R1 R2 SP1 SP2 SP3 S1 TM1-0"_s, u"U0 SP1 SP2 SP3 S1"_s }));
     card.sendFrame("SP2:RFFT:7f7e");
     QVERIFY(waitUntil([&] { return qobject_cast<SpectralChan *>(links[4]->channels()[2])->getRFFT() == u"7f7e"; }));
+}
+
+void MainWindowTest::linkStates()
+{
+    // The words of the status line, and how many panels say that they are stale
+    const auto words = [this] {
+        QStringList texts;
+        auto *const line = qobject_cast<LinkStatusLine *>(m_bench->window().statusBar());
+        line->refresh();
+        for (const QLabel *label : line->findChildren<QLabel *>())
+            texts += label->text().remove(QRegularExpression(u"[0-9:]{8}$"_s));
+        qsizetype stale = 0;
+        for (const QLabel *label : m_bench->window().centralWidget()->findChildren<QLabel *>())
+            stale += label->isVisible() && label->text() == "STALE: no link"_L1 ? 1 : 0;
+        return texts.join(u'|') + u'|' + QString::number(stale);
+    };
+    m_bench->start();
+    QVERIFY(words().contains("Chassis: opening"_L1) || words().contains("Chassis: waiting for the chassis"_L1));
+    chassis().ignore("R1:FREQ");
+    chassis().setAnswering(true);
+    QVERIFY(waitUntil([&] { return words().contains("Chassis: reading settings"_L1); }));
+    chassis().behave("R1:FREQ");
+    chassis().sendFrame("R1:FREQ:2250.5");
+    QVERIFY(m_bench->goLive());
+    const QString live = u"Last message 0 s ago, 0 time-outs, 0 refusals|Chassis: live|Eye link: live|"_s
+                         u"Remote: no client|Remote status: live|Spectrum: opening|0"_s;
+    QCOMPARE(words(), live);
+
+    chassis().refuse("R1:AGCT");
+    (void)m_bench->sentBy([this] { m_bench->receiver(0)->setAGCT(u"3"_s); });
+    QVERIFY(words().startsWith("R1 AGCT: refused by the chassis|"_L1));
+    m_bench->links().remote().sendFrame("U0:REMOTE:1\x06"); // answers nothing
+    m_bench->links().eye().unplug();
+    chassis().unplug();
+    QVERIFY(waitUntil([&] { return words().contains("Chassis: lost since |Eye link: lost since |"_L1); }, 700));
+    QVERIFY(words().endsWith("|2"_L1));
+    QVERIFY(m_bench->window().width() <= 1271);
+    m_bench->typeHalfAnEntry();
+    chassis().setValue("R2:FREQ", "2299.5");
+    chassis().plug();
+    m_bench->links().eye().plug();
+    QVERIFY(waitUntil([&] { return words().contains("Chassis: reading settings"_L1); }, 10'000));
+    QVERIFY(words().endsWith("|2"_L1)); // until they are told anew
+    QVERIFY(waitUntil([&] { return words().contains("Chassis: live|Eye link: live|"_L1); }));
+    QVERIFY(words().endsWith("|0"_L1));
+    QCOMPARE(frequency(1).value(), 2299.5);
+    QCOMPARE(frequency(0).text(), u"2300"_s);
 }
 
 void MainWindowTest::timers()
