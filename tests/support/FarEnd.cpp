@@ -25,6 +25,9 @@ void FarEnd::plug()
     if (::openpty(&m_master, &m_slave, slaveName.data(), &raw, nullptr) != 0)
         qFatal("no pseudo-terminal to be had");
     ::fcntl(m_master, F_SETFL, O_NONBLOCK);
+    // A program that the test starts must not hold the line open itself.
+    ::fcntl(m_master, F_SETFD, FD_CLOEXEC);
+    ::fcntl(m_slave, F_SETFD, FD_CLOEXEC);
     QFile::link(QString::fromLocal8Bit(slaveName.data()), m_devicePath);
 
     m_notifier = new QSocketNotifier(m_master, QSocketNotifier::Read, this);
@@ -82,6 +85,8 @@ void FarEnd::receive()
             m_partial.clear();
         } else if (c == '\x0D') {
             m_frames += m_partial;
+            if (m_handler)
+                m_handler(m_frames.constLast());
             if (m_answering)
                 answer(m_frames.constLast());
         } else {

@@ -6,6 +6,8 @@
 #include <QObject>
 #include <QString>
 
+#include <functional>
+
 class QSocketNotifier;
 
 /// The chassis' end of one serial link: the master of a pseudo-terminal whose slave a real QSerialPort opens.
@@ -27,6 +29,8 @@ public:
     [[nodiscard]] const QByteArrayList &frames() const { return m_frames; }
     /// Frames received from @p mark on; a mark is frames().size() at some moment.
     [[nodiscard]] QByteArrayList framesSince(qsizetype mark) const { return m_frames.sliced(mark); }
+    /// Called with each frame as it arrives, for an end that a test plays itself.
+    void setHandler(std::function<void(const QByteArray &)> handler) { m_handler = std::move(handler); }
     void clear();
 
     /// Pulls the cable: the port at the other end hangs up, and its device is gone.
@@ -75,6 +79,7 @@ private:
     QByteArray m_bytes;
     QByteArray m_partial;
     QByteArrayList m_frames;
+    std::function<void(const QByteArray &)> m_handler;
     bool m_answering = false;
     QHash<QByteArray, QByteArray> m_values;
     QHash<QByteArray, Reaction> m_reactions;

@@ -1,0 +1,64 @@
+#include "ApplyPlan.h"
+
+#include "Catalogue.h"
+
+#include <algorithm>
+
+const QByteArray ApplyPlan::kSlaveKey = "U0:SLAVE";
+
+namespace {
+
+QByteArray addressOf(const QByteArray &key) { return key.left(key.indexOf(':')); }
+
+QByteArray mnemonicOf(const QByteArray &key) { return key.mid(key.indexOf(':') + 1); }
+
+} // namespace
+
+ApplyPlan::ApplyPlan(const SettingsReader::Values &saved, const QByteArrayList &channels) : m_saved(saved)
+{
+    for (const QByteArray &address : channels) {
+        for (const std::string_view mnemonic : Catalogue::of(address).settings) {
+            const QByteArray key = Catalogue::key(address, mnemonic);
+            if (saved.contains(key) && key != kSlaveKey)
+                m_keys.append(key);
+        }
+    }
+    skipUnknown(channels);
+}
+
+void ApplyPlan::skipUnknown(const QByteArrayList &channels)
+{
+    for (const QByteArray &key : m_saved.keys()) {
+        const QByteArray address = addressOf(key);
+        const bool channelKnown = channels.contains(address);
+        const QByteArray what = channelKnown ? key : address;
+        if ((!channelKnown || !Catalogue::isSetting(address, mnemonicOf(key))) && !m_skipped.contains(what))
+            m_skipped.append(what);
+    }
+    std::ranges::sort(m_skipped);
+}
+
+QList<ApplyPlan::Step> ApplyPlan::steps(const SettingsReader::Values &present) const
+{
+    QList<Step> steps;
+    QByteArray uncommitted;
+    const auto commit = [&steps, &uncommitted] {
+        if (!uncommitted.isEmpty())
+            steps.append({ uncommitted + ":COMT", "1", true });
+        uncommitted.clear();
+    };
+    for (const QByteArray &key : m_keys) {
+        const QByteArray value = m_saved.value(key);
+        const QByteArray address = addressOf(key);
+        if (address != uncommitted)
+            commit();
+        const bool canBeSent = present.contains(key) && Message::valueProblem(value).isEmpty();
+        if (!canBeSent || Message::sameValue(present.value(key), value))
+            continue;
+        steps.append({ key, value });
+        if (Catalogue::needsCommit(address, mnemonicOf(key)))
+            uncommitted = address;
+    }
+    commit();
+    return steps;
+}

@@ -1,0 +1,33 @@
+#include "ApplyReport.h"
+
+#include "Escaping.h"
+#include "Json.h"
+
+QByteArray ApplyReport::text() const
+{
+    QByteArray text = QByteArray::number(same) + " settings the same, " + QByteArray::number(changed) +
+                      " changed back, " + QByteArray::number(refused.size()) + " refused";
+    if (isComplete())
+        return text + ": everything equals the file";
+    if (!refused.isEmpty())
+        text += ':';
+    for (const Refusal &refusal : refused) {
+        const QByteArray value = refusal.value.isEmpty() ? "refused" : "still " + Escaping::printable(refusal.value);
+        text += "\n" + refusal.key + " wanted " + refusal.wanted + ", " + value;
+    }
+    return text;
+}
+
+QByteArray ApplyReport::json() const
+{
+    QByteArrayList refusals;
+    for (const Refusal &refusal : refused) {
+        refusals.append(Json::line({ { "setting", Json::quoted(refusal.key) },
+                                     { "wanted", Json::quoted(refusal.wanted) },
+                                     { "value", Json::quoted(refusal.value) } }));
+    }
+    return Json::line({ { "same", Json::number(same) },
+                        { "changed", Json::number(changed) },
+                        { "refused", '[' + refusals.join(", ") + ']' },
+                        { "skipped", Json::list(skipped) } });
+}

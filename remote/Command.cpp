@@ -1,0 +1,48 @@
+#include "Command.h"
+
+#include "ApplyCommand.h"
+#include "DumpCommand.h"
+#include "GetCommand.h"
+#include "RecordCommand.h"
+#include "ReplayCommand.h"
+#include "ResendCommand.h"
+#include "SetCommand.h"
+#include "WatchCommand.h"
+
+using namespace Qt::StringLiterals;
+
+std::unique_ptr<Command> Command::create(Session &session)
+{
+    const QString &name = session.options().command;
+    if (name == u"get")
+        return std::make_unique<GetCommand>(session);
+    if (name == u"set")
+        return std::make_unique<SetCommand>(session);
+    if (name == u"watch")
+        return std::make_unique<WatchCommand>(session);
+    if (name == u"dump")
+        return std::make_unique<DumpCommand>(session);
+    if (name == u"apply")
+        return std::make_unique<ApplyCommand>(session);
+    if (name == u"record")
+        return std::make_unique<RecordCommand>(session);
+    if (session.options().send)
+        return std::make_unique<ResendCommand>(session);
+    return std::make_unique<ReplayCommand>(session);
+}
+
+void Command::end(int exitCode)
+{
+    if (m_ended)
+        return;
+    m_ended = true;
+    Q_EMIT finished(exitCode);
+}
+
+void Command::endSilent(const QString &what)
+{
+    output().error(u"%1: no answer within %2 ms"_s.arg(what).arg(options().timeoutMs));
+    if (!progress().isEmpty())
+        output().error(progress());
+    end(ExitCode::NoAnswer);
+}

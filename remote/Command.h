@@ -1,0 +1,41 @@
+#pragma once
+
+#include "ExitCode.h"
+#include "Session.h"
+
+#include <memory>
+
+/// One command of the command line. It works from the event loop and tells its exit code at the end.
+class Command : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit Command(Session &session) : m_session(session) {}
+
+    /// The command that the options of @p session name.
+    [[nodiscard]] static std::unique_ptr<Command> create(Session &session);
+
+    virtual void start() = 0;
+    /// What has been done so far, for a command that is cut short; empty if there is nothing to tell.
+    [[nodiscard]] virtual QString progress() const { return {}; }
+    /// Whether an interruption is its ordinary end.
+    [[nodiscard]] virtual bool isEndless() const { return false; }
+
+Q_SIGNALS:
+    /// Comes once; nothing is put out afterwards.
+    void finished(int exitCode);
+
+protected:
+    [[nodiscard]] Session &session() { return m_session; }
+    [[nodiscard]] const Options &options() const { return m_session.options(); }
+    [[nodiscard]] Output &output() { return m_session.output(); }
+    void end(int exitCode);
+    /// Tells that the head stopped answering, and ends.
+    void endSilent(const QString &what);
+    [[nodiscard]] bool hasEnded() const { return m_ended; }
+
+private:
+    Session &m_session;
+    bool m_ended = false;
+};

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "Command.h"
+#include "SettingsReader.h"
+
+#include <QDateTime>
+
+/// Saves every known setting of every channel.
+class DumpCommand : public Command
+{
+    Q_OBJECT
+
+public:
+    explicit DumpCommand(Session &session);
+    void start() override;
+
+private:
+    void readChannels(const QByteArray &list);
+    void write(const SettingsReader::Values &values);
+
+    SettingsReader m_reader;
+    QByteArrayList m_channels;
+};

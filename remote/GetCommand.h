@@ -1,0 +1,26 @@
+#pragma once
+
+#include "Command.h"
+
+#include <QList>
+
+#include <optional>
+
+/// Prints the values of the settings named.
+class GetCommand : public Command
+{
+    Q_OBJECT
+
+public:
+    using Command::Command;
+    void start() override;
+
+private:
+    void tellAnswered();
+    void tell(const QByteArray &key, const Requester::Answer &answer);
+
+    QByteArrayList m_keys;
+    QList<std::optional<Requester::Answer>> m_answers; ///< one a key
+    qsizetype m_told = 0;
+    int m_exitCode = ExitCode::Fine;
+};

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+/// What a person or a script sees of the program. Colours and progress only where a terminal shows them.
+class Output
+{
+public:
+    enum class Colour { Green = 32, Yellow = 33, Red = 31, Cyan = 36 };
+
+    Output();
+    /// No notes and no progress from now on.
+    void setQuiet(bool quiet) { m_quiet = quiet; }
+
+    /// One line on standard output, written at once.
+    void line(const QByteArray &text);
+    /// False once the reader of standard output has gone.
+    [[nodiscard]] bool isOpen() const { return m_open; }
+    /// @p text in a colour if standard output shows colours.
+    [[nodiscard]] QByteArray painted(const QByteArray &text, Colour colour) const;
+
+    /// What went wrong, on standard error.
+    void error(const QString &text);
+    /// What is good to know, on standard error; not when quiet.
+    void note(const QString &text);
+    /// Rewrites the progress line on a terminal: "reading 12 of 340".
+    void progress(const QString &what, qsizetype done, qsizetype all);
+
+private:
+    void clearProgress();
+
+    bool m_open = true;
+    bool m_quiet = false;
+    bool m_colours = false;
+    bool m_errorColours = false;
+    bool m_progressShown = false;
+};

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "Command.h"
+#include "Recording.h"
+
+#include <QElapsedTimer>
+
+/// Sends the client's requests of a recording again and compares the answers.
+class ResendCommand : public Command
+{
+    Q_OBJECT
+
+public:
+    using Command::Command;
+    void start() override;
+    [[nodiscard]] QString progress() const override;
+
+private:
+    struct Request
+    {
+        qint64 dueMs = 0;
+        Message message;
+        QByteArray answer; ///< recorded; empty if there is none
+    };
+
+    void pair(const Recording &recording);
+    void sendNext();
+    void send(const Request &request);
+    void compare(const Request &request, const Requester::Answer &answer);
+
+    QList<Request> m_requests;
+    qsizetype m_answered = 0;
+    qsizetype m_different = 0;
+    QElapsedTimer m_clock;
+};

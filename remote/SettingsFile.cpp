@@ -1,0 +1,109 @@
+#include "SettingsFile.h"
+
+#include "Catalogue.h"
+#include "Json.h"
+
+#include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString kFormat = u"zirvo-settings"_s;
+constexpr int kVersion = 1;
+const QByteArray kSystemAddress = "U0";
+
+QList<Json::Member> known(const QByteArray &address, std::span<const std::string_view> mnemonics,
+                          const SettingsReader::Values &values)
+{
+    QList<Json::Member> members;
+    for (const std::string_view mnemonic : mnemonics) {
+        const QByteArray value = values.value(Catalogue::key(address, mnemonic));
+        if (Message::isKnown(value))
+            members.append({ QByteArray(mnemonic.data(), qsizetype(mnemonic.size())), Json::quoted(value) });
+    }
+    return members;
+}
+
+} // namespace
+
+QByteArrayList SettingsFile::keys(const QByteArrayList &channels)
+{
+    QByteArrayList keys{ kSystemAddress + ":CARDS" };
+    const auto add = [&keys](const QByteArray &address, std::span<const std::string_view> mnemonics) {
+        for (const std::string_view mnemonic : mnemonics)
+            keys.append(Catalogue::key(address, mnemonic));
+    };
+    add(kSystemAddress, Catalogue::identity());
+    for (const QByteArray &address : channels) {
+        add(address, Catalogue::of(address).settings);
+        add(address, Catalogue::of(address).info);
+    }
+    return keys;
+}
+
+QByteArray SettingsFile::text(const QByteArrayList &channels, const SettingsReader::Values &values,
+                              const QDateTime &taken)
+{
+    QList<Json::Member> system = known(kSystemAddress, Catalogue::identity(), values);
+    const QByteArray cards = values.value(kSystemAddress + ":CARDS");
+    system.append({ "cards", Json::list(Message::isKnown(cards) ? cards.split(',') : QByteArrayList()) });
+    QList<Json::Member> members;
+    for (const QByteArray &address : channels) {
+        const Catalogue::Rows rows = Catalogue::of(address);
+        members.append({ address, Json::object({ { "settings", Json::object(known(address, rows.settings, values), 3) },
+                                                 { "info", Json::object(known(address, rows.info, values), 3) } },
+                                               2) });
+    }
+    return Json::object({ { "format", Json::quoted(kFormat) },
+                          { "version", Json::number(kVersion) },
+                          { "taken", Json::quoted(taken.toString(Qt::ISODateWithMs)) },
+                          { "system", Json::object(system, 1) },
+                          { "channels", Json::object(members, 1) } });
+}
+
+QString SettingsFile::read(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return u"%1: %2"_s.arg(path, file.errorString());
+    QJsonParseError error;
+    const QJsonObject root = QJsonDocument::fromJson(file.readAll(), &error).object();
+    if (error.error != QJsonParseError::NoError)
+        return u"%1: no JSON: %2 at byte %3"_s.arg(path, error.errorString()).arg(error.offset);
+    if (root[u"format"].toString() != kFormat)
+        return u"%1: not a file of settings"_s.arg(path);
+    if (root[u"version"].toDouble() != kVersion)
+        return u"%1: its version is not %2"_s.arg(path).arg(kVersion);
+    if (!root[u"channels"].isObject())
+        return u"%1: it holds no \"channels\""_s.arg(path);
+    const QJsonObject channels = root[u"channels"].toObject();
+    for (auto channel = channels.begin(); channel != channels.end(); ++channel) {
+        if (const QString wrong = readChannel(channel.key(), channel.value()); !wrong.isEmpty())
+            return u"%1: %2"_s.arg(path, wrong);
+    }
+    return {};
+}
+
+QString SettingsFile::readChannel(const QString &address, const QJsonValue &channel)
+{
+    const QJsonValue settings = channel.toObject()[u"settings"];
+    if (!settings.isObject())
+        return u"%1 holds no \"settings\""_s.arg(address);
+    const QJsonObject object = settings.toObject();
+    for (auto setting = object.begin(); setting != object.end(); ++setting) {
+        const QString name = address + u':' + setting.key();
+        const QByteArray key = name.toLocal8Bit();
+        const QByteArray value = setting->toString().toLocal8Bit();
+        if (const QString wrong = Message::keyProblem(key); !wrong.isEmpty())
+            return u"\"%1\": %2"_s.arg(name.simplified(), wrong);
+        if (!setting->isString())
+            return u"%1: the value is not a text"_s.arg(name);
+        if (value.isEmpty() || Message::hasControlCharacter(value))
+            return u"%1: the value is empty or holds control characters"_s.arg(name);
+        m_settings.insert(key, value);
+    }
+    return {};
+}

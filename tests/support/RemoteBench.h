@@ -1,0 +1,173 @@
+#pragma once
+
+#include "support/FarEnd.h"
+#include "support/Wait.h"
+
+#include <QFile>
+#include <QMap>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <memory>
+
+/// Runs zirvo-remote as a user starts it, against a head that a script makes.
+///
+/// A script is words parted by ";": "R1:FREQ=2250.5" is a value, every other one a manner with the key it is for:
+/// "nak" refuses, "keep" lets the card refuse, "quiet" pushes nothing, "drop" neither takes nor pushes, "silent"
+/// answers nothing, "mute" no set, "late" answers a query only behind the next, "twice" answers twice, "hangup" pulls
+/// the cable; "move R1:FREQ R1:IFBW=1" lets a set change another setting.
+class RemoteBench
+{
+public:
+    explicit RemoteBench(const QByteArray &script = {})
+        : m_remote(std::make_unique<FarEnd>(path("client-remote")))
+        , m_status(path("client-status"))
+    {
+        m_remote->setHandler([this](const QByteArray &frame) { answer(frame); });
+        play(script);
+    }
+    ~RemoteBench()
+    {
+        m_process.kill();
+        m_process.waitForFinished();
+    }
+    Q_DISABLE_COPY_MOVE(RemoteBench)
+
+    [[nodiscard]] QString path(const char *file) const { return m_folder.filePath(QString::fromLatin1(file)); }
+    QString write(const char *file, const QByteArray &text) const
+    {
+        QFile target(path(file));
+        if (!target.open(QIODevice::WriteOnly) || target.write(text) != text.size())
+            qFatal("no file to be had");
+        return target.fileName();
+    }
+    [[nodiscard]] QByteArray read(const char *file) const
+    {
+        QFile source(path(file));
+        return source.open(QIODevice::ReadOnly) ? source.readAll() : QByteArray();
+    }
+    void play(const QByteArray &script)
+    {
+        for (const QByteArray &word : script.split(';')) {
+            const QByteArrayList parts = word.trimmed().split(' ');
+            if (const qsizetype equals = word.indexOf('='); equals > 0 && parts[0] != "move")
+                m_values[word.left(equals).trimmed()] = word.mid(equals + 1);
+            else if (parts.size() > 2)
+                m_moves[parts[1]] = parts[2];
+            else if (parts.size() == 2)
+                m_manners[parts[1]] = parts[0];
+        }
+    }
+
+    void start(const QStringList &arguments) { m_process.start(program(), options() + expanded(arguments)); }
+    /// Behind a reader that takes one line and goes; the exit code is told on standard error.
+    void startForOneLine(const QStringList &arguments)
+    {
+        const QStringList shell{ QStringLiteral("-c"), QStringLiteral("{ \"$0\" \"$@\"; echo $? >&2; } | head -n 1") };
+        m_process.start(QStringLiteral("/bin/sh"), shell + QStringList{ program() } + options() + expanded(arguments));
+    }
+    /// Waits for the end; the exit code, or -1 if there is none in time.
+    int finish()
+    {
+        const bool ended = waitUntil([this] { return m_process.state() == QProcess::NotRunning; }, 10'000);
+        return ended && m_process.exitStatus() == QProcess::NormalExit ? m_process.exitCode() : -1;
+    }
+    int run(const QStringList &arguments)
+    {
+        start(arguments);
+        return finish();
+    }
+    /// Asks whether a client is there until it says so.
+    [[nodiscard]] bool waitForClient()
+    {
+        const auto askOnce = [this] {
+            const qsizetype before = m_remote->frames().size();
+            m_remote->sendFrame("U0:REMOTE?");
+            return waitUntil([this, before] { return m_remote->frames().size() > before; }, 100) &&
+                   m_remote->frames().constLast() == "U0:REMOTE:1\x06";
+        };
+        return waitUntil(askOnce);
+    }
+
+    [[nodiscard]] QProcess &process() { return m_process; }
+    [[nodiscard]] FarEnd &remote() { return *m_remote; }
+    [[nodiscard]] FarEnd &status() { return m_status; }
+    void hangUp() { m_remote.reset(); }
+    /// What the client sent in this run, joined by blanks: without answers to the head's question, and a query that is
+    /// asked over and over only once.
+    [[nodiscard]] QByteArray sent() const { return m_sent.join(' '); }
+    /// The sets among it.
+    [[nodiscard]] QByteArray sets() const
+    {
+        QByteArrayList sets = m_sent;
+        sets.removeIf([](const QByteArray &frame) { return frame.endsWith('?'); });
+        return sets.join(' ');
+    }
+    [[nodiscard]] QByteArray value(const QByteArray &key) const { return m_values.value(key); }
+
+private:
+    [[nodiscard]] static QString program() { return QStringLiteral(ZIRVO_BIN_DIR "/zirvo-remote"); }
+    [[nodiscard]] QStringList options() const { return { QStringLiteral("--device-dir"), m_folder.path() }; }
+    /// "@file" is a file in the folder of the links.
+    [[nodiscard]] QStringList expanded(QStringList arguments)
+    {
+        m_sent.clear();
+        return arguments.replaceInStrings(QStringLiteral("@"), m_folder.path() + QLatin1Char('/'));
+    }
+
+    void answer(const QByteArray &frame)
+    {
+        if (frame.endsWith('\x06'))
+            return;
+        const QByteArrayList parts = frame.split(':');
+        const bool isQuery = frame.endsWith('?');
+        if (!isQuery || m_sent.isEmpty() || m_sent.constLast() != frame)
+            m_sent.append(frame);
+        const QByteArray key = isQuery ? frame.chopped(1) : parts.first(2).join(':');
+        const QByteArray manner = m_manners.value(key);
+        if (manner == "silent" || (manner == "mute" && !isQuery))
+            return;
+        if (manner == "hangup") {
+            QMetaObject::invokeMethod(
+                qApp, [this] { hangUp(); }, Qt::QueuedConnection);
+        } else if (!m_values.contains(key) || (manner == "nak" && !isQuery)) {
+            m_remote->sendFrame(key + ":\x15");
+        } else if (isQuery) {
+            query(key, manner);
+        } else {
+            m_remote->sendFrame(frame + '\x06');
+            take(key, parts.sliced(2).join(':'), manner);
+        }
+    }
+    void query(const QByteArray &key, const QByteArray &manner)
+    {
+        const QByteArray text = key + ':' + m_values[key] + '\x06';
+        const QByteArray late = std::exchange(m_late, manner == "late" ? text : QByteArray());
+        if (manner != "late")
+            m_remote->sendFrame(text);
+        if (manner == "twice")
+            m_remote->sendFrame(text);
+        if (!late.isEmpty())
+            m_remote->sendFrame(late);
+    }
+    /// What the card makes of a set.
+    void take(const QByteArray &key, const QByteArray &value, const QByteArray &manner)
+    {
+        if (manner != "keep" && manner != "drop")
+            m_values[key] = value;
+        if (manner != "quiet" && manner != "drop")
+            m_remote->sendFrame(key + ':' + m_values[key]);
+        if (const QByteArray moved = m_moves.value(key); !moved.isEmpty())
+            play(moved);
+    }
+
+    QTemporaryDir m_folder;
+    std::unique_ptr<FarEnd> m_remote;
+    FarEnd m_status;
+    QProcess m_process;
+    QMap<QByteArray, QByteArray> m_values;
+    QMap<QByteArray, QByteArray> m_manners;
+    QMap<QByteArray, QByteArray> m_moves;
+    QByteArray m_late;
+    QByteArrayList m_sent;
+};
