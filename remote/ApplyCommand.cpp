@@ -30,11 +30,7 @@ void ApplyCommand::start()
         output().error(wrong);
         return end(ExitCode::Usage);
     }
-    session().requester().query("U0:CHANS", [this](const Requester::Answer &answer) {
-        if (answer.state == Requester::Answer::State::Silent)
-            return endSilent(u"U0:CHANS"_s);
-        plan(answer.data);
-    });
+    askForChannels([this](const QByteArrayList &channels) { plan(channels); });
 }
 
 QString ApplyCommand::progress() const
@@ -47,9 +43,9 @@ QString ApplyCommand::progress() const
     return text;
 }
 
-void ApplyCommand::plan(const QByteArray &channels)
+void ApplyCommand::plan(const QByteArrayList &channels)
 {
-    m_plan = ApplyPlan(m_file.settings(), channels.split(','));
+    m_plan = ApplyPlan(m_file.settings(), channels);
     for (const QByteArray &skipped : m_plan.skipped())
         output().error(u"%1 is not known here and is skipped"_s.arg(QString::fromLocal8Bit(skipped)));
     readPresent();

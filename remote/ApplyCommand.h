@@ -22,7 +22,7 @@ public:
 private:
     using Step = ApplyPlan::Step;
 
-    void plan(const QByteArray &channels);
+    void plan(const QByteArrayList &channels);
     void readPresent();
     void takePresent(const SettingsReader::Values &values);
     void beginPass(const QList<Step> &steps);

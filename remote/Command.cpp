@@ -39,6 +39,22 @@ void Command::end(int exitCode)
     Q_EMIT finished(exitCode);
 }
 
+void Command::askForChannels(std::function<void(const QByteArrayList &)> handler)
+{
+    session().requester().query("U0:CHANS", [this, handler](const Requester::Answer &answer) {
+        using State = Requester::Answer::State;
+        if (answer.state == State::Silent)
+            return endSilent(u"U0:CHANS"_s);
+        if (answer.state == State::Refused || !Message::isKnown(answer.data)) {
+            output().error(u"the head knows no channels yet"_s);
+            return end(ExitCode::Refused);
+        }
+        QByteArrayList channels = answer.data.split(',');
+        channels.removeAll(QByteArray());
+        handler(channels);
+    });
+}
+
 void Command::endSilent(const QString &what)
 {
     output().error(u"%1: no answer within %2 ms"_s.arg(what).arg(options().timeoutMs));

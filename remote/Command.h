@@ -3,6 +3,7 @@
 #include "ExitCode.h"
 #include "Session.h"
 
+#include <functional>
 #include <memory>
 
 /// One command of the command line. It works from the event loop and tells its exit code at the end.
@@ -31,6 +32,8 @@ protected:
     [[nodiscard]] const Options &options() const { return m_session.options(); }
     [[nodiscard]] Output &output() { return m_session.output(); }
     void end(int exitCode);
+    /// Asks for the addresses of the channels; ends when there are none to be had.
+    void askForChannels(std::function<void(const QByteArrayList &)> handler);
     /// Tells that the head stopped answering, and ends.
     void endSilent(const QString &what);
     [[nodiscard]] bool hasEnded() const { return m_ended; }

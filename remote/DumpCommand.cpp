@@ -18,23 +18,10 @@ DumpCommand::DumpCommand(Session &session) : Command(session), m_reader(session.
 
 void DumpCommand::start()
 {
-    session().requester().query("U0:CHANS", [this](const Requester::Answer &answer) {
-        using State = Requester::Answer::State;
-        if (answer.state == State::Silent)
-            return endSilent(u"U0:CHANS"_s);
-        if (answer.state == State::Refused || !Message::isKnown(answer.data)) {
-            output().error(u"the head knows no channels yet"_s);
-            return end(ExitCode::Refused);
-        }
-        readChannels(answer.data);
+    askForChannels([this](const QByteArrayList &channels) {
+        m_channels = channels;
+        m_reader.read(SettingsFile::keys(channels));
     });
-}
-
-void DumpCommand::readChannels(const QByteArray &list)
-{
-    m_channels = list.split(',');
-    m_channels.removeAll(QByteArray());
-    m_reader.read(SettingsFile::keys(m_channels));
 }
 
 void DumpCommand::write(const SettingsReader::Values &values)

@@ -15,7 +15,6 @@ public:
     void start() override;
 
 private:
-    void readChannels(const QByteArray &list);
     void write(const SettingsReader::Values &values);
 
     SettingsReader m_reader;

@@ -41,11 +41,13 @@ class RemoteClientTest : public QObject
 private Q_SLOTS:
     void conversations_data();
     void conversations();
+    void answersForAnEarlierClient();
     void wrongUsage_data();
     void wrongUsage();
     void dumpAndApply();
     void apply_data();
     void apply();
+    void interruptedApply();
     void wrongFiles_data();
     void wrongFiles();
     void watch_data();
@@ -97,6 +99,16 @@ void RemoteClientTest::conversations_data()
     row("set without confirming", "set --no-confirm R1:FREQ 1", "R1:FREQ=2;keep R1:FREQ", 0, "R1:FREQ 1 acknowledged\n",
         "", "R1:FREQ:1");
     row("set silent", "set --timeout 200 R1:FREQ 1", "silent R1:FREQ", 2, "", "R1:FREQ: no answer", "R1:FREQ:1");
+    row("at most sixteen unanswered",
+        "get --timeout 300 A:0 A:1 A:2 A:3 A:4 A:5 A:6 A:7 A:8 A:9 A:a A:b A:c A:d A:e A:f A:g A:h",
+        "A:0=1;silent A:1;silent A:2;silent A:3;silent A:4;silent A:5;silent A:6;silent A:7;silent A:8;silent A:9;"
+        "silent A:a;silent A:b;silent A:c;silent A:d;silent A:e;silent A:f;silent A:g;silent A:h",
+        2, "A:0 1\n", "A:1: no answer",
+        "A:0? A:1? A:2? A:3? A:4? A:5? A:6? A:7? A:8? A:9? A:a? A:b? A:c? A:d? A:e? A:f? A:g?");
+    row("no status link", "--link @client-remote --device-dir @nowhere watch --for 0.1", "", 0, "", "no status link",
+        "");
+    row("status link does not open", "--status-link /nowhere/at/all watch", "", 2, "", "/nowhere/at/all does not open",
+        "");
     row("link does not open", "--link /nowhere/at/all get R1:FREQ", "", 2, "", "/nowhere/at/all does not open", "");
 }
 
@@ -112,6 +124,14 @@ void RemoteClientTest::conversations()
     QVERIFY2(problem.isEmpty() ? said.isEmpty() : said.contains(problem), said);
     QTEST(bench.sent(), "sent");
     QTEST(exitCode, "exitCode");
+}
+
+void RemoteClientTest::answersForAnEarlierClient()
+{
+    RemoteBench bench("R1:FREQ=1");
+    bench.remote().sendFrame("R1:FREQ:99\x06");
+    QCOMPARE(bench.run(words("get R1:FREQ")), 0);
+    QCOMPARE(bench.process().readAllStandardOutput(), "R1:FREQ 1\n"_ba);
 }
 
 void RemoteClientTest::wrongUsage_data()
@@ -173,7 +193,14 @@ void RemoteClientTest::dumpAndApply()
     QCOMPARE(bench.sets(), "R1:NAME:\xc3\xa9 \"x\" R1:IFBW:1"_ba);
     QCOMPARE(bench.process().readAllStandardOutput(),
              "3 settings the same, 2 changed back, 0 refused: everything equals the file\n"_ba);
+    bench.play("keep R1:IFBW;R1:IFBW=0");
+    QCOMPARE(bench.run(words("apply --json @rack.json")), 1);
+    QCOMPARE(
+        bench.process().readAllStandardOutput(),
+        R"({"same": 4, "changed": 0, "refused": [{"setting": "R1:IFBW", "wanted": "1", "value": "0"}], "skipped": []})"
+        "\n"_ba);
 
+    QCOMPARE(bench.run(words("dump @no/such/folder")), 64);
     bench.play("silent R1:AGCT");
     QCOMPARE(bench.run(words("dump --timeout 1000 @rack.json")), 2);
     QCOMPARE(bench.read("rack.json"), text);
@@ -237,6 +264,19 @@ void RemoteClientTest::apply()
     QCOMPARE(bench.process().readAllStandardOutput().trimmed(), output);
     QTEST(bench.sets(), "sets");
     QTEST(exitCode, "exitCode");
+}
+
+void RemoteClientTest::interruptedApply()
+{
+    RemoteBench bench("U0:CHANS=U0,R1;U0:SLAVE=1;R1:FREQ=1;R1:IFBW=1;mute R1:IFBW");
+    bench.write("settings.json", settingsFile(channel("R1", R"("FREQ":"2","IFBW":"2")")));
+    bench.start(words("apply --timeout 60000 @settings.json"));
+    QVERIFY(waitUntil([&bench] { return bench.sets() == "U0:SLAVE:0 R1:FREQ:2 R1:IFBW:2"; }));
+    bench.process().terminate();
+    QCOMPARE(bench.finish(), 2);
+    const QByteArray said = bench.process().readAllStandardError();
+    QVERIFY2(said.contains("interrupted\n") && said.contains("step 2 of 3"), said);
+    QVERIFY2(said.contains("slaving was turned off, it was 1 before"), said);
 }
 
 void RemoteClientTest::wrongFiles_data()
