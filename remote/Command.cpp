@@ -39,7 +39,7 @@ void Command::end(int exitCode)
     Q_EMIT finished(exitCode);
 }
 
-void Command::askForChannels(std::function<void(const QByteArrayList &)> handler)
+void Command::askForChannels(const std::function<void(const QByteArrayList &)> &handler)
 {
     session().requester().query("U0:CHANS", [this, handler](const Requester::Answer &answer) {
         using State = Requester::Answer::State;

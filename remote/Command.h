@@ -33,7 +33,7 @@ protected:
     [[nodiscard]] Output &output() { return m_session.output(); }
     void end(int exitCode);
     /// Asks for the addresses of the channels; ends when there are none to be had.
-    void askForChannels(std::function<void(const QByteArrayList &)> handler);
+    void askForChannels(const std::function<void(const QByteArrayList &)> &handler);
     /// Tells that the head stopped answering, and ends.
     void endSilent(const QString &what);
     [[nodiscard]] bool hasEnded() const { return m_ended; }

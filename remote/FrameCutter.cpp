@@ -4,7 +4,7 @@ namespace {
 
 constexpr char kStart = '\x02';
 constexpr char kEnd = '\x0d';
-constexpr qsizetype kLongestFrame = 64 * 1024;
+constexpr qsizetype kLongestFrame = 65'536;
 
 } // namespace
 

@@ -24,7 +24,7 @@ QByteArray Json::object(const QList<Member> &members, int depth)
 {
     if (members.isEmpty())
         return "{}";
-    const QByteArray indent = '\n' + QByteArray(4 * depth, ' ');
+    const QByteArray indent = '\n' + QByteArray(qsizetype(4) * depth, ' ');
     QByteArrayList parts;
     for (const auto &[name, value] : members)
         parts.append(indent + "    " + quoted(name) + ": " + value);

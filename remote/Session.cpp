@@ -23,7 +23,7 @@ QString Session::openLinks()
 {
     if (!Usage::command(m_options.command)->usesLink && !m_options.send)
         return {};
-    const QString wrong = openLink(m_remote, "remote", m_options.link);
+    QString wrong = openLink(m_remote, "remote", m_options.link);
     if (!wrong.isEmpty())
         return wrong;
     m_requester = std::make_unique<Requester>(*m_remote, m_options.timeoutMs);

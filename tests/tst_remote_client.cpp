@@ -1,5 +1,6 @@
 #include "support/RemoteBench.h"
 
+#include <QElapsedTimer>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -55,6 +56,7 @@ private Q_SLOTS:
     void endsOfWatch_data();
     void endsOfWatch();
     void recordAndReplay();
+    void replayPace();
     void resend_data();
     void resend();
 };
@@ -86,6 +88,8 @@ void RemoteClientTest::conversations_data()
     row("set below zero", "set D1:DFIR -1", "D1:DFIR=0", 0, "D1:DFIR -1 confirmed\n", "", "D1:DFIR:-1");
     row("set the same number", "set R1:AFCM 5e1", "R1:AFCM=50.0;keep R1:AFCM", 0, "R1:AFCM 5e1 confirmed\n", "",
         "R1:AFCM:5e1");
+    row("set that moves another", "set R1:FREQ 3", "R1:FREQ=1;move R1:FREQ R2:FREQ=9", 0, "R1:FREQ 3 confirmed\n", "",
+        "R1:FREQ:3");
     row("set refused by the card", "set R1:FREQ 2251.5", "R1:FREQ=2250.5;keep R1:FREQ", 1, "",
         "R1:FREQ: refused by the card, still 2250.5", "R1:FREQ:2251.5");
     row("set refused by the head", "set R1:FREQ 9", "R1:FREQ=2250.5;nak R1:FREQ", 1, "", "R1:FREQ: refused",
@@ -169,9 +173,10 @@ void RemoteClientTest::wrongUsage()
 
 void RemoteClientTest::dumpAndApply()
 {
-    RemoteBench bench("U0:CHANS=U0,R1,X9,TM1-0;U0:CARDS=A 1,B 2;U0:SYSID=RACK-7;U0:SLAVE=0;U0:TIME=12:00;"
-                      "R1:FREQ=2250.5;R1:IFLS=1 MHz,2 MHz;R1:IFBW=1;R1:AFC=Unknown;R1:CAMF=;R1:NAME=\xc3\xa9 \"x\";"
-                      "TM1-0:ADDR=10.0.0.7");
+    RemoteBench bench(
+        "U0:CHANS=U0,R1,X9,TM1-0;U0:CARDS=A 1,B 2;U0:SYSID=RACK-7;U0:SLAVE=0;U0:TIME=12:00;"
+        "R1:FREQ=2250.5;R1:IFLS=1 MHz,2 MHz;R1:IFBW=1;R1:AFC=Unknown;R1:AFCM=Uknown;R1:CAMF=;R1:NAME=\xc3\xa9 \"x\";"
+        "TM1-0:ADDR=10.0.0.7");
     QCOMPARE(bench.run(words("dump @rack.json")), 0);
     const QByteArray text = bench.read("rack.json");
     const QJsonObject root = QJsonDocument::fromJson(text).object();
@@ -230,9 +235,11 @@ void RemoteClientTest::apply_data()
         "2 settings the same, 1 changed back, 0 refused: everything equals the file", "U0:SLAVE:1");
     row("slaving that stays on", receiver, "U0:SLAVE=1;nak U0:SLAVE;R1:FREQ=1;R1:IFBW=3", 1,
         "1 settings the same, 0 changed back, 1 refused:\nR1:FREQ wanted 2251.5, still 1", "U0:SLAVE:0");
-    row("network settings are committed", channel("TM1-0", R"("ADDR":"10.0.0.7","TSRC":"1")"),
-        "TM1-0:ADDR=10.0.0.1;TM1-0:TSRC=1;TM1-0:COMT=Unknown;drop TM1-0:COMT", 0, kOneOfTwo,
-        "TM1-0:ADDR:10.0.0.7 TM1-0:COMT:1");
+    row("network settings are committed before what follows",
+        channel("TM1-0", R"("ADDR":"10.0.0.7","TSRC":"1")") + ',' + channel("TM1-1", R"("PORT":"7")"),
+        "TM1-0:ADDR=10.0.0.1;TM1-0:TSRC=1;TM1-0:COMT=Unknown;drop TM1-0:COMT;TM1-1:PORT=8", 0,
+        "1 settings the same, 2 changed back, 0 refused: everything equals the file",
+        "TM1-0:ADDR:10.0.0.7 TM1-0:COMT:1 TM1-1:PORT:7");
     row("no commit for the time source", channel("TM1-0", R"("ADDR":"10.0.0.7","TSRC":"1")"),
         "TM1-0:ADDR=10.0.0.7;TM1-0:TSRC=0", 0, kOneOfTwo, "TM1-0:TSRC:1");
     row("a commit refused", channel("TM1-0", R"("PORT":"7")"), "TM1-0:PORT=8;TM1-0:COMT=x;nak TM1-0:COMT", 1,
@@ -245,6 +252,9 @@ void RemoteClientTest::apply_data()
         "R1:FREQ:2251.5 R1:IFBW:3 R1:FREQ:2251.5 R1:IFBW:3");
     row("refused by the card, once", receiver, "R1:FREQ=2251.5;R1:IFBW=1;keep R1:IFBW", 1,
         "1 settings the same, 0 changed back, 1 refused:\nR1:IFBW wanted 3, still 1", "R1:IFBW:3");
+    row("refused by the card, once, while slaved", receiver, "U0:SLAVE=1;R1:FREQ=2251.5;R1:IFBW=1;keep R1:IFBW", 1,
+        "2 settings the same, 0 changed back, 1 refused:\nR1:IFBW wanted 3, still 1",
+        "U0:SLAVE:0 R1:IFBW:3 U0:SLAVE:1");
     row("a setting that this chassis lacks", receiver, "R1:FREQ=2251.5", 1,
         "1 settings the same, 0 changed back, 1 refused:\nR1:IFBW wanted 3, refused", "");
     row("unknown channels and the time are skipped",
@@ -258,7 +268,7 @@ void RemoteClientTest::apply()
     QFETCH(QByteArray, channels);
     QFETCH(QByteArray, script);
     QFETCH(QByteArray, output);
-    RemoteBench bench("U0:CHANS=U0,R1,D1,TM1-0;U0:SLAVE=0;" + script);
+    RemoteBench bench("U0:CHANS=U0,R1,D1,TM1-0,TM1-1;U0:SLAVE=0;" + script);
     bench.write("settings.json", settingsFile(channels));
     const int exitCode = bench.run(words("apply --timeout 1000 @settings.json"));
     QCOMPARE(bench.process().readAllStandardOutput().trimmed(), output);
@@ -337,7 +347,7 @@ void RemoteClientTest::watch()
     bench.remote().send("noise\x02R1:FRE\x02R1:FREQ:1:2\r\x02r2:FREQ:\x1b[2J\r\x02U0:REMOTE?\r");
     QVERIFY(waitUntil([&bench] { return bench.process().peek(10'000).count('\n') > 0; }));
     if (!arguments.contains(u"1"_s)) {
-        bench.remote().send('\x02' + QByteArray(70'000, 'x') + '\r');
+        bench.remote().sendFrame("R1:FREQ:" + QByteArray(70'000, 'x'));
         bench.status().sendFrame("R1:SSLV:-90");
         bench.status().sendFrame("D1:EYEP:" + QByteArray(2048, 'f'));
         QVERIFY(arguments.size() > 3 || waitUntil([&bench] { return bench.process().peek(10'000).contains("EYEP"); }));
@@ -406,6 +416,17 @@ void RemoteClientTest::recordAndReplay()
     QVERIFY(shown.contains("remote R1:NAME \\x41 \xe9\\x09\n") && shown.endsWith("remote R1:FREQ 1:2\n"));
     QCOMPARE(shown.count('\n'), 3);
     QCOMPARE(bench.sent(), ""_ba);
+}
+
+void RemoteClientTest::replayPace()
+{
+    RemoteBench bench;
+    bench.write("traffic", "zirvo-recording 1 2026-01-01T00:00:00.000Z\n1000.000000 remote < R1:FREQ:1\n");
+    QElapsedTimer clock;
+    clock.start();
+    QCOMPARE(bench.run(words("replay --json --speed 2000 @traffic")), 0);
+    QVERIFY(clock.elapsed() >= 500);
+    QVERIFY(bench.process().readAllStandardOutput().contains("\"time\": \"2026-01-01T00:16:40.000Z\""));
 }
 
 void RemoteClientTest::resend_data()

@@ -155,10 +155,12 @@ private:
     {
         if (manner != "keep" && manner != "drop")
             m_values[key] = value;
+        if (const QByteArray moved = m_moves.value(key); !moved.isEmpty()) {
+            play(moved);
+            m_remote->sendFrame(QByteArray(moved).replace('=', ':'));
+        }
         if (manner != "quiet" && manner != "drop")
             m_remote->sendFrame(key + ':' + m_values[key]);
-        if (const QByteArray moved = m_moves.value(key); !moved.isEmpty())
-            play(moved);
     }
 
     QTemporaryDir m_folder;
