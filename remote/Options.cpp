@@ -46,7 +46,7 @@ QString readNumber(const QHash<QString, QString> &given, const QString &name, do
 QString readWhole(const QHash<QString, QString> &given, const QString &name, int least, int &number)
 {
     double value = number;
-    const QString wrong = readNumber(given, name, least, 1e9, value);
+    QString wrong = readNumber(given, name, least, 1e9, value);
     if (wrong.isEmpty() && value != std::floor(value))
         return u"--%1 takes a whole number"_s.arg(name);
     number = int(value);
@@ -132,7 +132,7 @@ QString Options::takeAll(const Given &given)
     send = given.contains(u"send"_s);
     recordFile = given.value(u"record"_s);
     takeLinks(given);
-    const QString wrong =
+    QString wrong =
         firstOf({ readWhole(given, u"timeout"_s, 1, timeoutMs), readWhole(given, u"confirm"_s, 1, confirmMs),
                   readWhole(given, u"count"_s, 1, count), readNumber(given, u"for"_s, 0.001, 1e6, seconds),
                   readNumber(given, u"speed"_s, 0, 1e6, speed) });

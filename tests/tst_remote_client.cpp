@@ -25,7 +25,7 @@ QByteArray channel(const QByteArray &address, const QByteArray &settings)
 }
 
 /// Lines without the time at their start.
-QByteArray untimed(QByteArray lines)
+QByteArray untimed(const QByteArray &lines)
 {
     return QString::fromLatin1(lines)
         .remove(QRegularExpression(u"^\\d\\d:\\d\\d:\\d\\d\\.\\d{3} "_s, QRegularExpression::MultilineOption))
