@@ -110,7 +110,7 @@ void UniversalChan::ProcessCmd(const RemoteCommand &message)
     }
     m_isRemoteAsked = false;
     const bool isAnswered = message.status() != RemoteCommand::TimedOut;
-    if (isAnswered || !remoteLink()->hasUnreadClient())
+    if (isAnswered || remoteLink()->isLost() || !remoteLink()->isClientHeldBack()) // its answer may be unread
         setRemotePresent(isAnswered);
 }
 

@@ -324,12 +324,6 @@ bool SerialPortController::isClientHeldBack() const
     return m_txmtRemoteCmdQueue.answerCount() >= kMaxAnswers || m_rcvdRemoteCmdQueueReader->isClientAhead();
 }
 
-bool SerialPortController::hasUnreadClient() const
-{
-    const bool isTalking = m_lastMessage.isValid() && m_lastMessage.elapsed() < RemoteCommand::kQueryTimeOutMs;
-    return !isLost() && (isClientHeldBack() || isTalking);
-}
-
 void SerialPortController::WriteToPort(int timeOutMs, const QByteArray &bytes)
 {
     StartTimeOutTmr(timeOutMs);

@@ -85,8 +85,6 @@ public:
     /// Whether the client has to wait until answers or commands that it has caused are on their way.
     [[nodiscard]] bool isClientHeldBack() const;
     [[nodiscard]] bool isClientAwaitingAnswers() const { return m_txmtRemoteCmdQueue.answerCount() > 0; }
-    /// Whether the client may have answered already: it is held back, or has said something else a moment ago.
-    [[nodiscard]] bool hasUnreadClient() const;
 
     /// Writes the request that stops the chassis' reports and waits until it has left, at most @p timeOutMs.
     /// For the end of the program, when no event loop is left to write it.

@@ -1,0 +1,191 @@
+#include "support/RemoteLinksBench.h"
+
+#include <QElapsedTimer>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kLong = 600'000; // ms; no test waits for it
+const QByteArrayList kChassis{ LinkBench::kReceivers, LinkBench::kOlderDemodulators };
+
+/// Sends messages to the client, and keeps how they end: status and response.
+struct Sender : RcvrChan
+{
+    explicit Sender(SerialPortController *link) : RcvrChan(nullptr, u"1"_s, link) {}
+
+    using RcvrChan::ProcessCmd;
+    void ProcessCmd(const RemoteCommand &message) override
+    {
+        heard += QByteArray::number(message.status()) + ' ' + message.responseData().toLatin1();
+    }
+
+    QByteArray heard;
+};
+
+} // namespace
+
+/// The link to the remote client: how messages to it end, and a client that is slow or floods.
+class RemoteLinkTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void endOfMessage_data();
+    void endOfMessage();
+    void presenceAskedRegularly();
+    void presenceNotEvenAsked();
+    void clientThatDoesNotRead();
+    void clientThatAsksOnly();
+    void clientThatFloods();
+};
+
+void RemoteLinkTest::endOfMessage_data()
+{
+    QTest::addColumn<QByteArrayList>("texts"); // what is sent, how the client ends it, and what its sender hears
+    const auto row = [](const QByteArrayList &texts) {
+        QTest::addRow("%s", texts.join(' ').toPercentEncoding().constData()) << texts;
+    };
+    row({ "R1:FREQ?", "R1:FREQ:7\x06", "5 7" });
+    row({ "R1:FREQ?", "R1:FREQ:\x06", "5 " });
+    row({ "R1:FREQ?", "R1:FREQ:a:b\x06", "5 a:b" });
+    row({ "R1:FREQ?", "R1:FREQ:why\x15", "6 why" });
+    row({ "R1:FREQ?", "R2:FREQ:7\x06", "5 END" }); // "END" follows in any case
+    row({ "R1:FREQ?", "R1:AFC:7\x15", "5 END" });
+    row({ "R1:FREQ?", "R1:FREQ\x06", "5 END" });
+    row({ "R1:FREQ?", "", "7 " }); // the time is over
+    row({ "R1:FREQ:3", "R1:FREQ:7\x06", "5 7" });
+    row({ "R1:FREQ:3", "R1:FREQ:7\x15", "" });
+    row({ "R1:FREQ:3", "R1:AFC:7\x06", "5 END" });
+    row({ "R1:FREQ:3", "", "" });
+}
+
+void RemoteLinkTest::endOfMessage()
+{
+    QFETCH(QByteArrayList, texts);
+
+    RemoteLinksBench bench(kChassis);
+    Sender sender(&bench.link);
+    if (texts[0].endsWith('?'))
+        bench.push(&sender, u"R1"_s, u"FREQ"_s, kLong, true);
+    else
+        bench.push(&sender, u"R1"_s, u"FREQ"_s, u"3"_s, kLong, true);
+    bench.push(&sender, u"R1"_s, u"AFCM"_s, u"4"_s, 1, RemoteCommand::Forwarded, true);
+    QVERIFY(bench.client.waitForFrame(texts[0]));
+    if (texts[1].isEmpty())
+        bench.remote.StartTimeOutTmr(1);
+    else
+        bench.client.sendFrame(texts[1]);
+    QVERIFY(texts[2] == "5 END" || bench.client.waitForFrame("R1:AFCM:4"));
+    const RemoteLinksBench::Record record = bench.play(u"client R1:FREQ:END\x06"_s);
+    QCOMPARE(sender.heard, texts[2]);
+    QCOMPARE(record.client, (QStringList{ QString::fromLatin1(texts[0]), u"R1:AFCM:4"_s }));
+    QCOMPARE(record.card, QStringList());
+}
+
+void RemoteLinkTest::presenceAskedRegularly()
+{
+    RemoteLinksBench bench({ LinkBench::kReceivers });
+    for (const int shortest : { 4500, 1900 }) {
+        QElapsedTimer clock;
+        clock.start();
+        QVERIFY(bench.client.waitForFrame("U0:REMOTE?", 30'000));
+        QVERIFY2(clock.elapsed() >= shortest, qPrintable(QString::number(clock.elapsed())));
+        bench.client.clear();
+        bench.client.sendFrame("U0:REMOTE:1\x06");
+    }
+}
+
+void RemoteLinkTest::presenceNotEvenAsked()
+{
+    RemoteLinksBench bench(kChassis);
+    bench.play(u"ask U0:REMOTE:1\x06"_s);
+    bench.push(nullptr, u"R1"_s, u"FREQ"_s, kLong, true);
+    QVERIFY(bench.client.waitForFrame("R1:FREQ?"));
+    bench.system()->RemoteStatusTimeOut();
+    QCOMPARE(bench.system()->getREMOTE(), u"1"_s);
+    bench.system()->RemoteStatusTimeOut();
+    QCOMPARE(bench.remote.txmtRemoteCmdQueue().waitingCount(), 1);
+    bench.client.sendFrame("R1:FREQ:1\x06");
+    QCOMPARE(bench.play(u"client U0:REMOTE:1\x06"_s).card.value(0), u"U0:REMOTE:0"_s);
+}
+
+void RemoteLinkTest::clientThatDoesNotRead()
+{
+    constexpr int kReports = 4000;
+    const QByteArrayList keys{
+        "R1:FREQ:", "R2:FREQ:", "R1:AFC:", "D1:FOFF:", "D2:FOFF:", "D1:RDRG:40", "D1:ZZZZ:" + QByteArray(100, 'z')
+    };
+    RemoteLinksBench bench(kChassis);
+    bench.client.setReading(false);
+    bench.statusClient.setReading(false);
+    QStringList answers;
+    std::size_t most = 0, mostStatus = 0;
+    for (int i = 1; i <= kReports; ++i) {
+        const QByteArray n = QByteArray::number(i);
+        for (const QByteArray &key : keys)
+            bench.far.sendFrame(key + n);
+        if (i % 20 != 0)
+            continue;
+        bench.client.sendFrame("X:" + n + '?');
+        answers += u"X:%1:-"_s.arg(i);
+        QVERIFY(bench.idle());
+        most = qMax(most, bench.remote.txmtRemoteCmdQueue().waitingCount());
+        mostStatus = qMax(mostStatus, bench.status.txmtRemoteCmdQueue().waitingCount());
+    }
+    // 256 before anything is dropped, 128 KiB of series, the values and the answers
+    QVERIFY2(most > 1000 && most < 256 + 3500 + 210, qPrintable(QString::number(most)));
+    QVERIFY2(mostStatus > 200 && mostStatus < 260, qPrintable(QString::number(mostStatus)));
+
+    bench.client.setReading(true);
+    bench.statusClient.setReading(true);
+    const auto [card, told, toldStatus] = bench.play(u"client X:0?"_s);
+    for (const QString &key : { u"R1:FREQ:"_s, u"R2:FREQ:"_s, u"R1:AFC:"_s, u"D1:RDRG:40"_s, u"D1:FOFF:"_s })
+        QCOMPARE((told + toldStatus).filter(key).constLast(), key + QString::number(kReports));
+    QCOMPARE(told.filter(u"X:"_s), answers << u"X:0:-"_s);
+    const QStringList series = told.filter(u"D1:ZZZZ:"_s);
+    QVERIFY2(series.size() > 500 && series.size() < kReports, qPrintable(QString::number(series.size())));
+    for (int i = 0; i < 500; ++i)
+        QVERIFY(series.at(series.size() - 1 - i).endsWith(u'z' + QString::number(kReports - i)));
+}
+
+void RemoteLinkTest::clientThatAsksOnly()
+{
+    constexpr int kQueries = 5000;
+    RemoteLinksBench bench({ LinkBench::kReceivers });
+    bench.client.setReading(false);
+    std::size_t most = 0;
+    int ticksFull = 0;
+    QTimer watch; // lets the client read long after the head has stopped to
+    connect(&watch, &QTimer::timeout, this, [&] {
+        most = qMax(most, bench.remote.txmtRemoteCmdQueue().answerCount());
+        ticksFull += most >= 256 ? 1 : 0;
+        bench.client.setReading(ticksFull > 50);
+    });
+    watch.start(1);
+    QStringList answers;
+    for (int i = 0; i < kQueries; ++i) {
+        bench.client.sendFrame("X:" + QByteArray::number(i) + '?');
+        answers += u"X:%1:-"_s.arg(i);
+    }
+    QVERIFY(bench.client.waitForFrame("X:4999:\x15", 120'000));
+    QVERIFY2(most >= 256 && most < 270, qPrintable(QString::number(most)));
+    QCOMPARE(RemoteLinksBench::taken(bench.client), answers);
+}
+
+void RemoteLinkTest::clientThatFloods()
+{
+    RemoteLinksBench bench({ LinkBench::kReceivers });
+    for (int i = 1; i <= 300; ++i)
+        bench.client.sendFrame("R1:AFCM:" + QByteArray::number(i));
+    QVERIFY(bench.far.waitForFrame("R1:AFCM:20"));
+    const qsizetype before = bench.far.frames().size();
+    bench.system()->setTMRF(u"0"_s);
+    QVERIFY(bench.far.waitForFrame("R1:AFCM:300", 30'000));
+    const qsizetype waited = bench.far.frames().indexOf("U0:TMRF:0") - before;
+    QVERIFY2(waited >= 0 && waited <= 12, qPrintable(QString::number(waited)));
+}
+
+QTEST_MAIN(RemoteLinkTest)
+#include "tst_remote_link.moc"
