@@ -9,6 +9,10 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+constexpr auto kPresenceKey = "U0:REMOTE";
+}
+
 ClientLink::ClientLink(const QByteArray &name) : m_name(name)
 {
     connect(&m_port, &QSerialPort::readyRead, this, &ClientLink::takeBytes);
@@ -38,10 +42,12 @@ void ClientLink::takeBytes()
     for (const QByteArray &frame : m_cutter.feed(m_port.readAll())) {
         Q_EMIT received(frame);
         const auto message = Message::parse(frame);
-        if (message && message->kind == Message::Kind::Query && message->key() == "U0:REMOTE")
-            send(Message::acknowledged(message->key(), "1"));
+        if (message && message->kind == Message::Kind::Query && message->key() == kPresenceKey)
+            tellPresence();
     }
 }
+
+void ClientLink::tellPresence() { send(Message::acknowledged(kPresenceKey, "1")); }
 
 void ClientLink::checkLine()
 {

@@ -21,6 +21,9 @@ public:
     [[nodiscard]] QString open(const QString &path);
     /// Sends a frame, given without start and end byte.
     void send(const QByteArray &frame);
+    /// Answers the head's question whether a client is there. One that is open when the client comes holds up its first
+    /// answers; with none open this means nothing.
+    void tellPresence();
 
 Q_SIGNALS:
     void received(const QByteArray &frame);

@@ -26,6 +26,7 @@ QString Session::openLinks()
     QString wrong = openLink(m_remote, "remote", m_options.link);
     if (!wrong.isEmpty())
         return wrong;
+    m_remote->tellPresence();
     m_requester = std::make_unique<Requester>(*m_remote, m_options.timeoutMs);
     if (m_options.command != u"watch" && m_options.command != u"record")
         return {};

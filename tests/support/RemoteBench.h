@@ -77,9 +77,11 @@ public:
         start(arguments);
         return finish();
     }
-    /// Asks whether a client is there until it says so.
+    /// Waits until the client has told that it is there, and answers when asked.
     [[nodiscard]] bool waitForClient()
     {
+        if (!m_remote->waitForFrame("U0:REMOTE:1\x06"))
+            return false;
         const auto askOnce = [this] {
             const qsizetype before = m_remote->frames().size();
             m_remote->sendFrame("U0:REMOTE?");
