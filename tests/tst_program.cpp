@@ -102,6 +102,7 @@ private Q_SLOTS:
     void endsBySignal_data();
     void endsBySignal();
     void fromKeyToChassis();
+    void chassisBroughtBack();
 };
 
 void ProgramTest::withoutIdentifier()
@@ -216,6 +217,43 @@ void ProgramTest::fromKeyToChassis()
     QVERIFY(program.signal(SIGTERM));
     QVERIFY(program.ends(0));
     QVERIFY(waitUntil([&] { return requests(record).constLast() == "U0:TRON:OFF"; }));
+}
+
+/// The remote client's program saves a chassis through the head, and puts back what was changed meanwhile.
+void ProgramTest::chassisBroughtBack()
+{
+    const QTemporaryDir folder;
+    Program chassis(QStringLiteral(ZIRVO_BIN_DIR "/zirvo-chassis-sim"),
+                    { u"--device-dir"_s, folder.path(), u"--boot-seconds"_s, u"0"_s });
+    QVERIFY(chassis.nextLine().startsWith("ready"));
+    qputenv("ZIRVO_DEVICE_DIR", folder.path().toLocal8Bit());
+    qputenv("ZIRVO_STARTUP_SECONDS", "0");
+    Program head(kFrontPanel, { u"RACK-7"_s });
+    // Exit code and output of one run
+    const auto client = [&folder](const QStringList &arguments) {
+        Program program(QStringLiteral(ZIRVO_BIN_DIR "/zirvo-remote"), QStringList{ u"--quiet"_s } + arguments);
+        (void)waitUntil([&program] { return program.state() == QProcess::NotRunning; }, kStartMs);
+        return QByteArray::number(program.exitCode()) + ' ' + program.readAllStandardOutput();
+    };
+    const QString file = folder.filePath(u"rack.json"_s);
+    QVERIFY(waitUntil([&] { return client({ u"get"_s, u"SP1:SPAN"_s }) == "0 SP1:SPAN 10\n"; }, kStartMs));
+    QCOMPARE(client({ u"dump"_s, file }), "0 ");
+    for (const QByteArray change : { "R1 FREQ 2299.5", "R2 IFBW 2", "C1 CMOD 1", "D1 DMOD 4", "D1 RATEA 1000000",
+                                     "D2 LBWB 0.02", "T1 TGAINCH1 99", "TM1-2 RMIP 10.9.8.7", "U0 SLAVE 1" }) {
+        chassis.write("set " + change + '\n');
+        QVERIFY(chassis.nextLine().startsWith("ok"));
+    }
+    chassis.write("refuse R2:IFBW\n");
+    QVERIFY(chassis.nextLine().startsWith("ok"));
+    QVERIFY(waitUntil([&] { return client({ u"get"_s, u"U0:SLAVE"_s }) == "0 U0:SLAVE 1\n"; }));
+    QVERIFY(client({ u"apply"_s, file }).contains("R2:IFBW wanted 4, still 2"));
+    chassis.write("refuse off\n");
+    QVERIFY(chassis.nextLine().startsWith("ok"));
+    QVERIFY(client({ u"apply"_s, file }).contains("1 changed back, 0 refused"));
+    QCOMPARE(
+        client({ u"get"_s, u"R1:FREQ"_s, u"R2:IFBW"_s, u"D1:RATEA"_s, u"D2:LBWB"_s, u"TM1-2:RMIP"_s, u"U0:SLAVE"_s }),
+        "0 R1:FREQ 2250.5\nR2:IFBW 4\nD1:RATEA 5000000\nD2:LBWB 0.5\nTM1-2:RMIP 192.168.7.102\nU0:SLAVE 0\n");
+    QVERIFY(head.signal(SIGTERM) && head.ends(0));
 }
 
 QTEST_MAIN(ProgramTest)
