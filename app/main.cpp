@@ -1,3 +1,4 @@
+#include "app/HealthLog.h"
 #include "app/UnixSignals.h"
 #include "controls/Style.h"
 #include "frontpanel/ZIRVOFSMainWindow.h"
@@ -33,6 +34,7 @@ int refuseWithoutIdentifier()
 int run(ZIRVOFSMainWindow &window, const QString &systemIdentifier)
 {
     UnixSignals signalHandler;
+    const HealthLog healthLog(window);
     QObject::connect(&signalHandler, &UnixSignals::terminationRequested, &window, &QWidget::close);
     window.setSystemIdentifier(systemIdentifier);
     window.show();
