@@ -19,6 +19,8 @@ namespace {
 constexpr int kTickMs = 1000;
 constexpr int kVersionRetrySeconds = 2; ///< ticks between two rounds of version queries, less one
 constexpr int kCardListRetryMs = 3000;
+constexpr int kSilenceCheckMs = 1000;
+constexpr qint64 kSilentMs = 10'000; ///< a chassis reports several times a second
 
 void requestSettings(Channel *channel)
 {
@@ -39,6 +41,8 @@ Discovery::Discovery(SerialPortController *link, const QString &systemIdentifier
     m_cardListTmr.setInterval(kCardListRetryMs);
     connect(&m_startupTmr, &QTimer::timeout, link, &SerialPortController::EstablishCommTmr_Tick, Qt::QueuedConnection);
     connect(&m_cardListTmr, &QTimer::timeout, this, &Discovery::requestCardList);
+    m_silenceTmr.setInterval(kSilenceCheckMs);
+    connect(&m_silenceTmr, &QTimer::timeout, this, &Discovery::watchForSilence);
 }
 
 Discovery::~Discovery() = default;
@@ -71,6 +75,7 @@ void Discovery::tick()
 void Discovery::pause()
 {
     m_cardListTmr.stop();
+    m_silenceTmr.stop();
     if (std::exchange(m_isEstablished, false))
         m_countdown = 0;
 }
@@ -79,6 +84,15 @@ void Discovery::resume()
 {
     if (!m_startupTmr.isActive())
         start(kTickMs, nullptr);
+}
+
+/// A chassis that has never reported may have nothing to report.
+void Discovery::watchForSilence()
+{
+    if (!m_link->hasReported() || m_link->status().silentMs < kSilentMs)
+        return;
+    pause();
+    resume();
 }
 
 void Discovery::report(LinkStatus &status) const
@@ -162,6 +176,8 @@ void Discovery::requestAllSettings()
                                                          UniversalChan::Commands::NOTIFY, {}, StandardCommand::Queued,
                                                          StandardCommand::Marker, StandardCommand::kMarkerTimeOutMs));
     queueRequest(UniversalChan::Commands::TRON, u"ON"_s, StandardCommand::Set);
+    m_link->forgetReports();
+    m_silenceTmr.start();
 }
 
 void Discovery::consolidateCards() { m_cards = CardList::consolidated(m_cards); }

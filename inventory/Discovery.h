@@ -22,7 +22,8 @@ class UniversalChan;
 ///
 /// It counts down while the chassis boots, asks for its version until it answers, and then for its card list, which
 /// makes cards and channels; these ask for their settings, with a marker behind them. A link that was lost and found
-/// goes through the same again, with the channels that are already there.
+/// goes through the same again, with the channels that are already there; so does a chassis that falls silent, because
+/// one that was switched off and on reports nothing until it is asked to.
 class Discovery : public QObject
 {
     Q_OBJECT
@@ -65,6 +66,7 @@ public:
 
 private:
     void establish(const QString &version);
+    void watchForSilence();
     void createSystemChannel();
     void requestCardList();
     void requestAllSettings();
@@ -82,6 +84,7 @@ private:
     std::size_t m_behindSettings = 0;
     QTimer m_startupTmr;
     QTimer m_cardListTmr;
+    QTimer m_silenceTmr;
     QPointer<QLabel> m_countdownLabel;
     UniversalChan *m_systemChannel = nullptr;
     std::vector<std::unique_ptr<Channel>> m_channels;

@@ -65,6 +65,10 @@ public:
     [[nodiscard]] LinkStatus status() const;
     /// Notes for the status that a frame has come.
     void noteMessage() { m_lastMessage.start(); }
+    /// Whether the far end has sent anything unasked since reports were forgotten.
+    [[nodiscard]] bool hasReported() const { return m_hasReported; }
+    void noteReport() { m_hasReported = true; }
+    void forgetReports() { m_hasReported = false; }
     /// Notes for the status that the far end has refused @p command.
     void noteRefusal(const StandardCommand &command);
 
@@ -206,6 +210,7 @@ private:
     std::unique_ptr<LinkGuard> m_guard;
     LinkStatus m_status; ///< the counts of it, and the time of the loss
     QElapsedTimer m_lastMessage;
+    bool m_hasReported = false;
     QPointer<QMessageBox> m_openFailureBox;
 
     std::unique_ptr<Discovery> m_discovery; ///< of a standard link

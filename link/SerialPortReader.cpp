@@ -145,11 +145,13 @@ void SerialPortReader::handleMessage(const QString &frame)
     // Only a time of day keeps its colons.
     const bool keepsColons = address.startsWith("TM"_L1) && mnemonic == "TIME"_L1;
     const QString data = parts.sliced(2).join(keepsColons ? u":"_s : QString());
-    if (answersCommandInFlight(address, mnemonic, data))
+    if (answersCommandInFlight(address, mnemonic, data)) {
         completeCommandInFlight(frame);
-    else
+    } else {
+        m_controller->noteReport();
         m_controller->EmitRcvdCmd(new StandardCommand(nullptr, address, mnemonic, data, StandardCommand::Received,
                                                       StandardCommand::Set, StandardCommand::kTimeOutMs));
+    }
 }
 
 bool SerialPortReader::answersCommandInFlight(const QString &address, const QString &mnemonic,

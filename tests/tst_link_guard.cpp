@@ -30,6 +30,7 @@ private Q_SLOTS:
     void lostAndFound();
     void lostDuringDiscovery_data();
     void lostDuringDiscovery();
+    void switchedOffAndOn();
     void linksToTheClient();
     void eyeLink();
 };
@@ -113,6 +114,25 @@ void LinkGuardTest::lostDuringDiscovery()
     QCOMPARE(bench.far.frames(), again);
     QCOMPARE(allSettings.count(), 1);
     QCOMPARE(bench.link.channels().size(), 3);
+}
+
+/// On a line that stays well nothing but silence tells.
+void LinkGuardTest::switchedOffAndOn()
+{
+    CommandLinkBench bench;
+    QVERIFY(bench.start());
+    const auto state = [&bench] { return bench.link.status().state; };
+    bench.far.clear();
+    QVERIFY(!waitUntil([&] { return !bench.far.frames().isEmpty(); }, 11'500)); // it may have nothing to report
+    bench.far.sendFrame("R1:SSLV:-61");
+    QVERIFY(bench.idle());
+    bench.far.clear();
+    bench.far.setAnswering(false);
+    QVERIFY(waitUntil([&] { return state() == LinkStatus::State::Waiting; }, 15'000));
+    bench.far.setAnswering(true);
+    QVERIFY(bench.far.waitForFrame("U0:TRON:ON"));
+    QVERIFY(bench.far.frames().constLast() == "U0:TRON:ON" && bench.far.frames().contains("R2:FREQ"));
+    QVERIFY(waitUntil([&] { return state() == LinkStatus::State::Live; }));
 }
 
 void LinkGuardTest::linksToTheClient()
