@@ -21,7 +21,7 @@ constexpr qsizetype kLongestName = 200; // characters; more is cut before it is 
 ChannelPanel::ChannelPanel(const PanelContext &context, QWidget *parent)
     : QWidget(parent)
     , m_context(context)
-    , m_staleMark(new QLabel(QStringLiteral("STALE: no link"), this))
+    , m_staleMark(new QLabel(this))
 {
     m_staleMark->setProperty("role", QStringLiteral("stale"));
     m_staleMark->setAlignment(Qt::AlignCenter);
@@ -64,13 +64,15 @@ void ChannelPanel::resizeEvent(QResizeEvent *event)
     placeStaleMark();
 }
 
-void ChannelPanel::setStale(bool stale)
+void ChannelPanel::setStale(const QString &reason)
 {
-    if (m_staleMark->isHidden() != stale)
+    const QString text = reason.isEmpty() ? QString() : QStringLiteral("STALE: ") + reason;
+    if (m_staleMark->text() == text)
         return;
-    m_staleMark->setVisible(stale);
+    m_staleMark->setText(text);
+    m_staleMark->setVisible(!text.isEmpty());
     placeStaleMark();
-    setAccessibleDescription(stale ? m_staleMark->text() : QString());
+    setAccessibleDescription(text);
 }
 
 /// Over the lamps in the head, which are as old as the rest.

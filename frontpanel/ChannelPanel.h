@@ -41,8 +41,9 @@ public:
     virtual void restoreEntries() {}
     /// Shows or hides the mark of a slaved channel.
     virtual void showSlaved(bool slaved) { Q_UNUSED(slaved) }
-    /// Marks the values shown as old, because the chassis is not there to tell new ones.
-    void setStale(bool stale);
+    /// Marks the values shown as old, because the chassis does not tell new ones.
+    /// @param reason shown with the mark; empty takes it off
+    void setStale(const QString &reason);
 
 protected:
     ChannelPanel(const PanelContext &context, QWidget *parent);

@@ -14,7 +14,6 @@ namespace {
 constexpr int kRefreshMs = 500;
 constexpr int kFailureMs = 10'000;
 constexpr qint64 kMsPerSecond = 1000;
-constexpr qint64 kSilentMs = 5000; ///< the chassis reports several times a second
 
 QString nameOf(SerialPortController::PORT_TYPE type)
 {
@@ -118,7 +117,10 @@ QString LinkStatusLine::stateOf(const SerialPortController &link) const
 void LinkStatusLine::showChassis(const SerialPortController &link)
 {
     const LinkStatus status = link.status();
-    m_isChassisLive = status.state == LinkStatus::State::Live;
+    if (status.state != LinkStatus::State::Live)
+        m_trouble = u"no link"_s;
+    else
+        m_trouble = status.isSilent ? u"chassis silent"_s : QString();
     const bool isReading = status.state == LinkStatus::State::Reading;
     m_progress->setVisible(isReading);
     if (isReading) {
@@ -131,7 +133,7 @@ void LinkStatusLine::showChassis(const SerialPortController &link)
         status.silentMs < 0 ? u"No message yet"_s : u"Last message %1 s ago"_s.arg(status.silentMs / kMsPerSecond);
     WidgetUpdate::text(m_messages, age + u", "_s + counted(status.timeOuts, u"time-out"_s, u"time-outs"_s) + u", "_s +
                                        counted(status.refusals, u"refusal"_s, u"refusals"_s));
-    markTrouble(m_messages, m_isChassisLive && status.silentMs > kSilentMs);
+    markTrouble(m_messages, status.isSilent);
 }
 
 void LinkStatusLine::showFailure(const QString &address, const QString &mnemonic, bool refused)

@@ -24,8 +24,8 @@ public:
     void addLink(const SerialPortController *link);
     /// Shows the links as they are now; twice a second by itself.
     void refresh();
-    /// Whether what the panels show is in force: the chassis is there and has told its settings.
-    [[nodiscard]] bool isChassisLive() const { return m_isChassisLive; }
+    /// Why what the panels show may be old; empty while the chassis is there and has told its settings.
+    [[nodiscard]] const QString &trouble() const { return m_trouble; }
     /// Tells beside the remote link whether a client is there.
     void setClientPresent(bool present) { m_isClientPresent = present; }
 
@@ -49,6 +49,6 @@ private:
     QLabel *m_messages;
     QTimer m_refreshTmr;
     QTimer m_failureTmr;
-    bool m_isChassisLive = false;
+    QString m_trouble;
     bool m_isClientPresent = false;
 };

@@ -304,7 +304,7 @@ void ZIRVOFSMainWindow::showLinks()
         return; // nothing is shown yet
     m_linkStatusLine->setClientPresent(m_sysChan->getREMOTE() == "1"_L1);
     for (ChannelPanel *panel : panels())
-        panel->setStale(!m_linkStatusLine->isChassisLive());
+        panel->setStale(m_linkStatusLine->trouble());
 }
 
 void ZIRVOFSMainWindow::UpdateAllDynamicParamsTmr_Tick()

@@ -20,7 +20,7 @@ constexpr int kTickMs = 1000;
 constexpr int kVersionRetrySeconds = 2; ///< ticks between two rounds of version queries, less one
 constexpr int kCardListRetryMs = 3000;
 constexpr int kSilenceCheckMs = 1000;
-constexpr qint64 kSilentMs = 10'000; ///< a chassis reports several times a second
+constexpr qint64 kSwitchedOffMs = 10'000; ///< so long silent, a chassis that was reporting was switched off
 
 void requestSettings(Channel *channel)
 {
@@ -89,7 +89,7 @@ void Discovery::resume()
 /// A chassis that has never reported may have nothing to report.
 void Discovery::watchForSilence()
 {
-    if (!m_link->hasReported() || m_link->status().silentMs < kSilentMs)
+    if (const LinkStatus status = m_link->status(); !status.isSilent || status.silentMs < kSwitchedOffMs)
         return;
     pause();
     resume();

@@ -20,6 +20,7 @@ struct LinkStatus
     int settingsAsked = 0; ///< while Reading
     QTime lostSince;       ///< time of day; while Lost
     qint64 silentMs = -1;  ///< time since the last message; less than 0 if there was none
+    bool isSilent = false; ///< nothing comes from a far end that was reporting
     quint64 timeOuts = 0;
     quint64 refusals = 0;
 };

@@ -30,6 +30,7 @@ constexpr int kSpectralStartupSeconds = 2;
 constexpr qint64 kReadBufferSize = 4096;
 constexpr qint64 kFullPort = 16 * 1024; ///< bytes
 constexpr std::size_t kMaxAnswers = 256;
+constexpr qint64 kSilentMs = 5000; ///< a chassis reports several times a second
 
 QByteArray reportsOffRequest()
 {
@@ -204,6 +205,7 @@ LinkStatus SerialPortController::status() const
 {
     LinkStatus status = m_status;
     status.silentMs = m_lastMessage.isValid() ? m_lastMessage.elapsed() : -1;
+    status.isSilent = m_hasReported && status.silentMs > kSilentMs;
     if (isLost())
         status.state = LinkStatus::State::Lost;
     else if (!m_port.isOpen())

@@ -65,8 +65,7 @@ public:
     [[nodiscard]] LinkStatus status() const;
     /// Notes for the status that a frame has come.
     void noteMessage() { m_lastMessage.start(); }
-    /// Whether the far end has sent anything unasked since reports were forgotten.
-    [[nodiscard]] bool hasReported() const { return m_hasReported; }
+    /// Notes that the far end sends something unasked, and forgets that it did.
     void noteReport() { m_hasReported = true; }
     void forgetReports() { m_hasReported = false; }
     /// Notes for the status that the far end has refused @p command.
