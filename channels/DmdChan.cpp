@@ -105,6 +105,13 @@ QString DmdChan::normalized(int row, const QString &value) const
 
 // Answers and reports
 
+void DmdChan::ProcessCmd(const StandardCommand &command)
+{
+    if (command.type() == StandardCommand::Query && command.mnemonic() == m_unknownAsked)
+        m_unknownAsked.clear();
+    Channel::ProcessCmd(command);
+}
+
 void DmdChan::processSpecial(int row, const Report &report)
 {
     if (row == at(Commands::RDRG) || row == at(Commands::CDRG))
@@ -307,7 +314,9 @@ std::optional<QString> DmdChan::answerToQuery(const QString &mnemonic)
     }
     if (mnemonic.isEmpty() || isCatalogued(mnemonic))
         return std::nullopt; // the rest is no value of its own
-    if (!m_unknownValues.contains(mnemonic)) {
+    // One question at a time: a card that does not know them would hold up everything by a second for each.
+    if (!m_unknownValues.contains(mnemonic) && m_unknownAsked.isEmpty() && m_unknownValues.size() < kMaxUnknownValues) {
+        m_unknownAsked = mnemonic;
         rememberUnknown(mnemonic, {});
         sendCmdToLocal(mnemonic, {});
     }

@@ -438,6 +438,8 @@ public:
     [[nodiscard]] QString unknownValue(const QString &mnemonic) const { return m_unknownValues.value(mnemonic).told; }
 
     void RequestSettings() override;
+    using Channel::ProcessCmd;
+    void ProcessCmd(const StandardCommand &command) override;
 
     /// Keeps a block of the eye link and hands it on to the remote client.
     void ProcessEyeConstData(const EyeConstData &data);
@@ -452,7 +454,7 @@ protected:
     void processUnknown(const Report &report) override;
     void settingStored(int row) override;
     [[nodiscard]] bool isSlaving() const override;
-    /// A query of a mnemonic that the catalogue does not hold goes to the card as well, until the card has told it.
+    /// The first query of a mnemonic that the catalogue does not hold goes to the card as well.
     [[nodiscard]] std::optional<QString> answerToQuery(const QString &mnemonic) override;
     /// As every channel's, and what has no setter is acknowledged and left as it is.
     [[nodiscard]] bool takesSet(const QString &mnemonic, const QString &data) const override;
@@ -522,5 +524,6 @@ private:
     QStringList m_videoFilters;
     QStringList m_videoFilterBandwidths;
     QHash<QString, UnknownValue> m_unknownValues;
+    QString m_unknownAsked; ///< the one of them that the card is being asked for
     QByteArray m_lastEyeBlock;
 };

@@ -157,8 +157,9 @@ void DemodulatorPanel::showSetting(const QString &Cmd, const QString &Data)
         { Commands::DMOD, [](P &p, const QString &v) { p.DisplayDemodMode(v), p.ShowHideControls(); } },
         { Commands::VCFG,
           [](P &p, const QString &v) { WidgetUpdate::index(p.ui->cboOutputMode, v), p.ShowHideControls(); } },
-        { Commands::VFBW, [](P &p, const QString &v) { WidgetUpdate::index(p.ui->cboVFBW, v); } },
-        { Commands::VFIR, [](P &p, const QString &v) { WidgetUpdate::index(p.ui->cboVFBW, v); } },
+        // One box for two settings, of which each kind of card has one in use
+        { Commands::VFBW, [](P &p, const QString &v) { p.DisplayVideoFilter(v, !p.m_families.hasK3050OrK3060Card); } },
+        { Commands::VFIR, [](P &p, const QString &v) { p.DisplayVideoFilter(v, p.m_families.hasK3050OrK3060Card); } },
         { Commands::VFFL, [](P &p, const QString &) { p.refillVideoFilters(); } },
         { Commands::VIDP, [](P &p, const QString &v) { WidgetUpdate::index(p.ui->cboAnalogPol, v); } },
         { Commands::BSDR, [](P &p, const QString &v) { WidgetUpdate::index(p.ui->cboDerandomizer, v); } },
@@ -318,6 +319,12 @@ void DemodulatorPanel::DisplayDemodMode(const QString &code)
     const DemodMode *const mode = DemodMode::withCode(code);
     const QLatin1StringView name = (mode ? *mode : DemodMode::fallback()).name;
     ui->cboDemodMode->setCurrentIndex(ui->cboDemodMode->findText(name));
+}
+
+void DemodulatorPanel::DisplayVideoFilter(const QString &value, bool isShown)
+{
+    if (isShown)
+        WidgetUpdate::index(ui->cboVFBW, value);
 }
 
 void DemodulatorPanel::DisplayInputSource(const QString &value)

@@ -76,6 +76,8 @@ private:
     // Display of settings; the values are wire text.
     void DisplayDemodMode(const QString &code);
     void DisplayInputSource(const QString &value);
+    /// @param isShown whether the card's filter is the setting that this value is of
+    void DisplayVideoFilter(const QString &value, bool isShown);
     void DisplayAutoSettings(const QString &value, const QString &key);
     void DisplayVideoGain(const Output &output, const QString &value);
     void DisplayVideoBandwidth(const QString &value);

@@ -42,6 +42,24 @@ void markTrouble(QLabel *label, bool trouble)
     label->style()->polish(label);
 }
 
+/// Why the chassis' values may be old; empty if they are not.
+QString troubleOf(const LinkStatus &status)
+{
+    switch (status.state) {
+    case LinkStatus::State::NotPresent:
+    case LinkStatus::State::Lost:
+        return u"no link"_s;
+    case LinkStatus::State::Opening:
+    case LinkStatus::State::Waiting:
+        return u"no answer"_s;
+    case LinkStatus::State::Reading:
+        return u"being read anew"_s;
+    case LinkStatus::State::Live:
+        break;
+    }
+    return status.isSilent ? u"chassis silent"_s : QString();
+}
+
 QString counted(quint64 count, const QString &one, const QString &many)
 {
     return QString::number(count) + u' ' + (count == 1 ? one : many);
@@ -63,6 +81,7 @@ LinkStatusLine::LinkStatusLine(QWidget *parent)
     // Takes what room there is, and never pushes the window beyond the screen.
     m_messages->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     m_messages->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    m_messages->setTextFormat(Qt::PlainText); // it shows mnemonics that a client has made up
     addWidget(m_messages, 1);
     m_failureTmr.setSingleShot(true);
     connect(&m_failureTmr, &QTimer::timeout, this, &LinkStatusLine::refresh);
@@ -117,10 +136,7 @@ QString LinkStatusLine::stateOf(const SerialPortController &link) const
 void LinkStatusLine::showChassis(const SerialPortController &link)
 {
     const LinkStatus status = link.status();
-    if (status.state != LinkStatus::State::Live)
-        m_trouble = u"no link"_s;
-    else
-        m_trouble = status.isSilent ? u"chassis silent"_s : QString();
+    m_trouble = troubleOf(status);
     const bool isReading = status.state == LinkStatus::State::Reading;
     m_progress->setVisible(isReading);
     if (isReading) {

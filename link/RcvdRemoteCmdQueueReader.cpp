@@ -6,10 +6,6 @@
 
 #include <algorithm>
 
-namespace {
-constexpr std::size_t kUnnoticedCommands = 2;
-}
-
 RcvdRemoteCmdQueueReader::RcvdRemoteCmdQueueReader(QObject *parent, SerialPortController *controller)
     : QObject(parent)
     , m_controller(controller)
@@ -89,7 +85,6 @@ void RcvdRemoteCmdQueueReader::deliver(Channel *target, const RemoteCommand &com
 
 bool RcvdRemoteCmdQueueReader::isClientAhead() const
 {
-    return std::any_of(m_lastCaused.keyValueBegin(), m_lastCaused.keyValueEnd(), [](const auto &entry) {
-        return entry.second > entry.first->txmtCmdQueue().takenCount() + kUnnoticedCommands;
-    });
+    return std::any_of(m_lastCaused.keyValueBegin(), m_lastCaused.keyValueEnd(),
+                       [](const auto &entry) { return entry.second > entry.first->txmtCmdQueue().takenCount(); });
 }

@@ -23,7 +23,7 @@ public:
     /// Takes the channels from the link's channel list.
     void SetChanLists();
 
-    /// Whether commands that the client has caused still wait on a link to the chassis, more than go unnoticed there.
+    /// Whether a command that the client has caused still waits on a link to the chassis.
     [[nodiscard]] bool isClientAhead() const;
 
 public Q_SLOTS:

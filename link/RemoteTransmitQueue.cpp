@@ -2,12 +2,26 @@
 
 void RemoteTransmitQueue::appendForSlowClient(RemoteCommand *message)
 {
-    if (message->isReplaceable())
-        removeIf(
-            [message](const RemoteCommand &older) { return older.isReplaceable() && older.isAboutSameAs(*message); });
+    if (message->isReplaceable() && replaceOlder(message))
+        return;
     append(message);
     if (!message->isReplaceable() && !message->isAnswer())
         limitSeries();
+}
+
+/// The newest takes the place of the oldest, or a value that is renewed faster than the queue moves would never go out.
+/// Behind an answer about the same value it has to stay, or the answer would seem to be the newer one.
+bool RemoteTransmitQueue::replaceOlder(RemoteCommand *message)
+{
+    bool isAnswered = false;
+    forEachWaiting(
+        [&](const RemoteCommand &m) { isAnswered = isAnswered || (m.isAnswer() && m.isAboutSameAs(*message)); });
+    const auto isOlder = [message](const RemoteCommand &m) {
+        return &m != message && m.isReplaceable() && m.isAboutSameAs(*message);
+    };
+    const bool isReplaced = !isAnswered && replaceFirst(message, isOlder);
+    removeIf(isOlder);
+    return isReplaced;
 }
 
 void RemoteTransmitQueue::limitSeries()

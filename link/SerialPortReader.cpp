@@ -15,11 +15,10 @@ namespace {
 
 constexpr qsizetype kRegisterNumberSize = 2;
 
-// Bounds for the remote client. A frame of it is a line of text; one that is longer is rubbish. A piece holds a handful
-// of its messages, so that few of its commands are ever ahead of the operator's.
+// Bounds for the remote client. A frame of it is a line of text; one that is longer is rubbish.
 constexpr qsizetype kMaxClientFrameSize = 4096;
-constexpr qint64 kClientPiece = 64;
-constexpr int kHeldBackMs = 5;
+constexpr qint64 kClientPiece = 256;
+constexpr int kHeldBackMs = 2;
 
 FrameDecoder decoderFor(SerialPortController::PORT_TYPE type)
 {
@@ -57,13 +56,22 @@ void SerialPortReader::ReadPort()
         m_decoder.feed(m_port->readAll(), [this](const QByteArray &frame) { HandleFrame(frame); });
 }
 
+/// Runs behind the events that the message before has caused, so it sees what they have done.
 void SerialPortReader::readClient()
 {
+    if (m_clientFrames.isEmpty())
+        m_decoder.feed(m_port->read(kClientPiece), [this](const QByteArray &frame) { m_clientFrames.enqueue(frame); });
     const bool isHeldBack = m_controller->isClientHeldBack();
-    if (!isHeldBack)
-        m_decoder.feed(m_port->read(kClientPiece), [this](const QByteArray &frame) { HandleFrame(frame); });
-    if (m_port->bytesAvailable() > 0)
+    if (!isHeldBack && !m_clientFrames.isEmpty())
+        HandleFrame(m_clientFrames.dequeue());
+    if (!m_clientFrames.isEmpty() || m_port->bytesAvailable() > 0)
         m_readAgainTmr.start(isHeldBack ? kHeldBackMs : 0);
+}
+
+void SerialPortReader::reset()
+{
+    m_decoder.reset();
+    m_clientFrames.clear();
 }
 
 void SerialPortReader::HandleFrame(const QByteArray &frame)

@@ -3,6 +3,7 @@
 #include "link/FrameDecoder.h"
 
 #include <QObject>
+#include <QQueue>
 #include <QTimer>
 
 class QSerialPort;
@@ -11,7 +12,8 @@ class SerialPortController;
 /// Reads one link: cuts the bytes into frames and, on the standard links, ties each answer to the command in flight.
 ///
 /// Noise, late answers and stray acknowledgements never disturb the command in flight; they go on as unsolicited
-/// messages. The remote client is read in small pieces, and not at all while the head is busy with what it sent before.
+/// messages. What the remote client sends is handed on one message at a time, and not at all while the head is busy
+/// with what it sent before.
 class SerialPortReader : public QObject
 {
     Q_OBJECT
@@ -20,7 +22,7 @@ public:
     SerialPortReader(QObject *parent, SerialPortController *controller, QSerialPort *port);
 
     /// Forgets a frame begun on a line that was lost.
-    void reset() { m_decoder.reset(); }
+    void reset();
 
 public Q_SLOTS:
     void ReadPort();
@@ -42,5 +44,6 @@ private:
     SerialPortController *m_controller;
     QSerialPort *m_port;
     FrameDecoder m_decoder;
-    QTimer m_readAgainTmr; ///< reads on after a piece of the client's bytes
+    QQueue<QByteArray> m_clientFrames; ///< read and not yet handed on
+    QTimer m_readAgainTmr;             ///< goes on with what the client has sent
 };

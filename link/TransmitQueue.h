@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <deque>
 #include <memory>
 #include <utility>
@@ -70,6 +71,19 @@ protected:
     {
         for (const auto &message : m_waiting)
             function(*message);
+    }
+    /// Puts @p message into the place of the first one that waits and for which @p predicate holds. Takes it over only
+    /// if there is one.
+    template <typename Predicate>
+    [[nodiscard]] bool replaceFirst(Message *message, Predicate predicate)
+    {
+        const auto place = std::find_if(m_waiting.begin(), m_waiting.end(),
+                                        [&predicate](const auto &waiting) { return predicate(*waiting); });
+        if (place == m_waiting.end())
+            return false;
+        message->setStatus(Message::Queued);
+        place->reset(message);
+        return true;
     }
     /// Deletes every message that waits and for which @p predicate holds; it is asked once for each, oldest first.
     template <typename Predicate>

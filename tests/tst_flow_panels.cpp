@@ -206,7 +206,7 @@ void FlowPanelsTest::reports_data()
             "D@:DLCK:0|lblDemoddmd@.styleSheet=background-color: #f11029;|lblDemodmarkdmd@.text=Lost, "
             "D@:DLCK:1|lblDemoddmd@.styleSheet=background-color: #24d620;|lblDemodmarkdmd@.text=Lock, "
             "D@:BLCK:0|lblBitSyncdmd@.styleSheet=background-color: #f11029;|lblBitSyncmarkdmd@.text=Lost, "
-            "D@:VFBW:0|cboVFBWdmd@.currentIndex=0, D@:VIDP:1|cboAnalogPoldmd@.currentIndex=1, "
+            "D@:VFBW:0, D@:VFIR:0|cboVFBWdmd@.currentIndex=0, D@:VIDP:1|cboAnalogPoldmd@.currentIndex=1, "
             "D@:VFIR:0 D@:VFFL:100,200,300|cboVFBWdmd@.count=3|cboVFBWdmd@.currentIndex=0, "
             "D1:VFFL:100,200,300 D1:VFIR:2|cboVFBWdmd1.count=3|cboVFBWdmd1.currentIndex=2, "
             "D1:VFFL:100,200,300|cboVFBWdmd1.count=3, D1:VFFL:100|cboVFBWdmd1.count=1|cboVFBWdmd1.currentIndex=0, "
@@ -225,7 +225,8 @@ void FlowPanelsTest::reports_data()
             "progBarAGCBcmb1.visible=false");
     addRows("plain", "D1:VGN1:128 D1:VGN1:12.5|lblAnalogGainAValdmd1.text=50 %|sldrAnalogGainAdmd1.value=128, "
                      "D1:VGN1:99999999|lblAnalogGainAValdmd1.text=39215685 %, "
-                     "D3:VGN2:254|lblAnalogGainBValdmd3.text=99 %|sldrAnalogGainBdmd3.value=254, D1:VFFL:100");
+                     "D3:VGN2:254|lblAnalogGainBValdmd3.text=99 %|sldrAnalogGainBdmd3.value=254, D1:VFFL:100, "
+                     "D1:VFIR:0, D1:VFBW:0|cboVFBWdmd1.currentIndex=0");
     addRows("K412W", "D3:VFBW:2|cboVFBWdmd3.currentIndex=2"); // out of sight, but ready
     addRows("D2 alone", "U0:SDM2:B|cboInputSourcedmd1.currentIndex=4, U0:SDM1:B");
 }

@@ -32,6 +32,7 @@ class RemoteLinkTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void renewedValues();
     void endOfMessage_data();
     void endOfMessage();
     void presenceAskedRegularly();
@@ -185,6 +186,39 @@ void RemoteLinkTest::clientThatFloods()
     QVERIFY(bench.far.waitForFrame("R1:AFCM:300", 30'000));
     const qsizetype waited = bench.far.frames().indexOf("U0:TMRF:0") - before;
     QVERIFY2(waited >= 0 && waited <= 12, qPrintable(QString::number(waited)));
+}
+
+void RemoteLinkTest::renewedValues()
+{
+    RemoteTransmitQueue queue;
+    const auto append = [&queue](const QString &mnemonic, const QString &data, bool isReplaceable) {
+        auto *const message = new RemoteCommand(nullptr, u"D1"_s, mnemonic, data, true);
+        message->setReplaceable(isReplaceable);
+        queue.appendForSlowClient(message);
+    };
+    const auto next = [&queue] {
+        queue.setReadyToSend();
+        (void)queue.takeNext();
+        const std::unique_ptr<RemoteCommand> message(queue.takeInFlight());
+        return message ? message->mnemonic() + message->data() : QString();
+    };
+    // Two blocks come for each that goes, and with each a new reading: it goes out all the same, and the newest.
+    QStringList readings;
+    for (int i = 0; i < 200; ++i) {
+        append(u"EYEP"_s, QString(2048, u'0'), false);
+        append(u"EYEP"_s, QString(2048, u'1'), false);
+        append(u"DLCK"_s, QString::number(i), true);
+        if (const QString sent = next(); !sent.startsWith(u"EYEP"_s))
+            readings += sent;
+    }
+    QVERIFY2(readings.size() > 3 && readings.size() < 20, qPrintable(readings.join(u' ')));
+    while (queue.waitingCount() > 0)
+        (void)next();
+    // Behind the answer about it, a value stays behind it.
+    append(u"DMOD"_s, u"1"_s, true);
+    queue.append(new RemoteCommand(nullptr, u"D1"_s, u"DMOD"_s, u"1"_s, true, true));
+    append(u"DMOD"_s, u"2"_s, true);
+    QCOMPARE((QStringList{ next(), next(), next() }), QStringList({ u"DMOD1"_s, u"DMOD2"_s, QString() }));
 }
 
 QTEST_MAIN(RemoteLinkTest)

@@ -2,13 +2,15 @@
 
 #include "support/CommandLinkBench.h"
 
+#include <algorithm>
 #include <optional>
 
 /// A head that serves a remote client, and the record of what passes: at its far ends a chassis that has told every
 /// setting, and the client on both of its links.
 struct RemoteLinksBench : CommandLinkBench
 {
-    /// What reached the cards, and the client on its two links. ACK stands as "+", NAK as "-".
+    /// What reached the cards, and the client on its two links. ACK stands as "+", NAK as "-". Of what a line of play()
+    /// brings the client, the answers stand first: a card's verdict may come between them.
     struct Record
     {
         QStringList card, client, status;
@@ -34,13 +36,20 @@ struct RemoteLinksBench : CommandLinkBench
     /// the client is there; it answers so, or not at all).
     Record play(const QString &lines)
     {
+        Record record;
         for (const QString &line : lines.split(QStringLiteral("; "))) {
             for (const QString &frame : line.section(u' ', 1).split(u'|'))
                 act(line.section(u' ', 0, 0), frame, frame.section(u':', 0, 1).toLatin1());
             if (!settle())
                 return { { QStringLiteral("no end") }, {}, {} };
+            QStringList told = taken(client);
+            std::stable_partition(told.begin(), told.end(),
+                                  [](const QString &text) { return text.endsWith(u'+') || text.endsWith(u'-'); });
+            record.card += taken(far) + taken(bench.spectral());
+            record.client += told;
+            record.status += taken(statusClient);
         }
-        return { taken(far) + taken(bench.spectral()), taken(client), taken(statusClient) };
+        return record;
     }
     /// Waits until all that the client and the cards have sent is dealt with and told.
     [[nodiscard]] bool settle()
