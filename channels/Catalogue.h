@@ -39,11 +39,27 @@ Q_DECLARE_OPERATORS_FOR_FLAGS(Flags)
 
 struct Row
 {
+    // Constructors, because Clang 14 takes no table of rows with default member initializers for a constant.
+    constexpr Row(QLatin1StringView rowName, Kind rowKind, Flags rowFlags,
+                  QLatin1StringView value = QLatin1StringView("Unknown"))
+        : Row(rowName, rowKind, rowFlags, value, value)
+    {
+    }
+    constexpr Row(QLatin1StringView rowName, Kind rowKind, Flags rowFlags, QLatin1StringView value,
+                  QLatin1StringView previous)
+        : name(rowName)
+        , kind(rowKind)
+        , flags(rowFlags)
+        , initial(value)
+        , initialPrevious(previous)
+    {
+    }
+
     QLatin1StringView name;
     Kind kind;
     Flags flags;
-    QLatin1StringView initial = QLatin1StringView("Unknown");
-    QLatin1StringView initialPrevious = initial;
+    QLatin1StringView initial;
+    QLatin1StringView initialPrevious;
 };
 
 /// What the client is served, and told on the remote link.

@@ -6,6 +6,7 @@ if(CCACHE)
 endif()
 
 option(ZIRVO_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)
+option(ZIRVO_FUZZ "Build the fuzz targets instead of the tests; needs Clang" OFF)
 
 add_library(zirvo_build_flags INTERFACE)
 target_compile_options(zirvo_build_flags INTERFACE
@@ -19,4 +20,7 @@ if(ZIRVO_SANITIZE)
     target_compile_options(zirvo_build_flags INTERFACE
         -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
     target_link_options(zirvo_build_flags INTERFACE -fsanitize=address,undefined)
+endif()
+if(ZIRVO_FUZZ)
+    target_compile_options(zirvo_build_flags INTERFACE -fsanitize=fuzzer-no-link)
 endif()

@@ -81,8 +81,10 @@ QString SettingsFile::read(const QString &path)
         return u"%1: it holds no \"channels\""_s.arg(path);
     const QJsonObject channels = root[u"channels"].toObject();
     for (auto channel = channels.begin(); channel != channels.end(); ++channel) {
-        if (const QString wrong = readChannel(channel.key(), channel.value()); !wrong.isEmpty())
+        if (const QString wrong = readChannel(channel.key(), channel.value()); !wrong.isEmpty()) {
+            m_settings.clear(); // of the channels before it
             return u"%1: %2"_s.arg(path, wrong);
+        }
     }
     return {};
 }

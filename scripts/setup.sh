@@ -1,10 +1,12 @@
-# Shared by ./run and ./test: what the project needs on a machine, and how it is built. To be sourced.
+# Shared by ./run, ./test and ./fuzz: what the project needs on a machine, and how it is built. To be sourced.
 
 packages=(cmake g++ ninja-build ccache qt6-base-dev qt6-serialport-dev fonts-inter xvfb xauth xdotool scrot)
+fuzz_packages=(clang-14 libclang-rt-14-dev)
 
+# ensure_packages [PACKAGE...]: those that everything needs, and the named ones
 ensure_packages() {
     local missing=() package
-    for package in "${packages[@]}"; do
+    for package in "${packages[@]}" "$@"; do
         dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'ok installed' || missing+=("$package")
     done
     [ ${#missing[@]} -eq 0 ] && return
