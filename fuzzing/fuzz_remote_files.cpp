@@ -12,14 +12,11 @@ namespace {
 /// A file of the same name with other content.
 QString fileWith(const QByteArray &content)
 {
-    static QTemporaryFile *const file = [] {
-        auto *const made = new QTemporaryFile;
-        Fuzz::require(made->open(), "a file for the content");
-        return made;
-    }();
-    Fuzz::require(file->resize(0) && file->seek(0) && file->write(content) == content.size() && file->flush(),
+    static QTemporaryFile file;
+    Fuzz::require(file.isOpen() || file.open(), "a file for the content");
+    Fuzz::require(file.resize(0) && file.seek(0) && file.write(content) == content.size() && file.flush(),
                   "the content is written");
-    return file->fileName();
+    return file.fileName();
 }
 
 void checkSettings(const QByteArray &content)
