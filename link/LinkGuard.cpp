@@ -13,7 +13,7 @@ constexpr int kReopenMs = 1000;
 
 } // namespace
 
-LinkGuard::LinkGuard(QSerialPort *port) : m_port(port)
+LinkGuard::LinkGuard(QSerialPort *port, QObject *parent) : QObject(parent), m_port(port)
 {
     m_checkTmr.setInterval(kCheckMs);
     m_reopenTmr.setInterval(kReopenMs);
@@ -55,7 +55,7 @@ bool LinkGuard::hasHungUp() const
 
 void LinkGuard::reopen()
 {
-    if (!m_port->open(QIODevice::ReadWrite))
+    if (!isLost() || !m_port->open(QIODevice::ReadWrite))
         return;
     qCInfo(lcLink) << "found" << m_port->portName();
     m_reopenTmr.stop();

@@ -16,11 +16,17 @@ class LinkGuard : public QObject
 
 public:
     /// @param port outlives the guard
-    explicit LinkGuard(QSerialPort *port);
+    LinkGuard(QSerialPort *port, QObject *parent);
 
     /// Begins to watch a port that has just been opened. One that is never watched is never opened again.
     void watch();
     [[nodiscard]] bool isLost() const { return m_reopenTmr.isActive(); }
+
+public Q_SLOTS:
+    /// Asks whether the port has hung up; what the timer does twice a second.
+    void check();
+    /// Tries to open a lost port again; what the timer does every second.
+    void reopen();
 
 Q_SIGNALS:
     /// The port has hung up and is closed.
@@ -31,9 +37,7 @@ Q_SIGNALS:
     void strayError();
 
 private:
-    void check();
     void handleError();
-    void reopen();
     [[nodiscard]] bool hasHungUp() const;
 
     QSerialPort *m_port;

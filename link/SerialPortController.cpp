@@ -45,7 +45,7 @@ QByteArray reportsOffRequest()
 SerialPortController::SerialPortController(QObject *parent, PORT_TYPE type, const QString &systemIdentifier)
     : QObject(parent)
     , m_portType(type)
-    , m_guard(std::make_unique<LinkGuard>(&m_port))
+    , m_guard(std::make_unique<LinkGuard>(&m_port, this))
 {
     m_timeOutTmr.setSingleShot(true);
     if (isStandardLink()) {

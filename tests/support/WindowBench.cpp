@@ -153,6 +153,17 @@ bool WindowBench::takeSteps(QList<Step> steps)
     return waitUntil([&] { return steps.isEmpty() || !timer.isActive(); }, 20'000) && steps.isEmpty();
 }
 
+bool WindowBench::hasStarted(SerialPortController &link, const FarEnd &end)
+{
+    using State = LinkStatus::State;
+    const State state = link.status().state;
+    const auto &queue = link.txmtCmdQueue();
+    // While answers are on their way the countdown would throw them away.
+    if ((state == State::Opening || state == State::Waiting) && !queue.inFlight() && queue.waitingCount() == 0)
+        link.EstablishCommTmr_Tick();
+    return end.frames().contains("U0:TRON:ON");
+}
+
 QMessageBox *WindowBench::box(const QString &text)
 {
     for (QMessageBox *open : visible<QMessageBox>()) {

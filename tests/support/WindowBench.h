@@ -95,6 +95,9 @@ public:
         QCoreApplication::processEvents();
         return visible<W>().size() == 1 ? visible<W>().front() : nullptr;
     }
+    /// Whether a standard link has gone through its start, or the repeated one of a link that is back; the seconds that
+    /// it lets pass are over at once. To be asked until it has.
+    [[nodiscard]] static bool hasStarted(SerialPortController &link, const FarEnd &end);
     /// The visible message box with this text; null if there is none.
     [[nodiscard]] static QMessageBox *box(const QString &text);
     [[nodiscard]] static qsizetype boxCount();
