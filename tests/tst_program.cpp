@@ -12,6 +12,29 @@ namespace {
 
 const QString kFrontPanel = QStringLiteral(ZIRVO_BIN_DIR "/zirvo-frontpanel");
 
+/// The simulated chassis, and the environment that leads the program to it.
+struct Chassis
+{
+    Chassis()
+    {
+        if (!program.nextLine().startsWith("ready"))
+            qFatal("the simulated chassis does not start");
+        qputenv("ZIRVO_DEVICE_DIR", folder.path().toLocal8Bit());
+        qputenv("ZIRVO_STARTUP_SECONDS", "0");
+    }
+    /// One line on its console, and the line that answers it.
+    QByteArray order(const QByteArray &command)
+    {
+        program.write(command + '\n');
+        return program.nextLine();
+    }
+
+    QTemporaryDir folder;
+    const QString record = folder.filePath(u"trace"_s);
+    Program program{ QStringLiteral(ZIRVO_BIN_DIR "/zirvo-chassis-sim"),
+                     { u"--device-dir"_s, folder.path(), u"--boot-seconds"_s, u"0"_s, u"--trace"_s, record } };
+};
+
 /// Requests in the simulator's record of the command link so far, oldest first.
 QByteArrayList requests(const QString &record)
 {
@@ -39,6 +62,8 @@ private Q_SLOTS:
     void legacyBoard();
     void endsBySignal_data();
     void endsBySignal();
+    void endsWithChassis_data();
+    void endsWithChassis();
     void fromKeyToChassis();
     void chassisBroughtBack();
 };
@@ -111,24 +136,54 @@ void ProgramTest::endsBySignal()
     QVERIFY(chassis.bytes().endsWith("\x02U0:TRON:OFF\x0D"));
 }
 
+void ProgramTest::endsWithChassis_data()
+{
+    QTest::addColumn<QByteArray>("orders"); // to the chassis, before the start and after the moment
+    QTest::addColumn<QByteArray>("moment"); // the last request before the end
+    QTest::addColumn<bool>("isHeard");      // whether the end reaches the chassis
+    const auto row = [](const char *name, const QByteArray &orders, const QByteArray &moment, bool isHeard = true) {
+        QTest::newRow(name) << orders << moment << isHeard;
+    };
+    row("version asked", "silent U0:VER|", "U0:VER");
+    row("cards asked", "silent U0:CLST|", "U0:CLST");
+    row("settings read", "silent R2:FREQ|", "R2:FREQ");
+    row("live, flooded", "|flood 4000 20", "U0:TRON:ON");
+    row("wait box open", "|send U0:PDONE:0", "U0:TRON:ON");
+    row("chassis boots", "|power-cycle 20", "U0:TRON:ON");
+    row("cable pulled", "|unplug command", "U0:TRON:ON", false);
+}
+
+void ProgramTest::endsWithChassis()
+{
+    QFETCH(QByteArray, orders);
+    QFETCH(QByteArray, moment);
+    QFETCH(bool, isHeard);
+    Chassis chassis;
+    if (!orders.startsWith('|'))
+        QVERIFY(chassis.order(orders.split('|')[0]).startsWith("ok"));
+    Program program(kFrontPanel, { u"RACK-7"_s });
+    QVERIFY(waitUntil([&] { return requests(chassis.record).contains(moment); }, kStartMs));
+    if (!orders.endsWith('|'))
+        QVERIFY(chassis.order(orders.split('|')[1]).startsWith("ok"));
+    QVERIFY(program.signal(SIGTERM));
+    QVERIFY2(program.ends(0), qPrintable(u"exit code %1"_s.arg(program.exitCode())));
+    const auto isLast = [&] {
+        const QByteArrayList all = requests(chassis.record);
+        return all.count("U0:TRON:OFF") == 2 && all.constLast() == "U0:TRON:OFF";
+    };
+    QCOMPARE(waitUntil(isLast, isHeard ? 5000 : 100), isHeard);
+}
+
 void ProgramTest::fromKeyToChassis()
 {
-    const QTemporaryDir folder;
-    const QString record = folder.filePath(u"trace"_s);
-    Program chassis(QStringLiteral(ZIRVO_BIN_DIR "/zirvo-chassis-sim"),
-                    { u"--device-dir"_s, folder.path(), u"--boot-seconds"_s, u"0"_s, u"--trace"_s, record });
-    QVERIFY(chassis.nextLine().startsWith("ready"));
-    qputenv("ZIRVO_DEVICE_DIR", folder.path().toLocal8Bit());
-    qputenv("ZIRVO_STARTUP_SECONDS", "0");
+    Chassis chassis;
+    const QString &record = chassis.record;
     Screen screen;
     Program program(kFrontPanel, { u"RACK-7"_s });
     QVERIFY(waitUntil([&] { return requests(record).contains("U0:TRON:ON"); }, kStartMs));
     QVERIFY(screen.focus(u"SystemID: RACK-7"_s));
 
-    const auto order = [&](const QByteArray &command) {
-        chassis.write(command + '\n');
-        return chassis.nextLine();
-    };
+    const auto order = [&](const QByteArray &command) { return chassis.order(command); };
     // Tunes the first receiver; whether this frequency is asked for once and @p inForce holds afterwards. The focus
     // goes back to the neutral place 3 s after the last key, so a try that came too late is made again from there.
     const auto tune = [&](const QString &frequency, const QByteArray &inForce) {
@@ -160,33 +215,25 @@ void ProgramTest::fromKeyToChassis()
 /// The remote client's program saves a chassis through the head, and puts back what was changed meanwhile.
 void ProgramTest::chassisBroughtBack()
 {
-    const QTemporaryDir folder;
-    Program chassis(QStringLiteral(ZIRVO_BIN_DIR "/zirvo-chassis-sim"),
-                    { u"--device-dir"_s, folder.path(), u"--boot-seconds"_s, u"0"_s });
-    QVERIFY(chassis.nextLine().startsWith("ready"));
-    qputenv("ZIRVO_DEVICE_DIR", folder.path().toLocal8Bit());
-    qputenv("ZIRVO_STARTUP_SECONDS", "0");
+    Chassis chassis;
     Program head(kFrontPanel, { u"RACK-7"_s });
     // Exit code and output of one run
-    const auto client = [&folder](const QStringList &arguments) {
+    const auto client = [](const QStringList &arguments) {
         Program program(QStringLiteral(ZIRVO_BIN_DIR "/zirvo-remote"), QStringList{ u"--quiet"_s } + arguments);
         (void)waitUntil([&program] { return program.state() == QProcess::NotRunning; }, kStartMs);
         return QByteArray::number(program.exitCode()) + ' ' + program.readAllStandardOutput();
     };
-    const QString file = folder.filePath(u"rack.json"_s);
+    const QString file = chassis.folder.filePath(u"rack.json"_s);
     QVERIFY(waitUntil([&] { return client({ u"get"_s, u"SP1:SPAN"_s }) == "0 SP1:SPAN 10\n"; }, kStartMs));
     QCOMPARE(client({ u"dump"_s, file }), "0 ");
     for (const QByteArray change : { "R1 FREQ 2299.5", "R2 IFBW 2", "C1 CMOD 1", "D1 DMOD 4", "D1 RATEA 1000000",
                                      "D2 LBWB 0.02", "T1 TGAINCH1 99", "TM1-2 RMIP 10.9.8.7", "U0 SLAVE 1" }) {
-        chassis.write("set " + change + '\n');
-        QVERIFY(chassis.nextLine().startsWith("ok"));
+        QVERIFY(chassis.order("set " + change).startsWith("ok"));
     }
-    chassis.write("refuse R2:IFBW\n");
-    QVERIFY(chassis.nextLine().startsWith("ok"));
+    QVERIFY(chassis.order("refuse R2:IFBW").startsWith("ok"));
     QVERIFY(waitUntil([&] { return client({ u"get"_s, u"U0:SLAVE"_s }) == "0 U0:SLAVE 1\n"; }));
     QVERIFY(client({ u"apply"_s, file }).contains("R2:IFBW wanted 4, still 2"));
-    chassis.write("refuse off\n");
-    QVERIFY(chassis.nextLine().startsWith("ok"));
+    QVERIFY(chassis.order("refuse off").startsWith("ok"));
     QVERIFY(client({ u"apply"_s, file }).contains("1 changed back, 0 refused"));
     QCOMPARE(
         client({ u"get"_s, u"R1:FREQ"_s, u"R2:IFBW"_s, u"D1:RATEA"_s, u"D2:LBWB"_s, u"TM1-2:RMIP"_s, u"U0:SLAVE"_s }),
