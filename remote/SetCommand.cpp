@@ -1,5 +1,6 @@
 #include "SetCommand.h"
 
+#include "Catalogue.h"
 #include "Escaping.h"
 
 using namespace Qt::StringLiterals;
@@ -9,7 +10,17 @@ SetCommand::SetCommand(Session &session) : Command(session), m_change(session.re
     connect(&m_change, &SettingChange::finished, this, &SetCommand::tell);
 }
 
-void SetCommand::start() { m_change.start(options().arguments[0].toLocal8Bit(), options().arguments[1].toLocal8Bit()); }
+/// Only of a setting can it be told what the card made of it: orders and lists read as something else.
+void SetCommand::start()
+{
+    const QByteArray key = options().arguments[0].toLocal8Bit();
+    const QByteArray value = options().arguments[1].toLocal8Bit();
+    const qsizetype colon = key.indexOf(':');
+    if (Catalogue::isSetting(key.left(colon), key.sliced(colon + 1)))
+        m_change.start(key, value);
+    else
+        m_change.startOrder(key, value);
+}
 
 void SetCommand::tell(SettingChange::Outcome outcome, const QByteArray &inForce)
 {

@@ -102,6 +102,11 @@ void RemoteClientTest::conversations_data()
         "R1:CINP 1 acknowledged, not confirmed\n", "", "R1:CINP:1 R1:CINP?");
     row("set without confirming", "set --no-confirm R1:FREQ 1", "R1:FREQ=2;keep R1:FREQ", 0, "R1:FREQ 1 acknowledged\n",
         "", "R1:FREQ:1");
+    row("set of an order that reads as something else", "set D1:DREG 1", "D1:DREG=0;drop D1:DREG", 0,
+        "D1:DREG 1 acknowledged, not confirmed\n", "", "D1:DREG:1");
+    row("set of a list that keeps the set", "set R1:LSCI 1", "R1:LSCI=0", 0, "R1:LSCI 1 acknowledged, not confirmed\n",
+        "", "R1:LSCI:1");
+    row("set of an order refused", "set D1:QQQX 1", "", 1, "", "D1:QQQX: refused", "D1:QQQX:1");
     row("set silent", "set --timeout 200 R1:FREQ 1", "silent R1:FREQ", 2, "", "R1:FREQ: no answer", "R1:FREQ:1");
     row("at most sixteen unanswered",
         "get --timeout 300 A:0 A:1 A:2 A:3 A:4 A:5 A:6 A:7 A:8 A:9 A:a A:b A:c A:d A:e A:f A:g A:h",
