@@ -175,5 +175,18 @@ void ApplyCommand::showDryRun(QList<Step> steps)
         else
             output().line(step.key + ' ' + (step.isCommit ? "" : Escaping::printable(present) + " -> ") + step.value);
     }
-    end(m_plan.skipped().isEmpty() ? ExitCode::Fine : ExitCode::Refused);
+    const bool allCanBeSent = tellUnsendable();
+    end(allCanBeSent && m_plan.skipped().isEmpty() ? ExitCode::Fine : ExitCode::Refused);
+}
+
+bool ApplyCommand::tellUnsendable()
+{
+    const QByteArrayList keys = m_plan.unsendable(m_present);
+    for (const QByteArray &key : keys) {
+        const QString problem = Message::valueProblem(m_plan.wanted(key));
+        output().error(u"%1 wanted %2: %3"_s.arg(QString::fromLocal8Bit(key),
+                                                 QString::fromLocal8Bit(Escaping::printable(m_plan.wanted(key))),
+                                                 problem.isEmpty() ? u"the head does not know it"_s : problem));
+    }
+    return keys.isEmpty();
 }

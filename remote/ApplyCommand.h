@@ -36,6 +36,8 @@ private:
     /// The slaving mode to end with; empty to leave it alone.
     [[nodiscard]] QByteArray finalSlaving() const;
     void showDryRun(QList<Step> steps);
+    /// Tells what differs and will stay so. @return false if there is any
+    [[nodiscard]] bool tellUnsendable();
 
     SettingsFile m_file;
     ApplyPlan m_plan;

@@ -52,8 +52,7 @@ QList<ApplyPlan::Step> ApplyPlan::steps(const SettingsReader::Values &present) c
         const QByteArray address = addressOf(key);
         if (address != uncommitted)
             commit();
-        const bool canBeSent = present.contains(key) && Message::valueProblem(value).isEmpty();
-        if (!canBeSent || Message::sameValue(present.value(key), value))
+        if (!canBeSent(key, present) || Message::sameValue(present.value(key), value))
             continue;
         steps.append({ key, value });
         if (Catalogue::needsCommit(address, mnemonicOf(key)))
@@ -61,4 +60,19 @@ QList<ApplyPlan::Step> ApplyPlan::steps(const SettingsReader::Values &present) c
     }
     commit();
     return steps;
+}
+
+QByteArrayList ApplyPlan::unsendable(const SettingsReader::Values &present) const
+{
+    QByteArrayList keys;
+    for (const QByteArray &key : m_keys) {
+        if (!canBeSent(key, present) && !Message::sameValue(present.value(key), wanted(key)))
+            keys.append(key);
+    }
+    return keys;
+}
+
+bool ApplyPlan::canBeSent(const QByteArray &key, const SettingsReader::Values &present) const
+{
+    return present.contains(key) && Message::valueProblem(wanted(key)).isEmpty();
 }

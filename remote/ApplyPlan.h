@@ -33,7 +33,11 @@ public:
     /// What to send where @p present differs. What the head does not know or cannot be sent is left out.
     [[nodiscard]] QList<Step> steps(const SettingsReader::Values &present) const;
 
+    /// Settings that differ from @p present and are left out by steps().
+    [[nodiscard]] QByteArrayList unsendable(const SettingsReader::Values &present) const;
+
 private:
+    [[nodiscard]] bool canBeSent(const QByteArray &key, const SettingsReader::Values &present) const;
     void skipUnknown(const QByteArrayList &channels);
 
     SettingsReader::Values m_saved;

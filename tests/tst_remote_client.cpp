@@ -203,6 +203,11 @@ void RemoteClientTest::dumpAndApply()
     QCOMPARE(bench.sets(), "R1:NAME:\xc3\xa9 \"x\" R1:IFBW:1"_ba);
     QCOMPARE(bench.process().readAllStandardOutput(),
              "3 settings the same, 2 changed back, 0 refused: everything equals the file\n"_ba);
+    bench.write("lost.json", settingsFile(channel("R1", R"("NAME":"who?","AGCT":"1","FREQ":"2250.5")")));
+    QCOMPARE(bench.run(words("apply --dry-run @lost.json")), 1);
+    const QByteArray said = bench.process().readAllStandardError();
+    QVERIFY2(said.contains("R1:NAME wanted who?: a value with a question mark"), said);
+    QVERIFY2(said.contains("R1:AGCT wanted 1: the head does not know it") && !said.contains("FREQ"), said);
     bench.play("keep R1:IFBW;R1:IFBW=0");
     QCOMPARE(bench.run(words("apply --json @rack.json")), 1);
     QCOMPARE(
