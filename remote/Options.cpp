@@ -3,6 +3,7 @@
 #include "ExitCode.h"
 #include "Message.h"
 #include "Usage.h"
+#include "ValuePrinter.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -159,6 +160,13 @@ void Options::takeLinks(const Given &given)
         statusLink.clear();
 }
 
+QStringList Options::patterns() const
+{
+    if (command == u"watch")
+        return arguments;
+    return command == u"replay" ? arguments.mid(1) : QStringList();
+}
+
 QString Options::checkCommand(const Given &given) const
 {
     const Usage::CommandRow *row = Usage::command(command);
@@ -180,5 +188,10 @@ QString Options::checkCommand(const Given &given) const
         if (!wrong.isEmpty())
             return u"\"%1\": %2"_s.arg(argument.simplified(), wrong);
     }
+    QStringList wrongPatterns;
+    for (const QString &pattern : patterns())
+        wrongPatterns.append(ValuePrinter::patternProblem(pattern));
+    if (const QString wrong = firstOf(wrongPatterns); !wrong.isEmpty())
+        return wrong;
     return command == u"set" ? Message::valueProblem(arguments[1].toLocal8Bit()) : QString();
 }

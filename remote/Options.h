@@ -28,6 +28,9 @@ struct Options
     /// wrong went to standard error.
     [[nodiscard]] int read(const QStringList &arguments);
 
+    /// The wildcards that choose what is shown.
+    [[nodiscard]] QStringList patterns() const;
+
 private:
     using Given = QHash<QString, QString>;
 

@@ -4,7 +4,7 @@
 
 ReplayCommand::ReplayCommand(Session &session)
     : Command(session)
-    , m_printer(session.output(), session.options().arguments.mid(1), session.options().json)
+    , m_printer(session.output(), session.options().patterns(), session.options().json)
 {
 }
 

@@ -19,12 +19,22 @@ QByteArray shortened(const Message &message)
     return Escaping::printable(message.data);
 }
 
+QRegularExpression wildcard(const QString &pattern)
+{
+    return QRegularExpression::fromWildcard(pattern, Qt::CaseInsensitive);
+}
+
 } // namespace
 
 ValuePrinter::ValuePrinter(Output &output, const QStringList &patterns, bool json) : m_output(output), m_json(json)
 {
     for (const QString &pattern : patterns)
-        m_patterns.append(QRegularExpression::fromWildcard(pattern, Qt::CaseInsensitive));
+        m_patterns.append(wildcard(pattern));
+}
+
+QString ValuePrinter::patternProblem(const QString &pattern)
+{
+    return wildcard(pattern).isValid() ? QString() : u"\"%1\" is no pattern"_s.arg(pattern);
 }
 
 bool ValuePrinter::print(const QDateTime &time, const QByteArray &link, const QByteArray &frame)

@@ -15,6 +15,9 @@ public:
     /// @param patterns wildcards over "ADDRESS:MNEMONIC", without regard to case; none means every value
     ValuePrinter(Output &output, const QStringList &patterns, bool json);
 
+    /// What is wrong with a pattern; empty if nothing is.
+    [[nodiscard]] static QString patternProblem(const QString &pattern);
+
     /// Shows @p frame if it tells a value that is wanted. @return whether it was shown
     bool print(const QDateTime &time, const QByteArray &link, const QByteArray &frame);
 

@@ -4,7 +4,7 @@
 
 WatchCommand::WatchCommand(Session &session)
     : Command(session)
-    , m_printer(session.output(), session.options().arguments, session.options().json)
+    , m_printer(session.output(), session.options().patterns(), session.options().json)
 {
 }
 

@@ -155,6 +155,9 @@ void RemoteClientTest::wrongUsage_data()
     row("unknown option", words("get --rw R1:FREQ"), "--rw");
     row("option of another command", words("get --count 1 R1:FREQ"), "get does not take --count");
     row("number", words("watch --count 1.5"), "--count takes a whole number");
+    row("number out of range", words("get --timeout 0 R1:FREQ"), "from 1 to 1000000000 (");
+    row("pattern", words("watch R1:* ["), "\"[\" is no pattern");
+    row("recording of what sends nothing", words("replay --record @file @file"), "--record only with --send");
     row("too few", words("set R1:FREQ"), "set takes ADDR:MNEM VALUE (see: zirvo-remote help set)");
     row("no colon", words("get R1FREQ"), "ADDRESS:MNEMONIC");
     row("two colons", words("get R1:FREQ:1"), "ADDRESS:MNEMONIC");
