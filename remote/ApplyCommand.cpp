@@ -24,12 +24,10 @@ ApplyCommand::ApplyCommand(Session &session)
     connect(&m_change, &SettingChange::finished, this, &ApplyCommand::takeOutcome);
 }
 
+QString ApplyCommand::readInput() { return m_file.read(options().arguments[0]); }
+
 void ApplyCommand::start()
 {
-    if (const QString wrong = m_file.read(options().arguments[0]); !wrong.isEmpty()) {
-        output().error(wrong);
-        return end(ExitCode::Usage);
-    }
     askForChannels([this](const QByteArrayList &channels) { plan(channels); });
 }
 

@@ -16,6 +16,7 @@ class ApplyCommand : public Command
 
 public:
     explicit ApplyCommand(Session &session);
+    [[nodiscard]] QString readInput() override;
     void start() override;
     [[nodiscard]] QString progress() const override;
 

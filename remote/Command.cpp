@@ -9,6 +9,8 @@
 #include "SetCommand.h"
 #include "WatchCommand.h"
 
+#include <cerrno>
+
 using namespace Qt::StringLiterals;
 
 std::unique_ptr<Command> Command::create(Session &session)
@@ -36,7 +38,18 @@ void Command::end(int exitCode)
     if (m_ended)
         return;
     m_ended = true;
-    Q_EMIT finished(exitCode);
+    if (output().fault() == EINTR)
+        return; // an interrupted command has not ended by itself
+    Q_EMIT finished(hasLostOutput() ? ExitCode::NoAnswer : exitCode);
+}
+
+bool Command::hasLostOutput()
+{
+    if (output().isOpen() || (output().fault() == EPIPE && !needsReader()))
+        return false;
+    if (output().fault() == EPIPE)
+        output().error(u"the reader of standard output has gone"_s);
+    return true;
 }
 
 void Command::askForChannels(const std::function<void(const QByteArrayList &)> &handler)

@@ -17,11 +17,15 @@ public:
     /// The command that the options of @p session name.
     [[nodiscard]] static std::unique_ptr<Command> create(Session &session);
 
+    /// Reads the file that the command works from, if there is one. @return what is wrong; empty if nothing is
+    [[nodiscard]] virtual QString readInput() { return {}; }
     virtual void start() = 0;
     /// What has been done so far, for a command that is cut short; empty if there is nothing to tell.
     [[nodiscard]] virtual QString progress() const { return {}; }
     /// Whether an interruption is its ordinary end.
     [[nodiscard]] virtual bool isEndless() const { return false; }
+    /// Whether a reader that leaves early misses what the command is for.
+    [[nodiscard]] virtual bool needsReader() const { return false; }
 
 Q_SIGNALS:
     /// Comes once; nothing is put out afterwards.
@@ -31,6 +35,7 @@ protected:
     [[nodiscard]] Session &session() { return m_session; }
     [[nodiscard]] const Options &options() const { return m_session.options(); }
     [[nodiscard]] Output &output() { return m_session.output(); }
+    /// Ends with @p exitCode, or with that of an output that took not everything.
     void end(int exitCode);
     /// Asks for the addresses of the channels; ends when there are none to be had.
     void askForChannels(const std::function<void(const QByteArrayList &)> &handler);
@@ -39,6 +44,8 @@ protected:
     [[nodiscard]] bool hasEnded() const { return m_ended; }
 
 private:
+    [[nodiscard]] bool hasLostOutput();
+
     Session &m_session;
     bool m_ended = false;
 };

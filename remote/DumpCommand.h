@@ -13,9 +13,13 @@ class DumpCommand : public Command
 public:
     explicit DumpCommand(Session &session);
     void start() override;
+    [[nodiscard]] bool needsReader() const override { return true; }
 
 private:
     void write(const SettingsReader::Values &values);
+    void replaceFile(const QString &path, const QByteArray &text);
+    void writeInto(const QString &path, const QByteArray &text);
+    void tellSaved();
 
     SettingsReader m_reader;
     QByteArrayList m_channels;

@@ -14,6 +14,7 @@ class GetCommand : public Command
 public:
     using Command::Command;
     void start() override;
+    [[nodiscard]] bool needsReader() const override { return true; }
 
 private:
     void tellAnswered();

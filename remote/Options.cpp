@@ -8,8 +8,10 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <cerrno>
 #include <cmath>
 #include <cstdio>
+#include <cstring>
 
 using namespace Qt::StringLiterals;
 
@@ -19,8 +21,10 @@ constexpr int kGoOn = -1;
 
 int print(const QByteArray &text)
 {
-    std::fputs(text.constData(), stdout);
-    return std::fflush(stdout) == 0 ? ExitCode::Fine : ExitCode::NoAnswer;
+    if (std::fputs(text.constData(), stdout) >= 0 && std::fflush(stdout) == 0)
+        return ExitCode::Fine;
+    std::fprintf(stderr, "zirvo-remote: standard output: %s\n", std::strerror(errno));
+    return ExitCode::NoAnswer;
 }
 
 /// What follows "--name" may also stand behind "=".
@@ -39,7 +43,7 @@ QString readNumber(const QHash<QString, QString> &given, const QString &name, do
     bool read = false;
     const double value = given[name].toDouble(&read);
     if (!read || !(value >= least && value <= most))
-        return u"--%1 takes a number from %2 to %3"_s.arg(name).arg(least).arg(most);
+        return u"--%1 takes a number from %2 to %3"_s.arg(name).arg(least, 0, 'g', 10).arg(most, 0, 'g', 10);
     number = value;
     return {};
 }
@@ -182,6 +186,8 @@ QString Options::checkCommand(const Given &given) const
         return u"%1 takes %2"_s.arg(command, QString::fromLatin1(row->synopsis));
     if ((row->usesLink || send) && link.isEmpty())
         return u"no link: give --link or --device-dir"_s;
+    if (command == u"replay" && !send && !recordFile.isEmpty())
+        return u"replay takes --record only with --send"_s;
     const bool namesSettings = command == u"get" || command == u"set";
     for (const QString &argument : command == u"set" ? arguments.first(1) : arguments) {
         const QString wrong = namesSettings ? Message::keyProblem(argument.toLocal8Bit()) : QString();

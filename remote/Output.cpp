@@ -1,7 +1,10 @@
 #include "Output.h"
 
+#include "EndSignals.h"
+
 #include <cerrno>
 #include <cstdio>
+#include <cstring>
 
 #include <unistd.h>
 
@@ -26,14 +29,11 @@ Output::Output()
 void Output::line(const QByteArray &text)
 {
     clearProgress();
-    const QByteArray bytes = text + '\n';
-    for (qsizetype written = 0; m_open && written < bytes.size();) {
-        const auto count = ::write(STDOUT_FILENO, bytes.constData() + written, size_t(bytes.size() - written));
-        if (count > 0)
-            written += count;
-        else if (errno != EINTR)
-            m_open = false;
-    }
+    if (!isOpen())
+        return;
+    m_fault = EndSignals::write(STDOUT_FILENO, text + '\n');
+    if (m_fault != 0 && m_fault != EPIPE && m_fault != EINTR)
+        error(u"standard output: %1"_s.arg(QString::fromLocal8Bit(std::strerror(m_fault))));
 }
 
 QByteArray Output::painted(const QByteArray &text, Colour colour) const

@@ -15,8 +15,10 @@ public:
 
     /// One line on standard output, written at once.
     void line(const QByteArray &text);
-    /// False once the reader of standard output has gone.
-    [[nodiscard]] bool isOpen() const { return m_open; }
+    /// False once standard output takes no more; a fault other than a reader that has gone was told.
+    [[nodiscard]] bool isOpen() const { return m_fault == 0; }
+    /// Why standard output takes no more, as an errno: EPIPE for a reader that has gone, EINTR for an end signal.
+    [[nodiscard]] int fault() const { return m_fault; }
     /// @p text in a colour if standard output shows colours.
     [[nodiscard]] QByteArray painted(const QByteArray &text, Colour colour) const;
 
@@ -30,7 +32,7 @@ public:
 private:
     void clearProgress();
 
-    bool m_open = true;
+    int m_fault = 0;
     bool m_quiet = false;
     bool m_colours = false;
     bool m_errorColours = false;

@@ -1,20 +1,38 @@
 #include "RecordingWriter.h"
 
 #include "ClientLink.h"
+#include "EndSignals.h"
 #include "Recording.h"
 
 #include <QDateTime>
 
+#include <cerrno>
+#include <cstring>
+
 using namespace Qt::StringLiterals;
+
+namespace {
+
+QString fault(const QString &path, int error)
+{
+    return u"%1: %2"_s.arg(path, QString::fromLocal8Bit(std::strerror(error)));
+}
+
+} // namespace
 
 QString RecordingWriter::open(const QString &path)
 {
     m_file.setFileName(path);
-    if (!m_file.open(QIODevice::WriteOnly | QIODevice::Truncate))
+    if (!m_file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered))
         return u"%1: %2"_s.arg(path, m_file.errorString());
     m_clock.start();
-    m_file.write(Recording::header(QDateTime::currentDateTimeUtc()) + '\n');
-    return m_file.flush() ? QString() : u"%1: %2"_s.arg(path, m_file.errorString());
+    return put(Recording::header(QDateTime::currentDateTimeUtc())) ? QString() : fault(path, m_fault);
+}
+
+bool RecordingWriter::put(const QByteArray &line)
+{
+    m_fault = EndSignals::write(m_file.handle(), line + '\n');
+    return m_fault == 0;
 }
 
 void RecordingWriter::attach(const ClientLink &link)
@@ -26,8 +44,11 @@ void RecordingWriter::attach(const ClientLink &link)
 
 void RecordingWriter::write(const QByteArray &link, char direction, const QByteArray &frame)
 {
+    if (m_fault != 0 || !m_file.isOpen())
+        return;
     const RecordedFrame line{ m_clock.nsecsElapsed() / 1000, link, direction == '<', frame };
-    if (m_file.write(Recording::line(line) + '\n') < 0 || !m_file.flush())
-        Q_EMIT failed(u"%1: %2"_s.arg(m_file.fileName(), m_file.errorString()));
-    Q_EMIT recorded();
+    if (put(Recording::line(line)))
+        Q_EMIT recorded();
+    else if (m_fault != EINTR)
+        Q_EMIT failed(fault(m_file.fileName(), m_fault));
 }

@@ -19,12 +19,14 @@ public:
 
 Q_SIGNALS:
     void recorded();
-    /// The file takes no more; comes with the reason.
+    /// The file takes no more; comes once, with the reason.
     void failed(const QString &reason);
 
 private:
+    [[nodiscard]] bool put(const QByteArray &line);
     void write(const QByteArray &link, char direction, const QByteArray &frame);
 
     QFile m_file;
+    int m_fault = 0; ///< why the file takes no more, as an errno
     QElapsedTimer m_clock;
 };

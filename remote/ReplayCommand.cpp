@@ -8,12 +8,10 @@ ReplayCommand::ReplayCommand(Session &session)
 {
 }
 
+QString ReplayCommand::readInput() { return m_recording.read(options().arguments[0]); }
+
 void ReplayCommand::start()
 {
-    if (const QString wrong = m_recording.read(options().arguments[0]); !wrong.isEmpty()) {
-        output().error(wrong);
-        return end(ExitCode::Usage);
-    }
     m_clock.start();
     showNext();
 }

@@ -13,6 +13,7 @@ class ReplayCommand : public Command
 
 public:
     explicit ReplayCommand(Session &session);
+    [[nodiscard]] QString readInput() override;
     void start() override;
     [[nodiscard]] bool isEndless() const override { return true; }
 

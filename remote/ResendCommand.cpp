@@ -7,14 +7,17 @@
 
 using namespace Qt::StringLiterals;
 
-void ResendCommand::start()
+QString ResendCommand::readInput()
 {
     Recording recording;
-    if (const QString wrong = recording.read(options().arguments[0]); !wrong.isEmpty()) {
-        output().error(wrong);
-        return end(ExitCode::Usage);
-    }
-    pair(recording);
+    QString wrong = recording.read(options().arguments[0]);
+    if (wrong.isEmpty())
+        pair(recording);
+    return wrong;
+}
+
+void ResendCommand::start()
+{
     m_clock.start();
     sendNext();
 }

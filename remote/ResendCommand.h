@@ -12,6 +12,7 @@ class ResendCommand : public Command
 
 public:
     using Command::Command;
+    [[nodiscard]] QString readInput() override;
     void start() override;
     [[nodiscard]] QString progress() const override;
 

@@ -1,8 +1,26 @@
 #include "Session.h"
 
+#include "ExistingFile.h"
 #include "Usage.h"
 
+#include <QDir>
+#include <QFileInfo>
+
 using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Whether both lead to one regular file, or will when they are made.
+bool isOneFile(const QString &one, const QString &other)
+{
+    const ExistingFile first(one);
+    if (first.exists())
+        return first.isRegular() && first.isSameAs(ExistingFile(other));
+    const auto whole = [](const QString &path) { return QDir::cleanPath(QFileInfo(path).absoluteFilePath()); };
+    return whole(one) == whole(other);
+}
+
+} // namespace
 
 Session::Session(const Options &options) : m_options(options) { m_output.setQuiet(options.quiet); }
 
@@ -15,8 +33,21 @@ QList<ClientLink *> Session::links() const
 
 QString Session::openRecording()
 {
-    const QString path = m_options.command == u"record" ? m_options.arguments[0] : m_options.recordFile;
-    return path.isEmpty() ? QString() : m_recorder.open(path);
+    const bool records = m_options.command == u"record";
+    const QString path = records ? m_options.arguments[0] : m_options.recordFile;
+    if (path.isEmpty())
+        return {};
+    const bool usesFile = m_options.command == u"dump" || m_options.command == u"apply" || m_options.send;
+    const QString used = usesFile ? m_options.arguments.value(0) : QString();
+    if (!used.isEmpty() && isOneFile(path, used))
+        return u"%1: the recording would destroy it"_s.arg(used);
+    return m_recorder.open(path);
+}
+
+void Session::tellPresence()
+{
+    if (m_remote)
+        m_remote->tellPresence();
 }
 
 QString Session::openLinks()
@@ -26,7 +57,6 @@ QString Session::openLinks()
     QString wrong = openLink(m_remote, "remote", m_options.link);
     if (!wrong.isEmpty())
         return wrong;
-    m_remote->tellPresence();
     m_requester = std::make_unique<Requester>(*m_remote, m_options.timeoutMs);
     if (m_options.command != u"watch" && m_options.command != u"record")
         return {};

@@ -24,10 +24,12 @@ public:
     /// The links that are open, the remote link first.
     [[nodiscard]] QList<ClientLink *> links() const;
 
-    /// Opens the file of a recording if one is wanted. @return what is wrong; empty if nothing is
-    [[nodiscard]] QString openRecording();
-    /// Opens the links that the command uses. @return what is wrong; empty if nothing is
+    /// Opens the links that the command uses; nothing is sent yet. @return what is wrong; empty if nothing is
     [[nodiscard]] QString openLinks();
+    /// Begins the recording if one is wanted, over whatever the file holds. @return what is wrong; empty if nothing is
+    [[nodiscard]] QString openRecording();
+    /// Tells the head that a client is there.
+    void tellPresence();
 
 Q_SIGNALS:
     void linkLost(const QByteArray &name);

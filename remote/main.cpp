@@ -1,29 +1,27 @@
 #include "Command.h"
+#include "EndSignals.h"
 #include "Options.h"
 #include "Session.h"
 
 #include <QCoreApplication>
 #include <QSocketNotifier>
 
-#include <csignal>
-
-#include <sys/signalfd.h>
+#include <fcntl.h>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Turns the signals that end a program into something readable. A reader of standard output that has gone shows when
-/// writing.
-int takeEndSignals()
+/// A file opened later must not become a standard stream that was closed: a link would get what is meant to be read.
+/// What is opened here takes nothing, so that writing to it fails as it should.
+void fillClosedStreams()
 {
-    sigset_t endSignals;
-    sigemptyset(&endSignals);
-    sigaddset(&endSignals, SIGINT);
-    sigaddset(&endSignals, SIGTERM);
-    sigprocmask(SIG_BLOCK, &endSignals, nullptr);
-    std::signal(SIGPIPE, SIG_IGN);
-    return signalfd(-1, &endSignals, SFD_CLOEXEC);
+    int file = 0;
+    while (file >= 0 && file <= STDERR_FILENO)
+        file = ::open("/dev/null", O_RDONLY);
+    if (file > STDERR_FILENO)
+        ::close(file);
 }
 
 /// Ends with what went wrong and what had been done.
@@ -35,44 +33,55 @@ void abandon(Session &session, const Command &command, const QString &reason)
     QCoreApplication::exit(ExitCode::NoAnswer);
 }
 
-int run(Session &session)
+int run(Session &session, Command &command)
 {
-    const QSocketNotifier endNotifier(takeEndSignals(), QSocketNotifier::Read);
-    const auto command = Command::create(session);
-    QObject::connect(command.get(), &Command::finished, &QCoreApplication::exit);
-    QObject::connect(&endNotifier, &QSocketNotifier::activated, command.get(), [&session, &command] {
-        if (command->isEndless())
+    const QSocketNotifier endNotifier(EndSignals::take(), QSocketNotifier::Read);
+    QObject::connect(&command, &Command::finished, &QCoreApplication::exit);
+    QObject::connect(&endNotifier, &QSocketNotifier::activated, &command, [&session, &command] {
+        if (command.isEndless())
             QCoreApplication::exit(ExitCode::Fine);
         else
-            abandon(session, *command, u"interrupted"_s);
+            abandon(session, command, u"interrupted"_s);
     });
-    QObject::connect(&session, &Session::linkLost, command.get(), [&session, &command](const QByteArray &name) {
-        abandon(session, *command, u"%1 link lost"_s.arg(QString::fromLatin1(name)));
+    QObject::connect(&session, &Session::linkLost, &command, [&session, &command](const QByteArray &name) {
+        abandon(session, command, u"%1 link lost"_s.arg(QString::fromLatin1(name)));
     });
-    QObject::connect(&session.recorder(), &RecordingWriter::failed, command.get(),
-                     [&session, &command](const QString &reason) { abandon(session, *command, reason); });
-    QMetaObject::invokeMethod(command.get(), &Command::start, Qt::QueuedConnection);
+    QObject::connect(&session.recorder(), &RecordingWriter::failed, &command,
+                     [&session, &command](const QString &reason) { abandon(session, command, reason); });
+    const auto begin = [&session, &command] {
+        session.tellPresence();
+        command.start();
+    };
+    QMetaObject::invokeMethod(&command, begin, Qt::QueuedConnection);
     return QCoreApplication::exec();
+}
+
+/// A recording is written over an older one only when everything else is in order.
+int prepareAndRun(Session &session)
+{
+    const auto told = [&session](const QString &wrong) {
+        if (!wrong.isEmpty())
+            session.output().error(wrong);
+        return !wrong.isEmpty();
+    };
+    if (told(session.openLinks()))
+        return ExitCode::NoAnswer;
+    const auto command = Command::create(session);
+    if (told(command->readInput()) || told(session.openRecording()))
+        return ExitCode::Usage;
+    return run(session, *command);
 }
 
 } // namespace
 
 int main(int argc, char *argv[])
 {
+    fillClosedStreams();
     const QCoreApplication application(argc, argv);
     Options options;
     const int exitCode = options.read(QCoreApplication::arguments());
     if (exitCode >= 0)
         return exitCode;
-
     Session session(options);
-    if (const QString wrong = session.openRecording(); !wrong.isEmpty()) {
-        session.output().error(wrong);
-        return ExitCode::Usage;
-    }
-    if (const QString wrong = session.openLinks(); !wrong.isEmpty()) {
-        session.output().error(wrong);
-        return ExitCode::NoAnswer;
-    }
-    return run(session);
+    return prepareAndRun(session);
 }

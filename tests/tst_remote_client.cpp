@@ -7,6 +7,9 @@
 #include <QRegularExpression>
 #include <QTest>
 
+#include <sys/ioctl.h>
+#include <unistd.h>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -55,6 +58,12 @@ private Q_SLOTS:
     void watch();
     void endsOfWatch_data();
     void endsOfWatch();
+    void blockedReader();
+    void lostOutput_data();
+    void lostOutput();
+    void fifos();
+    void recordsOverNothing_data();
+    void recordsOverNothing();
     void recordAndReplay();
     void replayPace();
     void resend_data();
@@ -385,7 +394,7 @@ void RemoteClientTest::endsOfWatch()
     QFETCH(QByteArray, how);
     RemoteBench bench;
     if (how == "reader")
-        bench.startForOneLine(words("watch --json"));
+        bench.startInto(u"| head -n 1"_s, words("watch --json"));
     else
         bench.start(words("watch --json"));
     QVERIFY(bench.waitForClient());
@@ -405,6 +414,113 @@ void RemoteClientTest::endsOfWatch()
     }));
     QTEST(bench.finish(), "exitCode");
     QTEST(bench.process().readAllStandardError(), "problem");
+}
+
+void RemoteClientTest::blockedReader()
+{
+    RemoteBench bench;
+    const int reader = bench.makeFifo("output", 4096);
+    bench.process().setStandardOutputFile(bench.path("output"));
+    bench.start(words("watch --json"));
+    QVERIFY(bench.waitForClient());
+    bench.remote().sendFrame("D1:EYEP:" + QByteArray(10'000, 'f'));
+    int waiting = 0;
+    QTRY_VERIFY(::ioctl(reader, FIONREAD, &waiting) == 0 && waiting == 4096);
+    bench.process().terminate();
+    QCOMPARE(bench.finish(), 0);
+    ::close(reader);
+}
+
+void RemoteClientTest::lostOutput_data()
+{
+    QTest::addColumn<QString>("output");
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QByteArray>("problem");
+    const QString full = u">/dev/full"_s;
+    const QString closed = u">&-"_s;
+    const QString left = u"| { exec <&-; echo left; }"_s;
+    QTest::newRow("get, full") << full << words("get A:B") << "standard output: No space left on device\n2\n"_ba;
+    QTest::newRow("get, closed") << closed << words("get A:B") << "standard output: Bad file descriptor\n2\n"_ba;
+    QTest::newRow("replay, full") << full << words("replay @traffic") << "standard output: No space left"_ba;
+    QTest::newRow("help, full") << full << words("help") << "standard output: No space left on device\n2\n"_ba;
+    QTest::newRow("get, reader gone") << left << words("get A:B") << "the reader of standard output has gone\n2\n"_ba;
+    QTest::newRow("dump, reader gone") << left << words("dump") << "the reader of standard output has gone\n2\n"_ba;
+    QTest::newRow("set, reader gone") << left << words("set --no-confirm A:B 1") << "0\n"_ba;
+}
+
+void RemoteClientTest::lostOutput()
+{
+    QFETCH(QString, output);
+    QFETCH(QStringList, arguments);
+    QFETCH(QByteArray, problem);
+    RemoteBench bench("silent A:B;silent U0:CHANS");
+    bench.write("traffic", "zirvo-recording 1 2026-01-01T00:00:00.000Z\n0.000000 remote < R1:FREQ:1\n");
+    bench.startInto(output, arguments);
+    QVERIFY(!output.contains(u"left"_s) || waitUntil([&bench] { return bench.process().canReadLine(); }));
+    if (arguments[0] != u"help" && arguments[0] != u"replay") {
+        QVERIFY(waitUntil([&bench] { return !bench.sent().isEmpty(); }));
+        bench.remote().sendFrame(arguments[0] == u"dump" ? "U0:CHANS:U0\x06" : "A:B:1\x06");
+    }
+    QVERIFY(bench.finish() >= 0);
+    const QByteArray said = bench.process().readAllStandardError();
+    QVERIFY2(said.contains(problem) && said.count('\n') <= 2, said);
+    QVERIFY2(said.endsWith(problem.startsWith('0') ? "0\n" : "2\n"), said);
+}
+
+void RemoteClientTest::fifos()
+{
+    RemoteBench bench("U0:CHANS=U0;U0:NAME=Rack");
+    int reader = bench.makeFifo("fifo");
+    QCOMPARE(bench.run(words("dump @fifo")), 0);
+    QCOMPARE(bench.process().readAllStandardError(), "zirvo-remote: settings of 1 channel saved\n"_ba);
+    QByteArray text(65'536, 0);
+    text.truncate(::read(reader, text.data(), size_t(text.size())));
+    QVERIFY2(QJsonDocument::fromJson(text).object().contains(u"channels"_s), text);
+    ::close(reader);
+
+    bench.start(words("dump @fifo")); // nobody reads it
+    QVERIFY(waitUntil([&bench] { return bench.sent().contains("U0:LAGC?"); }));
+    bench.process().terminate();
+    QCOMPARE(bench.finish(), 2);
+
+    reader = bench.makeFifo("other");
+    bench.start(words("record @other"));
+    QVERIFY(bench.waitForClient());
+    ::close(reader);
+    bench.remote().send("\x02R1:FREQ:1\r\x02R1:FREQ:2\r");
+    QCOMPARE(bench.finish(), 2);
+    const QByteArray said = bench.process().readAllStandardError();
+    QCOMPARE(said.count("Broken pipe"), 1);
+
+    bench.startInto(u"| cat"_s, words("dump /dev/stdout"));
+    QVERIFY(bench.finish() >= 0);
+    QCOMPARE(bench.process().readAllStandardError(), "0\n"_ba);
+    QVERIFY(bench.process().readAllStandardOutput().contains("\"Rack\""));
+}
+
+void RemoteClientTest::recordsOverNothing_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<int>("exitCode");
+    QTest::newRow("what is replayed") << words("replay --send --record @./file @file") << 64;
+    QTest::newRow("what is applied") << words("apply --record @./settings @settings") << 64;
+    QTest::newRow("what is dumped") << words("dump --record @new @./new") << 64;
+    QTest::newRow("the input is missing") << words("apply --record @file @none") << 64;
+    QTest::newRow("the link does not open") << words("record --link /nowhere/at/all @file") << 2;
+}
+
+void RemoteClientTest::recordsOverNothing()
+{
+    QFETCH(QStringList, arguments);
+    RemoteBench bench("U0:CHANS=U0,R1");
+    const QByteArray traffic = "zirvo-recording 1 2026-01-01T00:00:00.000Z\n";
+    const QByteArray settings = settingsFile(channel("R1", R"("FREQ":"1")"));
+    bench.write("file", traffic);
+    bench.write("settings", settings);
+    QTEST(bench.run(arguments), "exitCode");
+    QCOMPARE(bench.read("file"), traffic);
+    QCOMPARE(bench.read("settings"), settings);
+    QVERIFY(!QFile::exists(bench.path("new")));
 }
 
 void RemoteClientTest::recordAndReplay()

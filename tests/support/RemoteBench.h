@@ -10,6 +10,9 @@
 
 #include <memory>
 
+#include <fcntl.h>
+#include <sys/stat.h>
+
 /// Runs zirvo-remote as a user starts it, against a head that a script makes.
 ///
 /// A script is words parted by ";": "R1:FREQ=2250.5" is a value, every other one a manner with the key it is for:
@@ -46,6 +49,16 @@ public:
         QFile source(path(file));
         return source.open(QIODevice::ReadOnly) ? source.readAll() : QByteArray();
     }
+    /// Makes a FIFO. @return a descriptor that reads it and never blocks; it is the caller's
+    int makeFifo(const char *file, int pipeSize = 65'536) const
+    {
+        const QByteArray name = QFile::encodeName(path(file));
+        const int made = ::mkfifo(name.constData(), 0600);
+        const int reader = ::open(name.constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+        if (made != 0 || reader < 0 || ::fcntl(reader, F_SETPIPE_SZ, pipeSize) < 0)
+            qFatal("no FIFO to be had");
+        return reader;
+    }
     void play(const QByteArray &script)
     {
         for (const QByteArray &word : script.split(';')) {
@@ -60,10 +73,10 @@ public:
     }
 
     void start(const QStringList &arguments) { m_process.start(program(), options() + expanded(arguments)); }
-    /// Behind a reader that takes one line and goes; the exit code is told on standard error.
-    void startForOneLine(const QStringList &arguments)
+    /// With what a shell makes of its standard output, as "| head -n 1"; the exit code is told on standard error.
+    void startInto(const QString &output, const QStringList &arguments)
     {
-        const QStringList shell{ QStringLiteral("-c"), QStringLiteral("{ \"$0\" \"$@\"; echo $? >&2; } | head -n 1") };
+        const QStringList shell{ QStringLiteral("-c"), QStringLiteral("{ \"$0\" \"$@\"; echo $? >&2; } ") + output };
         m_process.start(QStringLiteral("/bin/sh"), shell + QStringList{ program() } + options() + expanded(arguments));
     }
     /// Waits for the end; the exit code, or -1 if there is none in time.
