@@ -1,5 +1,6 @@
 #include "frontpanel/LinkStatusLine.h"
 
+#include "channels/UniversalChan.h"
 #include "controls/WidgetUpdate.h"
 #include "link/SerialPortController.h"
 
@@ -58,6 +59,13 @@ QString troubleOf(const LinkStatus &status)
         break;
     }
     return status.isSilent ? u"chassis silent"_s : QString();
+}
+
+/// Whether the head itself makes this request of the system, and no operator or client.
+bool isOwnRequest(const QString &mnemonic)
+{
+    using Commands = UniversalChan::Commands;
+    return mnemonic == Commands::TRON || mnemonic == Commands::SYSID || mnemonic == Commands::REMOTE;
 }
 
 QString counted(quint64 count, const QString &one, const QString &many)
@@ -154,6 +162,8 @@ void LinkStatusLine::showChassis(const SerialPortController &link)
 
 void LinkStatusLine::showFailure(const QString &address, const QString &mnemonic, bool refused)
 {
+    if (isOwnRequest(mnemonic))
+        return;
     const QString outcome = refused ? u": refused by the chassis"_s : u": no answer"_s;
     WidgetUpdate::text(m_messages, address + u' ' + mnemonic + outcome);
     markTrouble(m_messages, true);
