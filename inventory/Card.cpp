@@ -34,9 +34,13 @@ void Card::setTexts(const QString &model, const QString &serialNumber, const QSt
     m_thirdText = orNotAvailable(thirdText);
 }
 
-bool Card::isPartOf(const Card &other) const
+void Card::join(const Card &entry)
 {
-    return m_model == other.m_model && (m_namesModelOnly || m_serialNumber == other.m_serialNumber);
+    if (m_namesModelOnly && !entry.m_namesModelOnly) {
+        setTexts(entry.m_model, entry.m_serialNumber, entry.m_thirdText);
+        m_namesModelOnly = false;
+    }
+    m_micros += entry.m_micros;
 }
 
 QString Card::GetFormattedCardInfoString() const

@@ -19,12 +19,11 @@ public:
     [[nodiscard]] const QString &model() const { return m_model; }
     [[nodiscard]] const QList<Micro> &micros() const { return m_micros; }
 
-    /// Whether the entry tells of the same card as @p other: model and serial number agree, or, for an entry that
-    /// names only a model, the model.
-    [[nodiscard]] bool isPartOf(const Card &other) const;
+    [[nodiscard]] const QString &serialNumber() const { return m_serialNumber; }
     [[nodiscard]] bool namesModelOnly() const { return m_namesModelOnly; }
 
-    void setMicros(const QList<Micro> &micros) { m_micros = micros; }
+    /// Takes the micros of a further entry of the same card, and its texts if this one names only a model.
+    void join(const Card &entry);
     void AddMicro(const Micro &micro) { m_micros.append(micro); }
     void AddMicro(const Micro &micro, int position) { m_micros.insert(position, micro); }
 

@@ -2,24 +2,8 @@
 
 #include <QStringList>
 
-#include <algorithm>
-
-namespace {
-
-/// The entry that stands for the whole card: the first that tells of it with a serial number, if there is one.
-const Card &leaderOf(const Card &entry, const QList<Card> &entries)
-{
-    const auto leads = [&entry](const Card &candidate) {
-        return !candidate.namesModelOnly() && entry.isPartOf(candidate);
-    };
-    const auto leader = std::find_if(entries.begin(), entries.end(), leads);
-    if (leader != entries.end())
-        return *leader;
-    return *std::find_if(entries.begin(), entries.end(),
-                         [&entry](const Card &candidate) { return entry.isPartOf(candidate); });
-}
-
-} // namespace
+#include <map>
+#include <utility>
 
 QList<Card> CardList::parse(const QString &text)
 {
@@ -33,19 +17,21 @@ QList<Card> CardList::parse(const QString &text)
 
 QList<Card> CardList::consolidated(const QList<Card> &entries)
 {
-    QList<Card> cards;
-    QList<const Card *> leaders;
+    std::map<QString, QString> serialNumbers; // of the first card of each model
     for (const Card &entry : entries) {
-        const Card &leader = leaderOf(entry, entries);
-        const auto index = leaders.indexOf(&leader);
-        if (index >= 0) {
-            cards[index].AddMicro(entry.micros().first());
-            continue;
-        }
-        Card card = leader;
-        card.setMicros(entry.micros());
-        cards.append(card);
-        leaders.append(&leader);
+        if (!entry.namesModelOnly())
+            serialNumbers.try_emplace(entry.model(), entry.serialNumber());
+    }
+    QList<Card> cards;
+    std::map<std::pair<QString, QString>, qsizetype> places;
+    for (const Card &entry : entries) {
+        const auto first = entry.namesModelOnly() ? serialNumbers.find(entry.model()) : serialNumbers.end();
+        const QString &serialNumber = first == serialNumbers.end() ? entry.serialNumber() : first->second;
+        const auto [place, isNew] = places.try_emplace({ entry.model(), serialNumber }, cards.size());
+        if (isNew)
+            cards.append(entry);
+        else
+            cards[place->second].join(entry);
     }
     return cards;
 }

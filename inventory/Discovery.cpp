@@ -8,6 +8,7 @@
 #include "link/SerialPortController.h"
 
 #include <QLabel>
+#include <QRegularExpression>
 
 #include <algorithm>
 #include <utility>
@@ -190,7 +191,8 @@ void Discovery::createChannels(const QString &cardList)
 
 void Discovery::createTmoipCard(const QString &name)
 {
-    const QString number = name.startsWith(TmoipCard::ChanType) ? name.sliced(TmoipCard::ChanType.size()) : name;
+    static const QRegularExpression slot(u"^(?:%1)?(\\d{1,2})$"_s.arg(TmoipCard::ChanType));
+    const QString number = slot.match(name).captured(1);
     auto owned = std::make_unique<TmoipCard>(nullptr, number, m_link);
     TmoipCard *const card = owned.get();
     const auto isKnown = [card](const auto &channel) { return channel->address() == card->address(); };

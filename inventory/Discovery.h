@@ -58,7 +58,8 @@ public:
     /// Creates the channels that the card list tells of.
     void createChannels(const QString &cardList);
     /// Creates a TMoIP card and asks for its settings and those of its streams.
-    /// @param name "TM" and the card's number, or the number alone; one without number or known already makes no card
+    /// @param name "TM" and the card's number, or the number alone, in one or two digits; anything else and a card that
+    ///             is known already make no card
     void createTmoipCard(const QString &name);
     /// Merges the card list's entries into one card each.
     void consolidateCards();
@@ -80,7 +81,7 @@ private:
     bool m_isEstablished = false;
     bool m_hasCardList = false;
     bool m_hasAllSettings = false;
-    std::size_t m_firstSetting = 0;  ///< of the last reading, by the queue's count
+    std::size_t m_firstSetting = 0; ///< of the last reading, by the queue's count
     std::size_t m_behindSettings = 0;
     QTimer m_startupTmr;
     QTimer m_cardListTmr;

@@ -72,9 +72,10 @@ void ApplyCommand::takePresent(const SettingsReader::Values &values)
 /// While the chassis is slaved, a set of one channel would be copied over others.
 bool ApplyCommand::isSlaved() const { return Message::isKnown(presentSlaving()) && presentSlaving() != "0"; }
 
+/// Empty if slaving stays as it is.
 QByteArray ApplyCommand::finalSlaving() const
 {
-    if (!m_plan.wantedSlaving().isEmpty())
+    if (Message::valueProblem(m_plan.wantedSlaving()).isEmpty())
         return m_plan.wantedSlaving();
     return m_slavingOff ? m_slavingBefore : QByteArray();
 }
@@ -148,7 +149,8 @@ void ApplyCommand::report()
     };
     for (const QByteArray &key : m_plan.keys())
         count(key, m_plan.wanted(key), m_sent.contains(key));
-    if (const QByteArray slaving = finalSlaving(); !slaving.isEmpty())
+    const QByteArray slaving = m_plan.wantedSlaving().isEmpty() ? finalSlaving() : m_plan.wantedSlaving();
+    if (!slaving.isEmpty())
         count(ApplyPlan::kSlaveKey, slaving, slaving != m_slavingBefore);
     for (const QByteArray &key : m_refusedCommits)
         report.refused.append({ key, "1", {} });

@@ -65,7 +65,10 @@ QList<ApplyPlan::Step> ApplyPlan::steps(const SettingsReader::Values &present) c
 QByteArrayList ApplyPlan::unsendable(const SettingsReader::Values &present) const
 {
     QByteArrayList keys;
-    for (const QByteArray &key : m_keys) {
+    QByteArrayList saved = m_keys;
+    if (m_saved.contains(kSlaveKey))
+        saved.append(kSlaveKey);
+    for (const QByteArray &key : saved) {
         if (!canBeSent(key, present) && !Message::sameValue(present.value(key), wanted(key)))
             keys.append(key);
     }

@@ -255,6 +255,10 @@ void RemoteClientTest::apply_data()
         "U0:SLAVE:0 R1:FREQ:2251.5 U0:SLAVE:2");
     row("slaving alone", slaved, "U0:SLAVE=0;R1:FREQ=2251.5;R1:IFBW=3", 0,
         "2 settings the same, 1 changed back, 0 refused: everything equals the file", "U0:SLAVE:1");
+    row("slaving that cannot be set", channel("U0", R"("SLAVE":"1?")") + ',' + receiver,
+        "U0:SLAVE=2;R1:FREQ=1;R1:IFBW=3", 1,
+        "1 settings the same, 1 changed back, 1 refused:\nU0:SLAVE wanted 1?, still 2",
+        "U0:SLAVE:0 R1:FREQ:2251.5 U0:SLAVE:2");
     row("slaving that stays on", receiver, "U0:SLAVE=1;nak U0:SLAVE;R1:FREQ=1;R1:IFBW=3", 1,
         "1 settings the same, 0 changed back, 1 refused:\nR1:FREQ wanted 2251.5, still 1", "U0:SLAVE:0");
     row("network settings are committed before what follows",

@@ -140,7 +140,7 @@ void StartupTest::tmoipCards()
     Chassis chassis;
     QSignalSpy cards(&chassis.link, &SerialPortController::TmoipCardObtained);
     chassis.bench.fit({ kReceiver1 });
-    chassis.far.setValue("U0:TLST", ", ,TM, TM1 2.1,TM1,");
+    chassis.far.setValue("U0:TLST", ", ,TM, TM1 2.1,TM1,TM1x,TMWW 2,TM123,W");
     QVERIFY(chassis.start() && chassis.idle());
     QCOMPARE(chassis.far.frames(), everyRequest({ "R1" }) + LinkBench::tmoipQueries() << "U0:VERTSKB");
     QCOMPARE(chassis.allSettings.count(), 1);
