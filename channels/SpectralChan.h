@@ -52,10 +52,11 @@ public:
     /// The card's functions have no names.
     void setNAME(const QString &name) override { Q_UNUSED(name) }
 
-    /// Asks for the span and stops the spectra that an earlier run asked for.
+    /// Asks for the span, and stops the spectra that an earlier run asked for. A card that comes back goes on with
+    /// those of this run.
     void RequestSettings() override
     {
         Channel::RequestSettings();
-        setData(QStringLiteral("0"));
+        setData(getDATA() == QLatin1StringView("1") ? getDATA() : QStringLiteral("0"));
     }
 };

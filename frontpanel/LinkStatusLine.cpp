@@ -14,6 +14,7 @@ namespace {
 
 constexpr int kRefreshMs = 500;
 constexpr int kFailureMs = 10'000;
+constexpr int kFailureWidth = 260; ///< pixels; there is room for it beside five links
 constexpr qint64 kMsPerSecond = 1000;
 
 QString nameOf(SerialPortController::PORT_TYPE type)
@@ -58,7 +59,7 @@ QString troubleOf(const LinkStatus &status)
     case LinkStatus::State::Live:
         break;
     }
-    return status.isSilent ? u"chassis silent"_s : QString();
+    return status.isSilent() ? u"chassis silent"_s : QString();
 }
 
 /// Whether the head itself makes this request of the system, and no operator or client.
@@ -78,6 +79,7 @@ QString counted(quint64 count, const QString &one, const QString &many)
 LinkStatusLine::LinkStatusLine(QWidget *parent)
     : QStatusBar(parent)
     , m_progress(new QProgressBar(this))
+    , m_failure(new QLabel(this))
     , m_messages(new QLabel(this))
 {
     setSizeGripEnabled(false);
@@ -86,13 +88,15 @@ LinkStatusLine::LinkStatusLine(QWidget *parent)
     m_progress->setFormat(u"%v of %m"_s);
     m_progress->hide();
     addWidget(m_progress);
+    m_failure->setTextFormat(Qt::PlainText); // it shows mnemonics that a client has made up
+    m_failure->hide();
+    addWidget(m_failure);
     // Takes what room there is, and never pushes the window beyond the screen.
     m_messages->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     m_messages->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    m_messages->setTextFormat(Qt::PlainText); // it shows mnemonics that a client has made up
     addWidget(m_messages, 1);
     m_failureTmr.setSingleShot(true);
-    connect(&m_failureTmr, &QTimer::timeout, this, &LinkStatusLine::refresh);
+    connect(&m_failureTmr, &QTimer::timeout, m_failure, &QWidget::hide);
     connect(&m_refreshTmr, &QTimer::timeout, this, &LinkStatusLine::refresh);
     m_refreshTmr.start(kRefreshMs);
 }
@@ -151,13 +155,11 @@ void LinkStatusLine::showChassis(const SerialPortController &link)
         m_progress->setMaximum(status.settingsAsked);
         m_progress->setValue(status.settingsRead);
     }
-    if (m_failureTmr.isActive())
-        return; // its message stands there
     const QString age =
         status.silentMs < 0 ? u"No message yet"_s : u"Last message %1 s ago"_s.arg(status.silentMs / kMsPerSecond);
     WidgetUpdate::text(m_messages, age + u", "_s + counted(status.timeOuts, u"time-out"_s, u"time-outs"_s) + u", "_s +
                                        counted(status.refusals, u"refusal"_s, u"refusals"_s));
-    markTrouble(m_messages, status.isSilent);
+    markTrouble(m_messages, status.isSilent());
 }
 
 void LinkStatusLine::showFailure(const QString &address, const QString &mnemonic, bool refused)
@@ -165,7 +167,9 @@ void LinkStatusLine::showFailure(const QString &address, const QString &mnemonic
     if (isOwnRequest(mnemonic))
         return;
     const QString outcome = refused ? u": refused by the chassis"_s : u": no answer"_s;
-    WidgetUpdate::text(m_messages, address + u' ' + mnemonic + outcome);
-    markTrouble(m_messages, true);
+    const QString text = address + u' ' + mnemonic + outcome;
+    WidgetUpdate::text(m_failure, m_failure->fontMetrics().elidedText(text, Qt::ElideMiddle, kFailureWidth));
+    markTrouble(m_failure, true);
+    m_failure->show();
     m_failureTmr.start(kFailureMs);
 }

@@ -46,6 +46,7 @@ private:
 
     QList<Entry> m_entries;
     QProgressBar *m_progress;
+    QLabel *m_failure;
     QLabel *m_messages;
     QTimer m_refreshTmr;
     QTimer m_failureTmr;

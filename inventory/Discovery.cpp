@@ -8,6 +8,7 @@
 #include "link/SerialPortController.h"
 
 #include <QLabel>
+#include <QLoggingCategory>
 #include <QRegularExpression>
 
 #include <algorithm>
@@ -17,11 +18,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+Q_LOGGING_CATEGORY(lcDiscovery, "zirvo.discovery", QtCriticalMsg)
+
 constexpr int kTickMs = 1000;
 constexpr int kVersionRetrySeconds = 2; ///< ticks between two rounds of version queries, less one
 constexpr int kCardListRetryMs = 3000;
 constexpr int kSilenceCheckMs = 1000;
-constexpr qint64 kSwitchedOffMs = 10'000; ///< so long silent, a chassis that was reporting was switched off
+constexpr qint64 kSwitchedOffMs = 10'000; ///< so long without reports, a chassis was switched off
+constexpr int kAwayQueries = 2;           ///< so many in a row unanswered, it may have been away for a while
 
 void requestSettings(Channel *channel)
 {
@@ -87,20 +91,62 @@ void Discovery::resume()
         start(kTickMs, nullptr);
 }
 
+void Discovery::askAnew()
+{
+    qCInfo(lcDiscovery) << "asks for everything anew";
+    pause();
+    resume();
+}
+
 /// A chassis that has never reported may have nothing to report.
 void Discovery::watchForSilence()
 {
-    if (const LinkStatus status = m_link->status(); !status.isSilent || status.silentMs < kSwitchedOffMs)
+    if (m_link->status().withoutReportMs >= kSwitchedOffMs)
+        askAnew();
+}
+
+void Discovery::noteEnd(const StandardCommand &command)
+{
+    if (!m_isEstablished)
         return;
-    pause();
-    resume();
+    const bool isAnswered = command.status() != StandardCommand::TimedOut;
+    if (command.type() == StandardCommand::Set) {
+        if (command.mnemonic() == UniversalChan::Commands::TRON && !m_silenceTmr.isActive())
+            endReading(isAnswered);
+    } else if (m_isProbing && command.commandText() == m_unknown->commandText()) {
+        m_isProbing = false;
+        if (isAnswered)
+            askAnew();
+    } else if (!m_silenceTmr.isActive()) {
+        m_unanswered = isAnswered ? 0 : m_unanswered + 1;
+        if (m_unanswered >= kAwayQueries)
+            m_unknown = command;
+    }
+}
+
+/// Settings may be unknown because the chassis does not have them, or because it was away when it was asked.
+void Discovery::endReading(bool isAnswered)
+{
+    m_silenceTmr.start();
+    if (!isAnswered)
+        m_link->expectReports();
+    if (!m_unknown)
+        return;
+    if (!isAnswered) {
+        askAnew();
+    } else {
+        m_isProbing = true;
+        m_link->AddCmdToTxmtCmdQueue(new StandardCommand(nullptr, m_unknown->address(), m_unknown->mnemonic(),
+                                                         m_unknown->data(), StandardCommand::Queued,
+                                                         StandardCommand::Query, StandardCommand::kTimeOutMs));
+    }
 }
 
 void Discovery::report(LinkStatus &status) const
 {
     const std::size_t taken = m_link->txmtCmdQueue().takenCount();
     status.settingsAsked = static_cast<int>(m_behindSettings - m_firstSetting);
-    status.settingsRead = status.settingsAsked - static_cast<int>(m_behindSettings - std::min(taken, m_behindSettings));
+    status.settingsRead = static_cast<int>(std::clamp(taken, m_firstSetting, m_behindSettings) - m_firstSetting);
     if (!m_hasAsked)
         status.state = LinkStatus::State::Opening;
     else if (!m_isEstablished || !m_hasCardList)
@@ -115,16 +161,19 @@ void Discovery::process(const StandardCommand &command)
 {
     if (command.mnemonic() == UniversalChan::Commands::NOTIFY) {
         // However the marker ended: a stray NAK inside its millisecond must not end start-up for ever.
-        if (!std::exchange(m_hasAllSettings, true))
+        if (!std::exchange(m_hasAllSettings, true)) {
+            qCInfo(lcDiscovery) << "all settings obtained";
             m_link->EmitAllSettingsObtained();
+        }
     } else if (command.type() == StandardCommand::Query && command.status() == StandardCommand::Completed &&
-               !m_isEstablished) {
+               !m_isEstablished && !m_link->isLost()) {
         establish(command.responseData());
     }
 }
 
 void Discovery::establish(const QString &version)
 {
+    qCInfo(lcDiscovery) << "chassis established, version" << version;
     m_startupTmr.stop();
     m_isEstablished = true;
     if (m_countdownLabel)
@@ -155,6 +204,7 @@ void Discovery::requestCardList() { queueRequest(UniversalChan::Commands::CLST, 
 
 void Discovery::processCardList(const QString &cardList)
 {
+    qCInfo(lcDiscovery) << "card list" << cardList;
     m_cardListTmr.stop();
     m_hasCardList = true;
     m_cards = CardList::parse(cardList);
@@ -178,7 +228,9 @@ void Discovery::requestAllSettings()
                                                          StandardCommand::Marker, StandardCommand::kMarkerTimeOutMs));
     queueRequest(UniversalChan::Commands::TRON, u"ON"_s, StandardCommand::Set);
     m_link->forgetReports();
-    m_silenceTmr.start();
+    m_unanswered = 0;
+    m_unknown.reset();
+    m_isProbing = false;
 }
 
 void Discovery::consolidateCards() { m_cards = CardList::consolidated(m_cards); }

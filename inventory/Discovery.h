@@ -11,6 +11,7 @@
 #include <QTimer>
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 class Channel;
@@ -50,6 +51,8 @@ public:
     /// Tells how far it has come.
     void report(LinkStatus &status) const;
 
+    /// Notes how a command has ended: a chassis that was away while it was asked is asked anew.
+    void noteEnd(const StandardCommand &command);
     /// Takes the answer to a version query, or the end of the end-of-settings marker.
     void process(const StandardCommand &command);
     /// Creates cards and channels and queues every settings query, the end-of-settings marker behind them, and the
@@ -67,7 +70,9 @@ public:
 
 private:
     void establish(const QString &version);
+    void askAnew();
     void watchForSilence();
+    void endReading(bool isAnswered);
     void createSystemChannel();
     void requestCardList();
     void requestAllSettings();
@@ -83,6 +88,9 @@ private:
     bool m_hasAllSettings = false;
     std::size_t m_firstSetting = 0; ///< of the last reading, by the queue's count
     std::size_t m_behindSettings = 0;
+    int m_unanswered = 0;                     ///< settings queries in a row
+    std::optional<StandardCommand> m_unknown; ///< a settings query that went unanswered among others
+    bool m_isProbing = false;                 ///< m_unknown is asked once more
     QTimer m_startupTmr;
     QTimer m_cardListTmr;
     QTimer m_silenceTmr;

@@ -32,8 +32,11 @@ void LinkGuard::watch() { m_checkTmr.start(); }
 void LinkGuard::handleError()
 {
     check();
-    if (m_port->isOpen())
-        Q_EMIT strayError();
+    if (!m_port->isOpen())
+        return;
+    ++m_strayErrors;
+    qCInfo(lcLink) << "stray error" << m_strayErrors << "of" << m_port->portName() << m_port->errorString();
+    Q_EMIT strayError();
 }
 
 void LinkGuard::check()

@@ -44,4 +44,5 @@ private:
     QTimer m_checkTmr;
     QTimer m_errorTmr; ///< closing has to wait until the port is done with the error
     QTimer m_reopenTmr;
+    int m_strayErrors = 0;
 };

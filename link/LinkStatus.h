@@ -20,7 +20,11 @@ struct LinkStatus
     int settingsAsked = 0; ///< while Reading
     QTime lostSince;       ///< time of day; while Lost
     qint64 silentMs = -1;  ///< time since the last message; less than 0 if there was none
-    bool isSilent = false; ///< nothing comes from a far end that was reporting
+    /// Time since the last report of a far end that has reported or owes reports; 0 for any other.
+    qint64 withoutReportMs = 0;
     quint64 timeOuts = 0;
     quint64 refusals = 0;
+
+    /// Whether reports stay out; a chassis sends several a second.
+    [[nodiscard]] bool isSilent() const { return withoutReportMs > 5000; }
 };

@@ -30,7 +30,6 @@ constexpr int kSpectralStartupSeconds = 2;
 constexpr qint64 kReadBufferSize = 4096;
 constexpr qint64 kFullPort = 16 * 1024; ///< bytes
 constexpr std::size_t kMaxAnswers = 256;
-constexpr qint64 kSilentMs = 5000; ///< a chassis reports several times a second
 
 QByteArray reportsOffRequest()
 {
@@ -205,7 +204,7 @@ LinkStatus SerialPortController::status() const
 {
     LinkStatus status = m_status;
     status.silentMs = m_lastMessage.isValid() ? m_lastMessage.elapsed() : -1;
-    status.isSilent = m_hasReported && status.silentMs > kSilentMs;
+    status.withoutReportMs = m_lastReport.isValid() ? m_lastReport.elapsed() : 0;
     if (isLost())
         status.state = LinkStatus::State::Lost;
     else if (!m_port.isOpen())
@@ -217,11 +216,15 @@ LinkStatus SerialPortController::status() const
     return status;
 }
 
-void SerialPortController::noteRefusal(const StandardCommand &command)
+void SerialPortController::noteEnd(const StandardCommand &command)
 {
-    ++m_status.refusals;
-    if (command.type() == StandardCommand::Set)
-        Q_EMIT SetFailed(command.address(), command.mnemonic(), true);
+    const bool isRefused = command.status() == StandardCommand::Failed;
+    const bool isUnanswered = command.status() == StandardCommand::TimedOut;
+    m_status.refusals += isRefused;
+    m_status.timeOuts += isUnanswered;
+    if (command.type() == StandardCommand::Set && (isRefused || isUnanswered))
+        Q_EMIT SetFailed(command.address(), command.mnemonic(), isRefused);
+    m_discovery->noteEnd(command);
 }
 
 void SerialPortController::linkLost()
@@ -267,10 +270,8 @@ void SerialPortController::timeOut(StandardCommand *command)
     command->setStatus(StandardCommand::TimedOut);
     if (command->type() != StandardCommand::Marker) {
         qCInfo(lcLink) << m_port.portName() << "timed out:" << command->address() << command->mnemonic();
-        ++m_status.timeOuts;
+        noteEnd(*command);
     }
-    if (command->type() == StandardCommand::Set)
-        Q_EMIT SetFailed(command->address(), command->mnemonic(), false);
     EmitRcvdCmd(command);
 }
 

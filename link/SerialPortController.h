@@ -65,11 +65,11 @@ public:
     [[nodiscard]] LinkStatus status() const;
     /// Notes for the status that a frame has come.
     void noteMessage() { m_lastMessage.start(); }
-    /// Notes that the far end sends something unasked, and forgets that it did.
-    void noteReport() { m_hasReported = true; }
-    void forgetReports() { m_hasReported = false; }
-    /// Notes for the status that the far end has refused @p command.
-    void noteRefusal(const StandardCommand &command);
+    /// Notes that the far end has reported, or owes reports: silence counts from now on. Answers are no reports.
+    void expectReports() { m_lastReport.start(); }
+    void forgetReports() { m_lastReport.invalidate(); }
+    /// Notes how a command that was queued or in flight has ended.
+    void noteEnd(const StandardCommand &command);
 
     /// Appends to the transmit queue. The link takes ownership; the receive dispatcher deletes the command.
     void AddCmdToTxmtCmdQueue(StandardCommand *command);
@@ -209,7 +209,7 @@ private:
     std::unique_ptr<LinkGuard> m_guard;
     LinkStatus m_status; ///< the counts of it, and the time of the loss
     QElapsedTimer m_lastMessage;
-    bool m_hasReported = false;
+    QElapsedTimer m_lastReport; ///< not running while no reports are expected
     QPointer<QMessageBox> m_openFailureBox;
 
     std::unique_ptr<Discovery> m_discovery; ///< of a standard link

@@ -1,5 +1,6 @@
 #include "link/SerialPortReader.h"
 
+#include "channels/UniversalChan.h"
 #include "link/EyeConstData.h"
 #include "link/LinkLog.h"
 #include "link/SerialPortController.h"
@@ -156,7 +157,8 @@ void SerialPortReader::handleMessage(const QString &frame)
     if (answersCommandInFlight(address, mnemonic, data)) {
         completeCommandInFlight(frame);
     } else {
-        m_controller->noteReport();
+        if (address != UniversalChan::Address) // which chatters while the chassis boots
+            m_controller->expectReports();
         m_controller->EmitRcvdCmd(new StandardCommand(nullptr, address, mnemonic, data, StandardCommand::Received,
                                                       StandardCommand::Set, StandardCommand::kTimeOutMs));
     }
@@ -178,8 +180,7 @@ void SerialPortReader::completeCommandInFlight(const QString &frame)
     StandardCommand *command = m_controller->txmtCmdQueue().inFlight();
     m_controller->StopTimeOutTmr();
     command->ResponseReceived(frame);
-    if (command->status() == StandardCommand::Failed)
-        m_controller->noteRefusal(*command);
+    m_controller->noteEnd(*command);
     m_controller->EmitRcvdCmd(command);
     m_controller->txmtCmdQueue().setReadyToSend();
     m_controller->EmitTrnsmtCmd();

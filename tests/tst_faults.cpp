@@ -351,8 +351,11 @@ void addWireFaults()
 void addStartFaults()
 {
     const QString asks = u"start 0; tick; "_s;
-    row("start: no setting told", u"ignore U0:NAME; "_s + asks + u"await U0:NAME; power off; timeouts; settle"_s,
-        u"R1=199.9"_s);
+    row("start: no setting told",
+        u"ignore U0:NAME; "_s + asks +
+            u"await U0:NAME; power off; timeouts; "_s
+            u"words waiting for the chassis; power on; words Chassis: live; settle"_s,
+        {});
     row("start: answers before their questions",
         u"ignore R1:FREQ; "_s + asks +
             u"await R1:FREQ; send R2:FREQ:2299.5|R1:NAME:X|R1:FREQ:2251.5; used command; settle"_s,
@@ -360,8 +363,9 @@ void addStartFaults()
     row("start: every answer twice", u"twice; "_s + asks + u"used command; settle"_s, {});
     row("start: power cut while settings are read",
         u"ignore R1:FREQ; "_s + asks +
-            u"await R1:FREQ; power off; timeout; timeout; send loading; power on; used command; settle"_s,
-        u"R1=199.9"_s);
+            u"await R1:FREQ; power off; timeout; await R1:IFLS; timeout; send loading; power on; answer R1:FREQ; "_s
+            u"words waiting for the chassis; words Chassis: live; settle"_s,
+        {});
     const QString first = u"value U0:CLST=0103 MPU 2.3 TUNER A1 X,0121 FPGA1 1.9 TUNER A1 X,"_s;
     row("start: card list cut off", first + u"0104 MPU 2.3 TU; "_s + asks + u"used command; settle"_s,
         u"panels=1 channels=2"_s);

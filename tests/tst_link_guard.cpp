@@ -1,8 +1,11 @@
 #include "channels/DmdChan.h"
+#include "channels/SpectralChan.h"
+#include "link/LinkGuard.h"
 #include "support/CommandLinkBench.h"
 
 #include <QSignalSpy>
 #include <QTest>
+#include <QTimer>
 
 using namespace Qt::StringLiterals;
 
@@ -31,6 +34,10 @@ private Q_SLOTS:
     void lostDuringDiscovery_data();
     void lostDuringDiscovery();
     void switchedOffAndOn();
+    void awayWhileRead_data();
+    void awayWhileRead();
+    void lostBehindAnAnswer();
+    void spectraGoOn();
     void linksToTheClient();
     void eyeLink();
 };
@@ -119,20 +126,120 @@ void LinkGuardTest::lostDuringDiscovery()
 /// On a line that stays well nothing but silence tells.
 void LinkGuardTest::switchedOffAndOn()
 {
+    using State = LinkStatus::State;
+    CommandLinkBench quiet; // it may have nothing to report
+    CommandLinkBench unheard;
+    unheard.far.ignore("U0:TRON");
+    CommandLinkBench silent;
+    CommandLinkBench busy;
+    for (CommandLinkBench *bench : { &quiet, &unheard, &silent, &busy })
+        QVERIFY(bench->start());
+    for (CommandLinkBench *bench : { &silent, &busy })
+        bench->far.sendFrame("R1:SSLV:-61");
+    for (CommandLinkBench *bench : { &quiet, &unheard, &silent, &busy }) {
+        QVERIFY(bench->idle());
+        bench->far.clear();
+    }
+    silent.far.setAnswering(false);
+    int sets = 0;
+    const auto work = [&] { // answers and what a booting chassis chatters are no reports
+        busy.receiver(1)->setFREQ(QString::number(2250 + ++sets % 10));
+        busy.far.sendFrame("U0:BOOT:1");
+    };
+    QTimer worker;
+    connect(&worker, &QTimer::timeout, this, work);
+    worker.start(1000);
+    QVERIFY(waitUntil([&] { return silent.link.status().isSilent() && busy.link.status().isSilent(); }, 8000));
+    QVERIFY(waitUntil([&] { return silent.link.status().state == State::Waiting; }, 8000));
+    silent.far.setAnswering(true);
+    unheard.far.behave("U0:TRON");
+    for (CommandLinkBench *bench : { &unheard, &silent, &busy }) {
+        QVERIFY(bench->far.waitForFrame("U0:TRON:ON", 8000));
+        QVERIFY(bench->far.frames().contains("R2:FREQ"));
+        QVERIFY(waitUntil([bench] { return bench->link.status().state == State::Live; }));
+        QVERIFY(!bench->link.status().isSilent());
+    }
+    QVERIFY(sets > 9 && quiet.far.frames().isEmpty());
+}
+
+void LinkGuardTest::awayWhileRead_data()
+{
+    QTest::addColumn<int>("unanswered");
+    QTest::addColumn<QByteArray>("silent");
+    QTest::addColumn<int>("readings");
+    QTest::addRow("one answer lost") << 1 << QByteArray() << 1;
+    QTest::addRow("away for a while") << 3 << QByteArray() << 2;
+    QTest::addRow("away until the end") << 1000 << QByteArray() << 2;
+    QTest::addRow("settings that the chassis does not have") << 3 << "R1:FREQ R1:IFBW R1:IFLS R1:NAME"_ba << 1;
+}
+
+void LinkGuardTest::awayWhileRead()
+{
+    QFETCH(const int, unanswered);
+    QFETCH(const QByteArray, silent);
+    QFETCH(const int, readings);
     CommandLinkBench bench;
-    QVERIFY(bench.start());
-    const auto state = [&bench] { return bench.link.status().state; };
-    bench.far.clear();
-    QVERIFY(!waitUntil([&] { return !bench.far.frames().isEmpty(); }, 11'500)); // it may have nothing to report
-    bench.far.sendFrame("R1:SSLV:-61");
-    QVERIFY(bench.idle());
-    bench.far.clear();
+    QSignalSpy allSettings(&bench.link, &Link::AllSettingsObtained);
+    for (const QByteArray &key : silent.split(' '))
+        bench.far.ignore(key);
+    bench.far.ignore("R1:FREQ");
+    bench.open();
+    QVERIFY(bench.far.waitForFrame("R1:FREQ"));
     bench.far.setAnswering(false);
-    QVERIFY(waitUntil([&] { return state() == LinkStatus::State::Waiting; }, 15'000));
+    for (int i = 0; i < unanswered && !bench.far.frames().contains("U0:TRON:ON"); ++i) {
+        QVERIFY(waitUntil([&bench] { return bench.link.txmtCmdQueue().isAwaitingAnswer(); }));
+        if (i + 1 == unanswered)
+            bench.far.setAnswering(true);
+        bench.link.StopTimeOutTmr();
+        bench.link.TimeOutTmr_Tick();
+        QTest::qWait(1);
+    }
+    if (silent.isEmpty())
+        bench.far.behave("R1:FREQ");
     bench.far.setAnswering(true);
+    QVERIFY(waitUntil([&] { return bench.far.frames().count("U0:TRON:ON") == readings; }, 20'000) && bench.idle());
+    QCOMPARE(bench.receiver(1)->getFREQ(), silent.isEmpty() && readings == 2 ? u"2250.5"_s : u"Unknown"_s);
+    QCOMPARE(bench.link.status().state, LinkStatus::State::Live);
+    QCOMPARE(allSettings.count(), 1);
+    QVERIFY(!waitUntil([&] { return bench.far.frames().count("U0:TRON:ON") > readings; }, 1500));
+}
+
+void LinkGuardTest::lostBehindAnAnswer()
+{
+    CommandLinkBench bench;
+    bench.far.ignore("U0:VER");
+    bench.open();
+    QVERIFY(bench.far.waitForFrame("U0:VER"));
+    bench.far.sendFrame("U0:VER:2.1");
+    QVERIFY(bench.link.port().waitForReadyRead(1000)); // read, and not dispatched yet
+    bench.far.unplug();
+    auto *const guard = bench.link.findChild<LinkGuard *>();
+    guard->check();
+    QVERIFY(bench.link.isLost());
+    bench.far.behave("U0:VER");
+    bench.far.plug();
     QVERIFY(bench.far.waitForFrame("U0:TRON:ON"));
-    QVERIFY(bench.far.frames().constLast() == "U0:TRON:ON" && bench.far.frames().contains("R2:FREQ"));
-    QVERIFY(waitUntil([&] { return state() == LinkStatus::State::Live; }));
+}
+
+void LinkGuardTest::spectraGoOn()
+{
+    LinkBench bench;
+    FarEnd &far = bench.spectral();
+    far.setAnswering(true);
+    Link link(nullptr, SPECTRAL_LINK, {});
+    link.StartEstablishCommTmr(20, nullptr);
+    QVERIFY(far.waitForFrame("U0:TRON:ON", 10'000));
+    auto *const second = qobject_cast<SpectralChan *>(link.channels().value(2));
+    second->setData(u"1"_s);
+    QVERIFY(waitUntil([second] { return second->getDATA() == u"1"; }));
+    far.unplug();
+    QVERIFY(waitUntil([&link] { return link.isLost(); }, 600));
+    far.clear();
+    far.plug();
+    QVERIFY(far.waitForFrame("U0:TRON:ON", 10'000));
+    QByteArrayList data = far.frames();
+    data.removeIf([](const QByteArray &frame) { return !frame.contains(":DATA:"); });
+    QCOMPARE(data, QByteArrayList({ "SP1:DATA:0", "SP2:DATA:1", "SP3:DATA:0" }));
 }
 
 void LinkGuardTest::linksToTheClient()

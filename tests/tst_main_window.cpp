@@ -225,8 +225,11 @@ void MainWindowTest::linkStates()
         QStringList texts;
         auto *const line = qobject_cast<LinkStatusLine *>(m_bench->window().statusBar());
         line->refresh();
-        for (const QLabel *label : line->findChildren<QLabel *>())
+        for (const QLabel *label : line->findChildren<QLabel *>()) {
+            if (label->isHidden())
+                continue;
             texts += label->text().remove(QRegularExpression(u"[0-9:]{8}$"_s));
+        }
         qsizetype stale = 0;
         for (const QLabel *label : m_bench->window().centralWidget()->findChildren<QLabel *>())
             stale += label->isVisible() && label->text().startsWith("STALE: "_L1) ? 1 : 0;
