@@ -207,17 +207,22 @@ void LinkGuardTest::awayWhileRead()
 void LinkGuardTest::lostBehindAnAnswer()
 {
     CommandLinkBench bench;
+    QVERIFY(bench.start());
+    auto *const guard = bench.link.findChild<LinkGuard *>();
+    const auto pull = [&bench, guard] {
+        bench.far.unplug();
+        bench.far.clear();
+        guard->check();
+        bench.far.plug();
+        return bench.link.isLost();
+    };
     bench.far.ignore("U0:VER");
-    bench.open();
+    QVERIFY(pull());
     QVERIFY(bench.far.waitForFrame("U0:VER"));
     bench.far.sendFrame("U0:VER:2.1");
     QVERIFY(bench.link.port().waitForReadyRead(1000)); // read, and not dispatched yet
-    bench.far.unplug();
-    auto *const guard = bench.link.findChild<LinkGuard *>();
-    guard->check();
-    QVERIFY(bench.link.isLost());
     bench.far.behave("U0:VER");
-    bench.far.plug();
+    QVERIFY(pull());
     QVERIFY(bench.far.waitForFrame("U0:TRON:ON"));
 }
 
