@@ -224,6 +224,7 @@ void LinkGuardTest::lostBehindAnAnswer()
     bench.far.behave("U0:VER");
     QVERIFY(pull());
     QVERIFY(bench.far.waitForFrame("U0:TRON:ON"));
+    QVERIFY(bench.link.status().timeOuts < 5); // nothing is asked of a link that is gone
 }
 
 void LinkGuardTest::spectraGoOn()
