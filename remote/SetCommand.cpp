@@ -37,7 +37,7 @@ void SetCommand::tell(SettingChange::Outcome outcome, const QByteArray &inForce)
         return end(ExitCode::Refused);
     case Outcome::RefusedByCard:
         output().error(
-            u"%1: refused by the card, still %2"_s.arg(key, QString::fromLocal8Bit(Escaping::printable(inForce))));
+            u"%1: not taken by the card, still %2"_s.arg(key, QString::fromLocal8Bit(Escaping::printable(inForce))));
         return end(ExitCode::Refused);
     case Outcome::Silent:
         return endSilent(key);

@@ -100,13 +100,13 @@ void RemoteClientTest::conversations_data()
     row("set that moves another", "set R1:FREQ 3", "R1:FREQ=1;move R1:FREQ R2:FREQ=9", 0, "R1:FREQ 3 confirmed\n", "",
         "R1:FREQ:3");
     row("set refused by the card", "set R1:FREQ 2251.5", "R1:FREQ=2250.5;keep R1:FREQ", 1, "",
-        "R1:FREQ: refused by the card, still 2250.5", "R1:FREQ:2251.5");
+        "R1:FREQ: not taken by the card, still 2250.5", "R1:FREQ:2251.5");
     row("set refused by the head", "set R1:FREQ 9", "R1:FREQ=2250.5;nak R1:FREQ", 1, "", "R1:FREQ: refused",
         "R1:FREQ:9");
     row("set not pushed", "set U0:NAME Rack", "U0:NAME=x;quiet U0:NAME", 0, "U0:NAME Rack confirmed\n", "",
         "U0:NAME:Rack U0:NAME?");
     row("set not taken, not pushed", "set --confirm 100 U0:NAME Rack", "U0:NAME=x;drop U0:NAME", 1, "",
-        "U0:NAME: refused by the card, still x", "U0:NAME:Rack U0:NAME?");
+        "U0:NAME: not taken by the card, still x", "U0:NAME:Rack U0:NAME?");
     row("set of what nobody knows", "set --confirm 100 R1:CINP 1", "R1:CINP=Unknown;drop R1:CINP", 0,
         "R1:CINP 1 acknowledged, not confirmed\n", "", "R1:CINP:1 R1:CINP?");
     row("set without confirming", "set --no-confirm R1:FREQ 1", "R1:FREQ=2;keep R1:FREQ", 0, "R1:FREQ 1 acknowledged\n",
