@@ -1,12 +1,15 @@
 #pragma once
 
 #include <QObject>
+#include <QStringList>
 #include <QTimer>
 
+class StandardCommand;
 class ZIRVOFSMainWindow;
 
-/// Writes every ten seconds what a run of weeks must not let grow, in the log category zirvo.health: the window's
-/// objects, timer events, and what waits on the links. Off, and without any cost, unless QT_LOGGING_RULES turns it on.
+/// Writes every five seconds, in the log category zirvo.health, what a run of weeks must not let grow: the window's
+/// objects, timer events, and what waits on the links; and what it must not let end: the chassis' reports and the
+/// readings that move on the panels. Off, and without any cost, unless QT_LOGGING_RULES turns it on.
 class HealthLog : public QObject
 {
     Q_OBJECT
@@ -19,8 +22,14 @@ public:
 
 private:
     void write();
+    void countReport(const StandardCommand *command);
+    /// How many levels and texts on the panels differ from those of the last line.
+    [[nodiscard]] qsizetype countMovedReadings();
 
     const ZIRVOFSMainWindow &m_window;
     QTimer m_timer;
-    int m_timerEvents = 0; ///< of the whole application since the last line
+    QStringList m_readings;
+    // Of the whole application since the last line.
+    int m_timerEvents = 0;
+    int m_reports = 0;
 };

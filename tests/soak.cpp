@@ -1,35 +1,29 @@
+#include "support/HealthWatch.h"
 #include "support/Program.h"
 
 #include <QCoreApplication>
-#include <QDir>
-#include <QFile>
 #include <QRandomGenerator>
 #include <QTemporaryDir>
 #include <QTextStream>
-
-#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
 constexpr int kSettledMinute = 10; // growth is counted from here
-constexpr qint64 kMaxGrowthKib = 2048;
-constexpr int kMaxWaiting = 50;   // commands for the chassis, with nothing going on
-constexpr int kMaxToClient = 800; // about the number of values that there are
 constexpr int kActionMs = 100;
+constexpr int kFlowMs = 60'000; // a chassis that was off is noticed, and all its settings are read again
+constexpr int kLookSeconds = 2;
 
-struct Health
+// What a client is told while it looks on, and the least of it. The line to it carries a second's eye blocks in about
+// as much time.
+struct Told
 {
-    qint64 rssKib = 0;
-    qsizetype descriptors = 0;
-    double cpuSeconds = 0;
-    QByteArray told; ///< the program's own line: objects, timer events in 10 s, messages that wait, bytes not written
-
-    [[nodiscard]] int count(const QByteArray &name) const
-    {
-        return told.mid(told.indexOf(name + '=') + name.size() + 1).split(' ').value(0).toInt();
-    }
+    const char *key;
+    qsizetype least;
+};
+constexpr Told kTold[] = {
+    { "SP1:RFFT", 4 }, { "SP2:RFFT", 4 }, { "SP3:RFFT", 4 }, { "D1:EYEP", 2 }, { "R1:SSLV", 4 }
 };
 
 /// The front panel under a simulated chassis with ten times the usual traffic, an operator who does anything, a client
@@ -41,6 +35,7 @@ public:
         : m_random(seed)
         , m_chassis(program(u"zirvo-chassis-sim"_s),
                     { u"--device-dir"_s, m_folder.path(), u"--boot-seconds"_s, u"0"_s, u"--report-hz"_s, u"50"_s })
+        , m_watch(m_panel, m_folder.filePath(u"log"_s))
     {
         (void)m_chassis.nextLine();
         qputenv("ZIRVO_DEVICE_DIR", m_folder.path().toLocal8Bit());
@@ -55,19 +50,67 @@ public:
         m_panel.waitForFinished();
     }
 
+    /// What has gone wrong so far; empty if nothing has.
+    [[nodiscard]] QString fault()
+    {
+        m_watch.follow();
+        return m_fault.isEmpty() ? m_watch.faultNow() : m_fault;
+    }
+    [[nodiscard]] HealthWatch &watch() { return m_watch; }
+
     /// Whether a client gets an answer; it tries for a while.
     [[nodiscard]] bool answers()
     {
-        return waitUntil([this] { return client({ u"get"_s, u"R1:FREQ"_s, u"SP1:SPAN"_s }) == 0; }, 30'000);
+        return waitUntil([this] { return client({ u"get"_s, u"R1:FREQ"_s, u"SP1:SPAN"_s }).exitCode == 0; }, 30'000);
     }
-    [[nodiscard]] bool isRunning() const { return m_panel.state() == QProcess::Running; }
 
-    /// Puts everything right: cables in, faults off, eye outputs and spectra on.
-    void settle()
+    /// A minute of anything; less if something goes wrong. Returns the number of actions.
+    int actForAMinute()
     {
-        for (const QByteArray line :
-             { "plug all", "refuse off", "silent off", "delay 0", "set D1 DSDM 2", "set D2 DSDM 2", "set D3 DSDM 1" })
-            order(line);
+        int actions = 0;
+        for (const QDeadlineTimer deadline(60'000); !deadline.hasExpired() && fault().isEmpty(); ++actions) {
+            act();
+            pause(kActionMs);
+        }
+        return actions;
+    }
+
+    /// What a client is not told that turns the spectra on and looks on; it tries for a while.
+    [[nodiscard]] QString untold()
+    {
+        QString missing;
+        (void)waitUntil([this, &missing] { return (missing = look()).isEmpty() || !fault().isEmpty(); }, kFlowMs);
+        return missing;
+    }
+
+    /// Puts everything right, closes what the operator has opened, and waits until the program has told of some quiet
+    /// seconds.
+    [[nodiscard]] HealthWatch::Counts rest()
+    {
+        settle();
+        for (int i = 0; i < 10; ++i)
+            operate({ u"key"_s, u"Escape"_s });
+        const int lines = m_watch.lines();
+        (void)waitUntil([this, lines] { return !fault().isEmpty() || m_watch.lines() > lines + 2; }, 30'000);
+        return m_watch.counts();
+    }
+
+private:
+    struct Outcome
+    {
+        int exitCode = -1;
+        QByteArray output;
+    };
+
+    static QString program(const QString &name) { return QStringLiteral(ZIRVO_BIN_DIR "/") + name; }
+    static void pause(int ms)
+    {
+        (void)waitUntil([] { return false; }, ms);
+    }
+    QString number(int lowest, int highest) { return QString::number(m_random.bounded(lowest, highest + 1)); }
+    QString pick(const QByteArrayList &choices)
+    {
+        return QString::fromLatin1(choices[m_random.bounded(choices.size())]);
     }
 
     void act()
@@ -80,55 +123,14 @@ public:
                                        "BackSpace", "space", "Page_Up", "Delete" }) });
         else if (choice < 930)
             operate({ u"key"_s, u"ctrl+a"_s, u"type"_s, u"2%1.5"_s.arg(number(200, 300)) });
-        else if (choice < 960)
+        else if (choice < 950)
             client({ u"dump"_s, m_folder.filePath(u"dump"_s) });
+        else if (choice < 960)
+            turnSpectraOn();
         else if (choice < 975)
             client({ u"watch"_s, u"--for"_s, u"2"_s });
         else
             trouble();
-    }
-
-    [[nodiscard]] Health health() const
-    {
-        Health health;
-        const QString proc = u"/proc/%1/"_s.arg(m_panel.processId());
-        health.rssKib = read(proc + u"statm"_s).split(' ').value(1).toLongLong() * ::sysconf(_SC_PAGESIZE) / 1024;
-        health.descriptors = QDir(proc + u"fd"_s).entryList(QDir::NoDotAndDotDot | QDir::System | QDir::Files).size();
-        const QByteArrayList times = read(proc + u"stat"_s).split(' ');
-        health.cpuSeconds =
-            double(times.value(13).toLongLong() + times.value(14).toLongLong()) / double(::sysconf(_SC_CLK_TCK));
-        const QByteArray log = read(m_folder.filePath(u"log"_s));
-        const qsizetype last = log.lastIndexOf("zirvo.health: ");
-        health.told = last < 0 ? QByteArray() : log.mid(last + 14).split('\n').value(0);
-        return health;
-    }
-    [[nodiscard]] quint32 random(quint32 bound) { return m_random.bounded(bound); }
-
-private:
-    static QString program(const QString &name) { return QStringLiteral(ZIRVO_BIN_DIR "/") + name; }
-    static QByteArray read(const QString &path)
-    {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
-    QString number(int lowest, int highest) { return QString::number(m_random.bounded(lowest, highest + 1)); }
-    QString pick(const QByteArrayList &choices)
-    {
-        return QString::fromLatin1(choices[m_random.bounded(choices.size())]);
-    }
-
-    void order(const QByteArray &line)
-    {
-        m_chassis.write(line + '\n');
-        (void)m_chassis.nextLine();
-    }
-    void operate(const QStringList &arguments) { (void)m_screen.operate(arguments); }
-    int client(const QStringList &arguments)
-    {
-        QProcess process;
-        process.start(program(u"zirvo-remote"_s), QStringList{ u"--quiet"_s } + arguments);
-        process.waitForFinished();
-        return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
     }
 
     /// Something goes wrong on the links, and is put right a moment later.
@@ -140,8 +142,57 @@ private:
                                        "reconfigure", "garble 5", "delay 300", "set U0 SLAVE 1" })
                                     .toLatin1();
         order(what == "unplug" ? unplug : what);
-        (void)waitUntil([] { return false; }, m_random.bounded(3000));
+        pause(m_random.bounded(3000));
         settle();
+    }
+
+    /// Puts everything right: cables in, faults off, eye outputs on.
+    void settle()
+    {
+        for (const QByteArray line :
+             { "plug all", "refuse off", "silent off", "delay 0", "set D1 DSDM 2", "set D2 DSDM 2", "set D3 DSDM 1" })
+            order(line);
+    }
+
+    /// A spectral card that was without power sends none.
+    void turnSpectraOn()
+    {
+        for (const QString &channel : { u"SP1"_s, u"SP2"_s, u"SP3"_s })
+            client({ u"set"_s, u"--no-confirm"_s, channel + u":DATA"_s, u"1"_s });
+    }
+
+    QString look()
+    {
+        settle();
+        turnSpectraOn();
+        const QByteArray told = client({ u"watch"_s, u"--for"_s, QString::number(kLookSeconds) }).output;
+        QStringList missing;
+        for (const auto &[key, least] : kTold) {
+            if (const qsizetype count = told.count(' ' + QByteArray(key) + ' '); count < least)
+                missing +=
+                    u"the client is told %1 %2 times (at least %3)"_s.arg(QLatin1StringView(key)).arg(count).arg(least);
+        }
+        return missing.join(u", "_s);
+    }
+
+    /// Tells the simulator to do something. One that it cannot do would make the rest of the run mean less than it
+    /// says.
+    void order(const QByteArray &line)
+    {
+        m_chassis.write(line + '\n');
+        const QByteArray answer = m_chassis.nextLine();
+        const bool isDone = answer.startsWith("ok") || answer == "error: the chassis is busy"; // with a preset
+        if (!isDone && m_fault.isEmpty())
+            m_fault = u"the simulator does not \"%1\": %2"_s.arg(QLatin1StringView(line), QLatin1StringView(answer));
+    }
+    void operate(const QStringList &arguments) { (void)m_screen.operate(arguments); }
+    Outcome client(const QStringList &arguments)
+    {
+        QProcess process;
+        process.start(program(u"zirvo-remote"_s), QStringList{ u"--quiet"_s } + arguments);
+        process.waitForFinished();
+        return { process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
+                 process.readAllStandardOutput() };
     }
 
     QRandomGenerator m_random;
@@ -149,7 +200,48 @@ private:
     Screen m_screen;
     Program m_chassis;
     QProcess m_panel;
+    HealthWatch m_watch;
+    QString m_fault;
 };
+
+/// Runs for @p minutes, at most until something goes wrong, and tells how it went.
+QString run(Soak &soak, int minutes, QTextStream &out)
+{
+    if (!soak.answers())
+        return u"the front panel does not start"_s;
+    out << "minute   rss KiB  descriptors  cpu %  program's own counts" << Qt::endl;
+    HealthWatch::Counts settled;
+    qint64 cpuBefore = 0;
+    quint64 actions = 0;
+    QString fault = soak.fault();
+    for (int minute = 1; minute <= minutes && fault.isEmpty(); ++minute) {
+        actions += quint64(soak.actForAMinute());
+        const HealthWatch::Counts now = soak.watch().counts();
+        out << qSetFieldWidth(6) << minute << qSetFieldWidth(10) << now["rss-kib"] << qSetFieldWidth(13)
+            << now["descriptors"] << qSetFieldWidth(7) << (now["cpu-ms"] - cpuBefore) / 600 << qSetFieldWidth(0) << "  "
+            << soak.watch().lastLine() << Qt::endl;
+        cpuBefore = now["cpu-ms"];
+        fault = soak.fault();
+        if (fault.isEmpty())
+            fault = soak.watch().faultOfMinute();
+        if (fault.isEmpty())
+            fault = soak.untold();
+        if (minute == kSettledMinute && fault.isEmpty())
+            settled = soak.rest();
+    }
+    if (!fault.isEmpty())
+        return fault;
+
+    const HealthWatch::Counts end = soak.rest();
+    out << actions << " actions; at rest: " << end["rss-kib"] << " KiB, " << end["descriptors"] << " descriptors, "
+        << soak.watch().lastLine() << '\n';
+    fault = soak.fault();
+    if (fault.isEmpty() && !soak.answers())
+        fault = u"the front panel does not answer"_s;
+    if (fault.isEmpty())
+        fault = HealthWatch::faultAtRest(end);
+    return fault.isEmpty() && minutes > kSettledMinute ? HealthWatch::growth(settled, end) : fault;
+}
 
 } // namespace
 
@@ -159,42 +251,15 @@ int main(int argc, char *argv[])
     const int minutes = argc > 1 ? QByteArray(argv[1]).toInt() : 60;
     const quint32 seed = argc > 2 ? QByteArray(argv[2]).toUInt() : 1;
     QTextStream out(stdout);
+    out << "seed " << seed << ", " << minutes << " minutes" << Qt::endl;
     Soak soak(seed);
-    if (!soak.answers()) {
-        out << "FAILED: the front panel does not start\n";
-        return 1;
-    }
-    out << "seed " << seed << ", " << minutes << " minutes\n"
-        << "minute   rss KiB  descriptors  cpu %  program's own counts\n";
-    Health settled;
-    Health before;
-    quint64 actions = 0;
-    for (int minute = 1; minute <= minutes && soak.isRunning(); ++minute) {
-        for (const QDeadlineTimer deadline(60'000); !deadline.hasExpired() && soak.isRunning(); ++actions) {
-            soak.act();
-            (void)waitUntil([] { return false; }, kActionMs);
-        }
-        const Health now = soak.health();
-        out << qSetFieldWidth(6) << minute << qSetFieldWidth(10) << now.rssKib << qSetFieldWidth(13) << now.descriptors
-            << qSetFieldWidth(7) << qRound((now.cpuSeconds - before.cpuSeconds) / 0.6) << qSetFieldWidth(0) << "  "
-            << now.told << Qt::endl;
-        before = now;
-        if (minute == qMin(kSettledMinute, minutes))
-            settled = now;
-    }
-
-    soak.settle();
-    const bool runs = soak.isRunning() && soak.answers();
-    (void)waitUntil([] { return false; }, 15'000); // until the program has told once more
-    const Health end = soak.health();
-    const qint64 growth = end.rssKib - settled.rssKib;
-    const bool isBounded = growth <= kMaxGrowthKib && end.descriptors <= settled.descriptors &&
-                           end.count("waiting") <= kMaxWaiting && end.count("to-client") <= kMaxToClient;
-    out << actions << " actions; since minute " << qMin(kSettledMinute, minutes) << ": " << growth << " KiB, "
-        << end.descriptors - settled.descriptors << " descriptors; " << end.told << '\n'
-        << (runs && isBounded ? "PASSED"
-            : runs            ? "FAILED: it grows"
-                              : "FAILED: it does not answer")
-        << Qt::endl;
-    return runs && isBounded ? 0 : 1;
+    const QString fault = run(soak, minutes, out);
+    if (!fault.isEmpty())
+        out << "FAILED: " << fault.trimmed() << Qt::endl;
+    else if (minutes <= kSettledMinute)
+        out << "PASSED but for growth, which only a run of more than " << kSettledMinute << " minutes shows"
+            << Qt::endl;
+    else
+        out << "PASSED" << Qt::endl;
+    return fault.isEmpty() ? 0 : 1;
 }
