@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QLabel>
 #include <QMessageBox>
+#include <QSignalSpy>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -141,6 +142,7 @@ void LinkTest::incoming_data()
     row("reply without data", Query, "U0:PLIST", "U0:PLIST:", true, "5 PLIST U0 PLIST");
     row("two parts are no reply", Query, "U0:PLIST", "U0:PLIST", false, "3 U0 PLIST");
     row("other address, other mnemonic", Query, "R1:FREQ", "R2:FREQ:1|R1:FREX:1", false, "3 R2 FREQ 1|3 R1 FREX 1");
+    row("late ACK", Set, "R1:FREQ:2300", "\x06", true, "5 FREQ"); // it tells no name
     row("late answer", Query, "R1:FREQ", "R1:LATE:7|R1:FREQ:8", true, "3 R1 LATE 7|5 FREQ R1 FREQ 8");
     row("ACK for a query", Query, "R1:FREQ", "\x06", false, "8");
     row("NAK for a query", Query, "R1:FREQ", "\x15", true, "6 FREQ");
@@ -163,21 +165,29 @@ void LinkTest::incoming()
     QFETCH(bool, completes);
     QFETCH(QByteArray, delivered);
 
-    Rig rig;
-    rig.far.ack(); // nobody waits
-    QVERIFY(rig.settle());
-    rig.queue(Query, "R1:LATE");
-    rig.queue(type, waiting);
-    rig.queue(Query, "R1:NEXT");
-    QVERIFY(rig.waitInFlight("R1:LATE"));
-    rig.timeOutNow();
-    QVERIFY(rig.waitInFlight(waiting));
+    const QByteArray late = type == Set ? "R1:LATE:1" : "R1:LATE";
+    const QByteArray bytes = '\x02' + frames.replace("|", "\r\x02") + '\r';
+    for (const qsizetype pieceSize : { bytes.size(), qsizetype(1) }) {
+        Rig rig;
+        rig.far.ack(); // nobody waits
+        QVERIFY(rig.settle());
+        rig.queue(type == Set ? Set : Query, late);
+        rig.queue(type, waiting);
+        rig.queue(Query, "R1:NEXT");
+        QVERIFY(rig.waitInFlight(late));
+        rig.timeOutNow();
+        QVERIFY(rig.waitInFlight(waiting));
 
-    rig.far.send('\x02' + frames.replace("|", "\r\x02") + '\r');
-    QVERIFY(rig.settle());
-    QVERIFY(rig.waitInFlight(completes ? QByteArray("R1:NEXT") : waiting));
-    rig.link.TimeOutTmr_Tick(); // stale: the time of the one in flight still runs
-    QCOMPARE(rig.delivered.join('|'), "8|7 LATE|" + delivered);
+        for (qsizetype sent = 0; sent < bytes.size(); sent += pieceSize) {
+            const QSignalSpy reads(&rig.link.port(), &QSerialPort::readyRead);
+            rig.far.send(bytes.mid(sent, pieceSize));
+            QVERIFY(waitUntil([&reads] { return !reads.isEmpty(); }));
+        }
+        QVERIFY(rig.settle());
+        QVERIFY(rig.waitInFlight(completes ? QByteArray("R1:NEXT") : waiting));
+        rig.link.TimeOutTmr_Tick(); // stale: the time of the one in flight still runs
+        QCOMPARE(rig.delivered.join('|'), "8|7 LATE|" + delivered);
+    }
 }
 
 void LinkTest::markerAndNoTimeOut()
