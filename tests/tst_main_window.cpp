@@ -59,6 +59,7 @@ private Q_SLOTS:
 
 private:
     [[nodiscard]] FarEnd &chassis() { return m_bench->chassis(); }
+    [[nodiscard]] QString words();
     [[nodiscard]] bool isVisible(const QString &name) { return m_bench->find<QWidget>(name).isVisible(); }
     [[nodiscard]] QDoubleSpinBox &frequency(qsizetype place = 0)
     {
@@ -100,6 +101,8 @@ void MainWindowTest::act(const QByteArray &what)
 {
     if (what == "about")
         pick({ u"Help"_s, u"About"_s });
+    else if (what == "presets")
+        m_bench->action(u"actionLoadPreset"_s).trigger();
     else if (what == "return")
         QTest::keyClick(WindowBench::box(kAbout), Qt::Key_Return);
     else if (what == "close")
@@ -218,54 +221,77 @@ void MainWindowTest::spectralLink()
     QVERIFY(waitUntil([&] { return qobject_cast<SpectralChan *>(links[4]->channels()[2])->getRFFT() == u"7f7e"; }));
 }
 
+/// The texts of the status line and of what says that panels are stale, each between two "|".
+QString MainWindowTest::words()
+{
+    auto *const line = qobject_cast<LinkStatusLine *>(m_bench->window().statusBar());
+    line->refresh();
+    QStringList texts;
+    for (const QLabel *label : line->findChildren<QLabel *>())
+        texts += label->isVisible() ? QStringList{ label->text() } : QStringList();
+    for (const QLabel *label : m_bench->window().centralWidget()->findChildren<QLabel *>()) {
+        if (label->isVisible() && label->text().startsWith("STALE: "_L1))
+            texts += label->text();
+    }
+    return u'|' + texts.join(u'|') + u'|';
+}
+
 void MainWindowTest::linkStates()
 {
-    // The words of the status line, and how many panels say that they are stale
-    const auto words = [this] {
-        QStringList texts;
-        auto *const line = qobject_cast<LinkStatusLine *>(m_bench->window().statusBar());
-        line->refresh();
-        for (const QLabel *label : line->findChildren<QLabel *>()) {
-            if (label->isHidden())
-                continue;
-            texts += label->text().remove(QRegularExpression(u"[0-9:]{8}$"_s));
-        }
-        qsizetype stale = 0;
-        for (const QLabel *label : m_bench->window().centralWidget()->findChildren<QLabel *>())
-            stale += label->isVisible() && label->text().startsWith("STALE: "_L1) ? 1 : 0;
-        return texts.join(u'|') + u'|' + QString::number(stale);
-    };
+    const auto has = [this](const QString &text) { return words().contains(text); };
+    const auto isStale = [&](const QString &why) { return has(u"|STALE: %1|STALE: %1|"_s.arg(why)); };
     m_bench->start();
-    QVERIFY(words().contains("Chassis: opening"_L1) || words().contains("Chassis: waiting for the chassis"_L1));
+    QVERIFY(has(u"|Chassis: opening|"_s));
+    m_bench->commandLink()->EstablishCommTmr_Tick();
+    QVERIFY(has(u"|Chassis: waiting for the chassis|"_s));
     chassis().ignore("R1:FREQ");
+    chassis().ignore("R2:CATN"); // counted in every reading
+    chassis().refuse("R2:CIF1");
     chassis().setAnswering(true);
-    QVERIFY(waitUntil([&] { return words().contains("Chassis: reading settings"_L1); }));
+    QVERIFY(chassis().waitForFrame("R1:FREQ"));
+    auto *const progress = m_bench->window().statusBar()->findChild<QProgressBar *>();
+    QVERIFY(has(u"|Chassis: reading settings|"_s) && progress->isVisible());
+    QCOMPARE(progress->text(), u"15 of 62"_s);
     chassis().behave("R1:FREQ");
     chassis().sendFrame("R1:FREQ:2250.5");
     QVERIFY(m_bench->goLive());
-    const QString live = u"Last message 0 s ago, 0 time-outs, 0 refusals|Chassis: live|Eye link: live|"_s
-                         u"Remote: no client|Remote status: live|Spectrum: opening|0"_s;
-    QCOMPARE(words(), live);
+    QVERIFY(has(u"|Last message 0 s ago, 1 time-out, 1 refusal|"_s) && !progress->isVisible());
+    FarEnd &client = m_bench->links().remote();
+    client.sendFrame("U0:REMOTE:1\x06"); // answers nothing
+    m_bench->report({ "R1:SSLV:-61" });
+    QVERIFY(
+        words().endsWith(u"|Chassis: live|Eye link: live|Remote: no client|Remote status: live|Spectrum: opening|"_s));
+    client.setHandler([&client](const QByteArray &frame) {
+        if (frame == "U0:REMOTE?")
+            client.sendFrame("U0:REMOTE:1\x06");
+    });
+    m_bench->system()->RemoteStatusTimeOut();
+    QVERIFY(waitUntil([&] { return has(u"|Remote: client present|"_s); }));
+    QVERIFY(waitUntil([&] { return isStale(u"chassis silent"_s); }, 8000));
 
-    chassis().refuse("R1:AGCT");
-    (void)m_bench->sentBy([this] { m_bench->receiver(0)->setAGCT(u"3"_s); });
-    QVERIFY(words().startsWith("R1 AGCT: refused by the chassis|"_L1));
-    m_bench->links().remote().sendFrame("U0:REMOTE:1\x06"); // answers nothing
+    QStringList times;
+    for (int second = 0; second < 3; ++second)
+        times += QTime::currentTime().addSecs(second).toString(u"hh:mm:ss"_s);
     m_bench->links().eye().unplug();
     chassis().unplug();
-    QVERIFY(waitUntil([&] { return words().contains("Chassis: lost since |Eye link: lost since |"_L1); }, 700));
-    QVERIFY(words().endsWith("|2"_L1));
-    QVERIFY(m_bench->window().width() <= 1271);
+    const QRegularExpression lost(u"\\|Chassis: lost since (.{8})\\|Eye link: lost since (.{8})\\|"_s);
+    QVERIFY(waitUntil([&] { return lost.match(words()).hasMatch(); }, 700));
+    const QRegularExpressionMatch since = lost.match(words());
+    QVERIFY2(times.contains(since.captured(1)) && times.contains(since.captured(2)), qPrintable(words()));
+    QVERIFY(isStale(u"no link"_s) && m_bench->window().width() <= 1271);
     m_bench->typeHalfAnEntry();
     chassis().setValue("R2:FREQ", "2299.5");
     chassis().plug();
     m_bench->links().eye().plug();
-    QVERIFY(waitUntil([&] { return words().contains("Chassis: reading settings"_L1); }, 10'000));
-    QVERIFY(words().endsWith("|2"_L1)); // until they are told anew
-    QVERIFY(waitUntil([&] { return words().contains("Chassis: live|Eye link: live|"_L1); }));
-    QVERIFY(words().endsWith("|0"_L1));
+    QVERIFY(waitUntil([&] { return has(u"|Chassis: waiting for the chassis|"_s) && isStale(u"no answer"_s); }));
+    QVERIFY(waitUntil([&] { return has(u"|Chassis: reading settings|"_s) && isStale(u"being read anew"_s); }));
+    QVERIFY(waitUntil([&] { return has(u"|Chassis: live|Eye link: live|"_s) && !has(u"STALE"_s); }));
+    QVERIFY2(has(u", 2 time-outs, 2 refusals|"_s), qPrintable(words()));
     QCOMPARE(frequency(1).value(), 2299.5);
     QCOMPARE(frequency(0).text(), u"2300"_s);
+    chassis().refuse("R1:AGCT");
+    (void)m_bench->sentBy([this] { m_bench->receiver(0)->setAGCT(u"3"_s); });
+    QVERIFY(has(u"|R1 AGCT: refused by the chassis|"_s));
 }
 
 void MainWindowTest::timers()
@@ -420,6 +446,7 @@ void MainWindowTest::end_data()
     row("closed behind both wait boxes", "U0:TRON:ON", { "UPDT:0", "PDONE:0", "close" });
     row("closed behind the box of a link", "none", { "close" });
     row("closed behind the about box", "U0:TRON:ON", { "about", "close" });
+    row("closed behind the list of presets", "U0:TRON:ON", { "presets", "close" });
 }
 
 void MainWindowTest::end()
@@ -444,12 +471,14 @@ void MainWindowTest::end()
         m_bench->action(u"actionExternalRef"_s).trigger();
     }
     QVERIFY(!hasLink || chassis().waitForFrame(moment));
-    const QByteArray before = chassis().bytes();
+    QVERIFY(moment != "none" || words().contains(u"|Chassis: not present|"_s));
+    chassis().setValue("U0:PLIST", "day night ");
+    const QByteArray before = chassis().bytes() + (acts.contains("presets") ? "\x02U0:PLIST\x0D" : "");
 
     QList<WindowBench::Step> steps;
     const qsizetype linkBoxes = moment == "none"; // the link tells about its device
     for (const QByteArray &what : acts)
-        steps += { [boxes = steps.size() + linkBoxes] { return WindowBench::boxCount() == boxes; },
+        steps += { [boxes = steps.size() + linkBoxes] { return WindowBench::visible<QDialog>().size() == boxes; },
                    [this, what] { act(what); } };
     if (!acts.isEmpty()) {
         QTimer::singleShot(0, this, [&] { QVERIFY(WindowBench::takeSteps(steps)); });
