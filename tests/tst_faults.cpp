@@ -43,14 +43,16 @@ const LinkName &linkNamed(const QString &name)
     return *std::ranges::find_if(kLinks, [&name](const LinkName &link) { return link.name == name; });
 }
 
-/// What a start and a repeated start ask the chassis, and the bench's own.
-bool isStartupRequest(const QByteArray &frame)
+const QByteArrayList kAskedAgain{ "U0:VER", "U0:VERTSKB", "U0:SYSID:RACK-7", "U0:TRON:ON" };
+
+/// What a start asks a channel of the bench's chassis.
+QByteArrayList queries(const QString &address)
 {
-    static const QByteArrayList requests =
-        QByteArrayList{ "U0:TRON:OFF", "U0:TRON:ON", "U0:VER", "U0:VERTSKB", "U0:SYSID:RACK-7", "U0:CLST" } +
-        LinkBench::systemQueries() + LinkBench::receiverQueries("R1") + LinkBench::receiverQueries("R2") +
-        LinkBench::demodulatorQueries("D1", true);
-    return requests.contains(frame);
+    if (address == "U0"_L1)
+        return LinkBench::systemQueries();
+    if (address.startsWith(u'R'))
+        return LinkBench::receiverQueries(address.toLatin1());
+    return address.startsWith(u'D') ? LinkBench::demodulatorQueries(address.toLatin1(), true) : QByteArrayList();
 }
 
 /// Stands for data that does not fit into a row.
@@ -75,7 +77,11 @@ class FaultsTest : public QObject
 
 private Q_SLOTS:
     void initTestCase() { fillActs(); }
-    void init() { m_bench = std::make_unique<WindowBench>(); }
+    void init()
+    {
+        m_bench = std::make_unique<WindowBench>();
+        m_requests.clear();
+    }
     void cleanup() { m_bench.reset(); }
 
     void scenario_data();
@@ -84,6 +90,7 @@ private Q_SLOTS:
 private:
     [[nodiscard]] FarEnd &chassis() { return m_bench->chassis(); }
     [[nodiscard]] FarEnd &far(const QString &link) { return (m_bench->links().*linkNamed(link).far)(); }
+    [[nodiscard]] FarEnd &card() { return far(u"spectral"_s); }
     [[nodiscard]] Link *link(const QString &name);
     [[nodiscard]] QByteArrayList frames() { return chassis().framesSince(m_mark); }
     [[nodiscard]] QStringList words();
@@ -91,9 +98,11 @@ private:
     void fillActs();
     void use(const QString &name);
     [[nodiscard]] bool isUsed(const QString &name);
+    void expectReading();
     void pull(const QString &name);
     void putBack(const QString &name);
     void answer(const QByteArray &key);
+    [[nodiscard]] bool isAskedOfCard(const QByteArray &frame);
     void doubleAnswers();
     void start(const QByteArray &seconds);
     [[nodiscard]] bool isRest();
@@ -104,6 +113,7 @@ private:
     QHash<QString, std::function<void(QByteArray)>> m_acts;
     QHash<QString, std::function<bool(const QByteArray &)>> m_waits;
     qsizetype m_mark = 0;
+    QByteArrayList m_requests; ///< what a start since then has to ask once, beside every setting
     int m_fence = 0;
     int m_blocks = 0;
 };
@@ -149,8 +159,14 @@ QString FaultsTest::outcome()
     note(u"channels"_s, addresses.size() - addresses.filter(u"SP"_s).size(), 3);
     note(u"boxes"_s, WindowBench::visible<QDialog>().size(), 0);
     QByteArrayList sent = frames();
-    sent.removeIf(isStartupRequest);
+    QByteArrayList unasked = m_requests;
+    for (const QString &address : m_requests.isEmpty() ? QStringList() : addresses)
+        unasked += queries(address);
+    sent.removeIf([&unasked](const QByteArray &frame) { return unasked.removeOne(frame); });
     note(u"sent"_s, sent.join(','), QByteArray());
+    note(u"unasked"_s, unasked.join(','), QByteArray());
+    const QByteArrayList &asked = card().frames();
+    note(u"doubled on the spectral link"_s, asked.size() - QSet<QByteArray>(asked.begin(), asked.end()).size(), 0);
     for (const QString &text : words()) {
         if (text.contains("no answer"_L1) || text.contains("refused"_L1) || text.contains("lost"_L1) ||
             text.contains("not present"_L1) || (text.startsWith("Chassis: "_L1) && text != "Chassis: live"_L1))
@@ -200,13 +216,25 @@ bool FaultsTest::isUsed(const QString &name)
     return WindowBench::hasStarted(*link(name), end);
 }
 
+/// From here on a start is repeated.
+void FaultsTest::expectReading()
+{
+    m_mark = chassis().frames().size();
+    const bool knowsCards = link(u"command"_s)->channels().size() > 1;
+    m_requests = kAskedAgain + QByteArrayList(knowsCards ? 0 : 1, "U0:CLST");
+}
+
 void FaultsTest::pull(const QString &name)
 {
     far(name).unplug();
     far(name).clear();
     m_mark = chassis().frames().size();
-    if (Link *const open = link(name))
-        open->findChild<LinkGuard *>()->check();
+    Link *const open = link(name);
+    if (!open)
+        return;
+    if (name == "command"_L1)
+        expectReading();
+    open->findChild<LinkGuard *>()->check();
 }
 
 void FaultsTest::putBack(const QString &name)
@@ -225,6 +253,13 @@ void FaultsTest::answer(const QByteArray &key)
         chassis().sendFrame(key + ':' + chassis().value(key));
 }
 
+/// The spectral link's start goes on by this: the seconds that it lets pass are over at once.
+bool FaultsTest::isAskedOfCard(const QByteArray &frame)
+{
+    (void)WindowBench::hasStarted(*link(u"spectral"_s), card());
+    return card().frames().contains(frame);
+}
+
 void FaultsTest::doubleAnswers()
 {
     chassis().setHandler([this](const QByteArray &frame) {
@@ -237,6 +272,7 @@ void FaultsTest::start(const QByteArray &seconds)
 {
     qputenv("ZIRVO_STARTUP_SECONDS", seconds);
     chassis().setAnswering(true);
+    m_requests = kAskedAgain + QByteArrayList{ "U0:TRON:OFF", "U0:CLST" };
     m_bench->start();
 }
 
@@ -253,6 +289,10 @@ void FaultsTest::fillActs()
     act(u"value"_s, [this](const QByteArray &t) { chassis().setValue(t.split('=')[0], t.split('=')[1]); });
     act(u"twice"_s, [this](const QByteArray &) { doubleAnswers(); });
     act(u"power"_s, [this](const QByteArray &t) { chassis().setAnswering(t == "on"); });
+    // The card at the far end of the spectral link
+    act(u"lacks"_s, [this](const QByteArray &t) { card().ignore(t); });
+    act(u"has"_s, [this](const QByteArray &t) { card().behave(t); });
+    wait(u"asked"_s, [this](const QByteArray &t) { return isAskedOfCard(t); });
     // The operator
     act(u"tune"_s, [frequency](const QByteArray &t) { enter(frequency(), QString::fromLatin1(t)); });
     act(u"half"_s, [this](const QByteArray &) { m_bench->typeHalfAnEntry(); });
@@ -262,6 +302,7 @@ void FaultsTest::fillActs()
             ->findChild<QPushButton *>(QString::fromLatin1(t))
             ->click();
     });
+    act(u"anew"_s, [this](const QByteArray &) { expectReading(); }); // all is about to be asked again
     // Cables
     act(u"unplug"_s, [this](const QByteArray &t) { pull(QString::fromLatin1(t)); });
     act(u"plug"_s, [this](const QByteArray &t) { putBack(QString::fromLatin1(t)); });
@@ -354,7 +395,7 @@ void addStartFaults()
     row("start: no setting told",
         u"ignore U0:NAME; "_s + asks +
             u"await U0:NAME; power off; timeouts; "_s
-            u"words waiting for the chassis; power on; words Chassis: live; settle"_s,
+            u"words waiting for the chassis; anew; power on; words Chassis: live; settle"_s,
         {});
     row("start: answers before their questions",
         u"ignore R1:FREQ; "_s + asks +
@@ -364,7 +405,7 @@ void addStartFaults()
     row("start: power cut while settings are read",
         u"ignore R1:FREQ; "_s + asks +
             u"await R1:FREQ; power off; timeout; await R1:IFLS; timeout; send loading; power on; answer R1:FREQ; "_s
-            u"words waiting for the chassis; words Chassis: live; settle"_s,
+            u"words waiting for the chassis; anew; words Chassis: live; settle"_s,
         {});
     const QString first = u"value U0:CLST=0103 MPU 2.3 TUNER A1 X,0121 FPGA1 1.9 TUNER A1 X,"_s;
     row("start: card list cut off", first + u"0104 MPU 2.3 TU; "_s + asks + u"used command; settle"_s,
@@ -373,25 +414,37 @@ void addStartFaults()
         u"panels=1 channels=2"_s);
 }
 
-/// Every cable pulled and put back in every phase.
+/// Every cable pulled and put back in every phase in which its link is open.
 void addPulledCables()
 {
     const auto rows = [](const char *phase, const QString &before, const QString &after, const QString &outcome) {
         for (const LinkName &link : kLinks) {
-            const QString use = u"; use %1; used %1"_s.arg(link.name);
-            const QString plug = u"; plug "_s + link.name;
-            const QString way = before.startsWith("live"_L1)
-                                    ? u"; words "_s + link.words + u"lost"_s + plug + use + u"; "_s + after
-                                    : plug + u"; "_s + after + use;
             QTest::addRow("%s, %s", phase, qPrintable(link.name))
-                << before + u"; unplug "_s + link.name + way + u"; settle"_s << outcome;
+                << before + u"; unplug %1; words %2lost; plug %1; use %1; used %1; "_s.arg(link.name, link.words) +
+                       after + u"; settle"_s
+                << outcome;
         }
     };
-    rows("countdown", u"start 3; tick"_s, u"used command"_s, {});
-    rows("version asked", u"ignore U0:VER; start 0; tick; await U0:VER"_s, u"answer U0:VER; used command"_s, {});
-    rows("cards asked", u"ignore U0:CLST; start 0; tick; await U0:CLST"_s, u"answer U0:CLST; used command"_s, {});
-    rows("settings read", u"ignore R2:AGCF; start 0; tick; await R2:AGCF"_s, u"answer R2:AGCF; used command"_s, {});
-    rows("live", u"live"_s, u"tune 2260.5"_s, u"R1=2260.5 sent=R1:FREQ:2260.5"_s);
+    row("countdown", u"start 3; tick; unplug command; plug command; used command; settle"_s, {});
+    row("spectral link: countdown",
+        u"live; unplug spectral; words Spectrum: lost; plug spectral; used spectral; settle"_s, {});
+    for (const auto &[phase, request, cardRequest] :
+         { std::tuple("version asked", u"U0:VER"_s, u"U0:VER"_s), std::tuple("cards asked", u"U0:CLST"_s, u"U0:CLST"_s),
+           std::tuple("settings read", u"R2:AGCF"_s, u"SP2:SPAN"_s) }) {
+        QTest::addRow("%s", phase) << u"ignore %1; start 0; tick; await %1; unplug command; plug command; answer %1; "
+                                      "used command; settle"_s.arg(request)
+                                   << QString();
+        QTest::addRow("spectral link: %s", phase)
+            << u"live; lacks %1; asked %1; unplug spectral; words Spectrum: lost; plug spectral; has %1; "
+               "used spectral; settle"_s.arg(cardRequest)
+            << QString();
+    }
+    for (const LinkName &link : kLinks.sliced(1)) {
+        QTest::addRow("absent at start, %s", qPrintable(link.name))
+            << u"unplug %1; start 0; tick; used command; plug %1; settle"_s.arg(link.name)
+            << u"boxes=1 "_s + link.words + u"not present"_s;
+    }
+    rows("live", u"live; used spectral"_s, u"tune 2260.5"_s, u"R1=2260.5 sent=R1:FREQ:2260.5"_s);
     rows("half an entry", u"live; half"_s, u"settle"_s, u"R1=2300"_s);
     rows("wait box", u"live; send U0:PDONE:0; box"_s, u"send U0:PDONE:1; nobox"_s, {});
     rows("preset dialog", u"live; value U0:PLIST=a b ; menu actionLoadPreset; box"_s, u"press btnLoad; nobox"_s,
@@ -416,11 +469,10 @@ void FaultsTest::scenario()
     QFETCH(QString, outcome);
     if (script.contains("Advanced"_L1))
         m_bench->links().fit({ LinkBench::kReceivers, "DEMOD1 MPU 1.2 K3050 S1" });
-    FarEnd &card = m_bench->links().spectral();
-    card.setAnswering(true);
-    card.setHandler([&card](const QByteArray &frame) {
+    card().setAnswering(true);
+    card().setHandler([this](const QByteArray &frame) {
         if (frame == "U0:SYSID") // it is told no identifier
-            card.ack();
+            card().ack();
     });
     if (script.startsWith("live; "_L1)) {
         QVERIFY(m_bench->goLive());
