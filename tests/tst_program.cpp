@@ -106,12 +106,19 @@ void ProgramTest::endsBySignal_data()
 {
     QTest::addColumn<int>("signal");
     QTest::addColumn<int>("startupSeconds");
-    QTest::addColumn<QByteArray>("moment");
+    QTest::addColumn<QByteArray>("moment"); // a request that is not answered, or the last one
+    QTest::addColumn<QByteArray>("then");   // what happens to the cable before the signal
+    const auto row = [](const char *name, int signal, int startupSeconds, const char *moment, const char *then = "") {
+        QTest::newRow(name) << signal << startupSeconds << QByteArray(moment) << QByteArray(then);
+    };
     for (const auto &[name, signal] : { std::pair("SIGTERM", SIGTERM), std::pair("SIGINT", SIGINT) }) {
-        QTest::addRow("%s during the countdown", name) << signal << 60 << QByteArray("U0:TRON:OFF");
-        QTest::addRow("%s while settings are read", name) << signal << 0 << QByteArray("R1:FLST");
-        QTest::addRow("%s when live", name) << signal << 0 << QByteArray("U0:TRON:ON");
+        row(name + QByteArray(" during the countdown"), signal, 60, "U0:TRON:OFF");
+        row(name + QByteArray(" while settings are read"), signal, 0, "R1:FLST");
+        row(name + QByteArray(" when live"), signal, 0, "U0:TRON:ON");
     }
+    row("SIGTERM while settings are read anew", SIGTERM, 0, "U0:TRON:ON", "replug");
+    row("SIGTERM before thousands of requests", SIGTERM, 0, "TM2-0:ADDR");
+    row("SIGTERM while nothing goes out", SIGTERM, 0, "U0:TRON:ON", "jam");
 }
 
 void ProgramTest::endsBySignal()
@@ -119,21 +126,37 @@ void ProgramTest::endsBySignal()
     QFETCH(int, signal);
     QFETCH(int, startupSeconds);
     QFETCH(QByteArray, moment);
+    QFETCH(QByteArray, then);
     LinkBench bench(startupSeconds);
     FarEnd &chassis = bench.command();
-    if (moment == "R1:FLST")
+    QByteArrayList cards{ LinkBench::kReceivers };
+    for (int card = 1; card < 100 && moment.startsWith("TM"); ++card)
+        cards += "TM" + QByteArray::number(card);
+    bench.fit(cards);
+    if (!moment.startsWith("U0:"))
         chassis.ignore(moment); // holds the program in the middle of its start-up
     chassis.setAnswering(true);
     Program program(kFrontPanel, { u"RACK-7"_s });
     QVERIFY(chassis.waitForFrame(moment, kStartMs));
+    if (then == "replug") {
+        chassis.unplug();
+        chassis.ignore("R2:FREQ");
+        chassis.clear();
+        chassis.plug();
+        QVERIFY(chassis.waitForFrame("R2:FREQ", kStartMs));
+    } else if (then == "jam") {
+        chassis.jam();
+    }
     // A terminal and a script behind it may both pass one Ctrl+C on: the second must not cut the end short.
     const QDeadlineTimer deadline(kStartMs);
     do
         QVERIFY(program.signal(signal));
     while (signal == SIGINT && !program.waitForFinished(0) && !deadline.hasExpired());
     QVERIFY2(program.ends(0), qPrintable(u"exit code %1"_s.arg(program.exitCode())));
-    QVERIFY(waitUntil([&] { return chassis.frames().count("U0:TRON:OFF") == 2; }));
-    QVERIFY(chassis.bytes().endsWith("\x02U0:TRON:OFF\x0D"));
+    const int wanted = then == "replug" ? 1 : 2;
+    QCOMPARE(waitUntil([&] { return chassis.frames().count("U0:TRON:OFF") == wanted; }, then == "jam" ? 100 : 5000),
+             then != "jam");
+    QVERIFY(then == "jam" || chassis.bytes().endsWith("\x02U0:TRON:OFF\x0D"));
 }
 
 void ProgramTest::endsWithChassis_data()

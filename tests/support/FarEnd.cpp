@@ -45,6 +45,8 @@ void FarEnd::unplug()
 
 void FarEnd::setReading(bool reading) { m_notifier->setEnabled(reading); }
 
+void FarEnd::jam() { ::tcflow(m_slave, TCOOFF); }
+
 void FarEnd::clear()
 {
     m_bytes.clear();

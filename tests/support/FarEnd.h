@@ -40,6 +40,8 @@ public:
 
     /// Takes what arrives, as from the start, or leaves it in the terminal.
     void setReading(bool reading);
+    /// From now on not even the terminal takes anything.
+    void jam();
 
     /// Waits until at least @p count frames have arrived.
     [[nodiscard]] bool waitForFrames(qsizetype count, int timeOutMs = 5000);
