@@ -1,12 +1,10 @@
 #include "channels/UniversalChan.h"
-#include "frontpanel/LinkStatusLine.h"
 #include "link/EyeConstData.h"
 #include "link/LinkGuard.h"
 #include "support/Keys.h"
 #include "support/WindowBench.h"
 
 #include <QDoubleSpinBox>
-#include <QLabel>
 #include <QPushButton>
 #include <QTest>
 
@@ -93,7 +91,6 @@ private:
     [[nodiscard]] FarEnd &card() { return far(u"spectral"_s); }
     [[nodiscard]] Link *link(const QString &name);
     [[nodiscard]] QByteArrayList frames() { return chassis().framesSince(m_mark); }
-    [[nodiscard]] QStringList words();
     [[nodiscard]] QString outcome();
     void fillActs();
     void use(const QString &name);
@@ -127,16 +124,6 @@ Link *FaultsTest::link(const QString &name)
     return nullptr;
 }
 
-QStringList FaultsTest::words()
-{
-    auto *const line = qobject_cast<LinkStatusLine *>(m_bench->window().statusBar());
-    line->refresh();
-    QStringList texts;
-    for (const QLabel *label : line->findChildren<QLabel *>())
-        texts += label->text();
-    return texts;
-}
-
 /// "" for a head at rest with everything as it was at start, else what differs.
 QString FaultsTest::outcome()
 {
@@ -167,7 +154,7 @@ QString FaultsTest::outcome()
     note(u"unasked"_s, unasked.join(','), QByteArray());
     const QByteArrayList &asked = card().frames();
     note(u"doubled on the spectral link"_s, asked.size() - QSet<QByteArray>(asked.begin(), asked.end()).size(), 0);
-    for (const QString &text : words()) {
+    for (const QString &text : m_bench->words()) {
         if (text.contains("no answer"_L1) || text.contains("refused"_L1) || text.contains("lost"_L1) ||
             text.contains("not present"_L1) || (text.startsWith("Chassis: "_L1) && text != "Chassis: live"_L1))
             differences += text;
@@ -317,7 +304,8 @@ void FaultsTest::fillActs()
     wait(u"await"_s, [this](const QByteArray &t) { return frames().contains(t); });
     wait(u"box"_s, [](const QByteArray &) { return QApplication::activeModalWidget() != nullptr; });
     wait(u"nobox"_s, [](const QByteArray &) { return !QApplication::activeModalWidget(); });
-    wait(u"words"_s, [this](const QByteArray &t) { return words().join(u'|').contains(QString::fromLatin1(t)); });
+    wait(u"words"_s,
+         [this](const QByteArray &t) { return m_bench->words().join(u'|').contains(QString::fromLatin1(t)); });
     wait(u"timeouts"_s, [this](const QByteArray &) { return timeOut(), isRest(); });
     act(u"fence"_s, [this](const QByteArray &) { chassis().sendFrame("U0:LAGC:" + QByteArray::number(++m_fence)); });
     wait(u"passed"_s,

@@ -5,7 +5,6 @@
 
 #include "channels/UniversalChan.h"
 #include "controls/FocusReturn.h"
-#include "frontpanel/LinkStatusLine.h"
 
 #include <QSerialPort>
 #include <QtTest>
@@ -224,11 +223,7 @@ void MainWindowTest::spectralLink()
 /// The texts of the status line and of what says that panels are stale, each between two "|".
 QString MainWindowTest::words()
 {
-    auto *const line = qobject_cast<LinkStatusLine *>(m_bench->window().statusBar());
-    line->refresh();
-    QStringList texts;
-    for (const QLabel *label : line->findChildren<QLabel *>())
-        texts += label->isVisible() ? QStringList{ label->text() } : QStringList();
+    QStringList texts = m_bench->words();
     for (const QLabel *label : m_bench->window().centralWidget()->findChildren<QLabel *>()) {
         if (label->isVisible() && label->text().startsWith("STALE: "_L1))
             texts += label->text();

@@ -6,8 +6,10 @@
 #include "channels/UniversalChan.h"
 #include "controls/DecimalSpinBox.h"
 #include "controls/FocusReturn.h"
+#include "frontpanel/LinkStatusLine.h"
 #include "support/Wait.h"
 
+#include <QLabel>
 #include <QTest>
 
 namespace {
@@ -100,6 +102,16 @@ QTimer *WindowBench::runningTimer(int intervalMs) const
             return timer;
     }
     return nullptr;
+}
+
+QStringList WindowBench::words() const
+{
+    auto *const line = qobject_cast<LinkStatusLine *>(m_window->statusBar());
+    line->refresh();
+    QStringList texts;
+    for (const QLabel *label : line->findChildren<QLabel *>())
+        texts += label->isVisible() ? QStringList{ label->text() } : QStringList();
+    return texts;
 }
 
 UniversalChan *WindowBench::system() const { return channel<UniversalChan>(m_commandLink, 0); }

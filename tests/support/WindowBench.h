@@ -62,6 +62,9 @@ public:
     /// The window's timer that runs with this interval; null if none does.
     [[nodiscard]] QTimer *runningTimer(int intervalMs) const;
 
+    /// What the status line shows of the links as they are now.
+    [[nodiscard]] QStringList words() const;
+
     /// Frames that @p act makes the window send. A marker request made behind it ends the list; when this returns,
     /// every one of them is answered or timed out, and the outcome is shown.
     [[nodiscard]] QByteArrayList sentBy(const std::function<void()> &act);
