@@ -144,10 +144,8 @@ private:
         const QString mnemonic = text.section(u':', 1, 1);
         if (mnemonic == "CLST"_L1)
             return; // the chassis is as the first byte says
-        const auto type = text.count(u':') == 1 ? StandardCommand::Query : StandardCommand::Set;
         m_mnemonics.insert(mnemonic);
-        m_link.EmitRcvdCmd(new StandardCommand(nullptr, text.section(u':', 0, 0), mnemonic, text.section(u':', 2),
-                                               StandardCommand::Received, type, StandardCommand::kTimeOutMs));
+        m_link.EmitRcvdCmd(new StandardCommand(StandardCommand::fromCard(text)));
     }
 
     void serve(const QString &text)
@@ -165,8 +163,13 @@ private:
     void reply(const QString &data)
     {
         const StandardCommand *const command = m_link.txmtCmdQueue().inFlight();
-        if (command && command->type() == StandardCommand::Query && command->mnemonic() != "CLST"_L1)
-            answer(command->address() + u':' + command->mnemonic() + u':' + data);
+        if (!command || command->mnemonic() == "CLST"_L1)
+            return;
+        const QString text = command->address() + u':' + command->mnemonic() + u':' + data;
+        if (command->isAnsweredBy(StandardCommand::fromCard(text)))
+            answer(text);
+        else
+            report(text);
     }
 
     void answer(const QString &text)

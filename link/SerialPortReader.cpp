@@ -6,15 +6,10 @@
 #include "link/SerialPortController.h"
 
 #include <QSerialPort>
-#include <QStringList>
 
 #include <memory>
 
-using namespace Qt::StringLiterals;
-
 namespace {
-
-constexpr qsizetype kRegisterNumberSize = 2;
 
 // Bounds for the remote client. A frame of it is a line of text; one that is longer is rubbish.
 constexpr qsizetype kMaxClientFrameSize = 4096;
@@ -28,11 +23,6 @@ FrameDecoder decoderFor(SerialPortController::PORT_TYPE type)
     if (type == SerialPortController::REMOTE_LINK)
         return FrameDecoder(FrameDecoder::kCr, kMaxClientFrameSize);
     return FrameDecoder(FrameDecoder::kCr);
-}
-
-bool namesSameRegister(const QString &a, const QString &b)
-{
-    return QStringView(a).left(kRegisterNumberSize) == QStringView(b).left(kRegisterNumberSize);
 }
 
 } // namespace
@@ -122,10 +112,8 @@ void SerialPortReader::HandleStandardCommand(const QByteArray &frame)
     const QString text = QString::fromLocal8Bit(frame);
     if (frame.size() == 1)
         handleAcknowledgement(text);
-    else if (text.contains(u':'))
-        handleMessage(text);
     else
-        deliverUnparsed(text);
+        handleMessage(text);
 }
 
 void SerialPortReader::handleAcknowledgement(const QString &frame)
@@ -137,42 +125,22 @@ void SerialPortReader::handleAcknowledgement(const QString &frame)
     if (queue.isAwaitingAnswer() && (isNak || (isAck && queue.inFlight()->type() == StandardCommand::Set)))
         completeCommandInFlight(frame);
     else
-        deliverUnparsed(frame);
+        m_controller->EmitRcvdCmd(new StandardCommand(nullptr, frame, StandardCommand::Unparsed, StandardCommand::Set));
 }
 
 void SerialPortReader::handleMessage(const QString &frame)
 {
-    const QStringList parts = frame.split(u':');
-    const QString &address = parts[0];
-    const QString &mnemonic = parts[1];
-    if (parts.size() == 2) {
-        m_controller->EmitRcvdCmd(new StandardCommand(nullptr, address, mnemonic, {}, StandardCommand::Received,
-                                                      StandardCommand::Query, StandardCommand::kTimeOutMs));
+    auto message = std::make_unique<StandardCommand>(StandardCommand::fromCard(frame));
+    const auto &queue = m_controller->txmtCmdQueue();
+    if (queue.isAwaitingAnswer() && queue.inFlight()->isAnsweredBy(*message)) {
+        completeCommandInFlight(frame);
         return;
     }
-
-    // Only a time of day keeps its colons.
-    const bool keepsColons = address.startsWith("TM"_L1) && mnemonic == "TIME"_L1;
-    const QString data = parts.sliced(2).join(keepsColons ? u":"_s : QString());
-    if (answersCommandInFlight(address, mnemonic, data)) {
-        completeCommandInFlight(frame);
-    } else {
-        if (address != UniversalChan::Address) // which chatters while the chassis boots
-            m_controller->expectReports();
-        m_controller->EmitRcvdCmd(new StandardCommand(nullptr, address, mnemonic, data, StandardCommand::Received,
-                                                      StandardCommand::Set, StandardCommand::kTimeOutMs));
-    }
-}
-
-bool SerialPortReader::answersCommandInFlight(const QString &address, const QString &mnemonic,
-                                              const QString &data) const
-{
-    const auto &queue = m_controller->txmtCmdQueue();
-    if (!queue.isAwaitingAnswer())
-        return false;
-    const StandardCommand &command = *queue.inFlight();
-    return command.type() == StandardCommand::Query && command.address() == address && command.mnemonic() == mnemonic &&
-           (mnemonic != "RDRG"_L1 || namesSameRegister(command.data(), data));
+    // The system unit chatters while the chassis boots.
+    if (message->status() == StandardCommand::Received && message->type() == StandardCommand::Set &&
+        message->responseAddress() != UniversalChan::Address)
+        m_controller->expectReports();
+    m_controller->EmitRcvdCmd(message.release());
 }
 
 void SerialPortReader::completeCommandInFlight(const QString &frame)
@@ -184,9 +152,4 @@ void SerialPortReader::completeCommandInFlight(const QString &frame)
     m_controller->EmitRcvdCmd(command);
     m_controller->txmtCmdQueue().setReadyToSend();
     m_controller->EmitTrnsmtCmd();
-}
-
-void SerialPortReader::deliverUnparsed(const QString &frame)
-{
-    m_controller->EmitRcvdCmd(new StandardCommand(nullptr, frame, StandardCommand::Unparsed, StandardCommand::Set));
 }

@@ -36,10 +36,7 @@ private:
 
     void handleAcknowledgement(const QString &frame);
     void handleMessage(const QString &frame);
-    [[nodiscard]] bool answersCommandInFlight(const QString &address, const QString &mnemonic,
-                                              const QString &data) const;
     void completeCommandInFlight(const QString &frame);
-    void deliverUnparsed(const QString &frame);
 
     SerialPortController *m_controller;
     QSerialPort *m_port;

@@ -2,7 +2,18 @@
 
 #include "link/FrameDecoder.h"
 
+#include <QStringList>
+
+using namespace Qt::StringLiterals;
+
 namespace {
+
+constexpr qsizetype kRegisterNumberSize = 2;
+
+bool namesSameRegister(const QString &a, const QString &b)
+{
+    return QStringView(a).left(kRegisterNumberSize) == QStringView(b).left(kRegisterNumberSize);
+}
 
 QString framed(const QString &content)
 {
@@ -43,6 +54,26 @@ StandardCommand::StandardCommand(Channel *owner, const QString &frame, CommandSt
     , m_type(type)
     , m_status(status)
 {
+}
+
+StandardCommand StandardCommand::fromCard(const QString &frame)
+{
+    const QStringList parts = frame.split(u':');
+    if (parts.size() < 2)
+        return { nullptr, frame, Unparsed, Set };
+    if (parts.size() == 2)
+        return { nullptr, parts[0], parts[1], {}, Received, Query, kTimeOutMs };
+    // Only a time of day keeps its colons.
+    const bool keepsColons = parts[0].startsWith("TM"_L1) && parts[1] == "TIME"_L1;
+    const QString data = parts.sliced(2).join(keepsColons ? u":"_s : QString());
+    return { nullptr, parts[0], parts[1], data, Received, Set, kTimeOutMs };
+}
+
+bool StandardCommand::isAnsweredBy(const StandardCommand &message) const
+{
+    return m_type == Query && message.m_status == Received && message.m_type == Set &&
+           m_address == message.m_responseAddress && m_mnemonic == message.m_responseMnemonic &&
+           (m_mnemonic != "RDRG"_L1 || namesSameRegister(m_data, message.m_responseData));
 }
 
 void StandardCommand::ResponseReceived(const QString &text)

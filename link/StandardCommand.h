@@ -48,6 +48,13 @@ public:
     /// @param frame the content without STX and CR
     StandardCommand(Channel *owner, const QString &frame, CommandStatus status, CommandType type);
 
+    /// What a card has sent, split into address, mnemonic and data: Received, or Unparsed without a colon.
+    /// @param frame the content without STX and CR
+    [[nodiscard]] static StandardCommand fromCard(const QString &frame);
+
+    /// Whether @p message, of fromCard(), is the reply to this query. A register's names the same register.
+    [[nodiscard]] bool isAnsweredBy(const StandardCommand &message) const;
+
     /// Takes the content of the answering frame, without STX and CR. A text with fewer than two colons that is
     /// neither ACK nor NAK changes nothing.
     void ResponseReceived(const QString &text);
