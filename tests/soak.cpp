@@ -78,6 +78,7 @@ public:
     /// What a client is not told that turns the spectra on and looks on; it tries for a while.
     [[nodiscard]] QString untold()
     {
+        settle(); // only once: each order is reported, and the head is to notice missing reports
         QString missing;
         (void)waitUntil([this, &missing] { return (missing = look()).isEmpty() || !fault().isEmpty(); }, kFlowMs);
         return missing;
@@ -163,7 +164,6 @@ private:
 
     QString look()
     {
-        settle();
         turnSpectraOn();
         const QByteArray told = client({ u"watch"_s, u"--for"_s, QString::number(kLookSeconds) }).output;
         QStringList missing;
