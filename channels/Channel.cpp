@@ -144,6 +144,8 @@ void Channel::ProcessCmd(const StandardCommand &command)
         type == StandardCommand::Set && (status == StandardCommand::Completed || status == StandardCommand::Failed ||
                                          status == StandardCommand::TimedOut);
 
+    if (status == StandardCommand::Received && isReport && hasFlag(command.responseMnemonic(), Catalogue::ToStatus))
+        link()->expectReports();
     if (isReport)
         CheckForSupportedCmd(command.responseAddress(), command.responseMnemonic(), command.responseData(), status,
                              type);

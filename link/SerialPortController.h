@@ -65,7 +65,8 @@ public:
     [[nodiscard]] LinkStatus status() const;
     /// Notes for the status that a frame has come.
     void noteMessage() { m_lastMessage.start(); }
-    /// Notes that the far end has reported, or owes reports: silence counts from now on. Answers are no reports.
+    /// Notes that the far end has reported a reading, or owes such reports: silence counts from now on. Neither answers
+    /// nor settings that it tells are reports.
     void expectReports() { m_lastReport.start(); }
     void forgetReports() { m_lastReport.invalidate(); }
     /// Notes how a command that was queued or in flight has ended.

@@ -1,6 +1,5 @@
 #include "link/SerialPortReader.h"
 
-#include "channels/UniversalChan.h"
 #include "link/EyeConstData.h"
 #include "link/LinkLog.h"
 #include "link/SerialPortController.h"
@@ -136,10 +135,6 @@ void SerialPortReader::handleMessage(const QString &frame)
         completeCommandInFlight(frame);
         return;
     }
-    // The system unit chatters while the chassis boots.
-    if (message->status() == StandardCommand::Received && message->type() == StandardCommand::Set &&
-        message->responseAddress() != UniversalChan::Address)
-        m_controller->expectReports();
     m_controller->EmitRcvdCmd(message.release());
 }
 

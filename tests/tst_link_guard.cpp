@@ -168,7 +168,8 @@ void LinkGuardTest::switchedOffAndOn()
     }
     silent.far.setAnswering(false);
     int sets = 0;
-    const auto work = [&] { // answers and what a booting chassis chatters are no reports
+    const auto work = [&] { // answers, settings and what a booting chassis chatters are no reports
+        busy.far.sendFrame("R1:SLPA:" + QByteArray::number(sets % 2));
         busy.receiver(1)->setFREQ(QString::number(2250 + ++sets % 10));
         busy.far.sendFrame("U0:BOOT:1");
     };
