@@ -10,6 +10,7 @@
 #include <QLoggingCategory>
 #include <QProgressBar>
 
+#include <malloc.h>
 #include <utility>
 
 namespace {
@@ -17,6 +18,13 @@ namespace {
 Q_LOGGING_CATEGORY(lcHealth, "zirvo.health", QtCriticalMsg)
 
 constexpr int kIntervalMs = 5000;
+
+/// Bytes that are allocated and not freed: unlike the resident size, untouched by what the C library keeps for later.
+std::size_t heapInUse()
+{
+    const struct mallinfo2 heap = ::mallinfo2();
+    return heap.uordblks + heap.hblkhd;
+}
 
 } // namespace
 
@@ -73,5 +81,6 @@ void HealthLog::write()
     qCInfo(lcHealth).nospace() << "objects=" << m_window.findChildren<QObject *>().size()
                                << " timer-events=" << std::exchange(m_timerEvents, 0) << " waiting=" << waiting
                                << " to-client=" << toClient << " unwritten=" << unwritten
-                               << " reports=" << std::exchange(m_reports, 0) << " moved=" << countMovedReadings();
+                               << " reports=" << std::exchange(m_reports, 0) << " moved=" << countMovedReadings()
+                               << " heap-kib=" << heapInUse() / 1024;
 }

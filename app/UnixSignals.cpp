@@ -27,7 +27,7 @@ void setHandler(void (*handler)(int))
     struct sigaction action = {};
     action.sa_handler = handler;
     action.sa_flags = SA_RESTART;
-    for (const int signal : { SIGTERM, SIGINT })
+    for (const int signal : { SIGTERM, SIGINT, SIGHUP })
         ::sigaction(signal, &action, nullptr);
 }
 
@@ -35,6 +35,7 @@ void setHandler(void (*handler)(int))
 
 UnixSignals::UnixSignals()
 {
+    ::signal(SIGPIPE, SIG_IGN); // nobody may be reading the log
     if (::pipe2(signalPipe.data(), O_CLOEXEC | O_NONBLOCK) != 0)
         return;
     m_notifier = std::make_unique<QSocketNotifier>(signalPipe[0], QSocketNotifier::Read);

@@ -145,7 +145,7 @@ void Channel::ProcessCmd(const StandardCommand &command)
                                          status == StandardCommand::TimedOut);
 
     if (status == StandardCommand::Received && isReport && hasFlag(command.responseMnemonic(), Catalogue::ToStatus))
-        link()->expectReports();
+        link()->noteReport();
     if (isReport)
         CheckForSupportedCmd(command.responseAddress(), command.responseMnemonic(), command.responseData(), status,
                              type);

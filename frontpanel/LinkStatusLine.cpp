@@ -116,7 +116,8 @@ void LinkStatusLine::refresh()
     for (const Entry &entry : std::as_const(m_entries)) {
         const LinkStatus::State state = entry.link->status().state;
         WidgetUpdate::text(entry.label, nameOf(entry.link->portType()) + u": "_s + stateOf(*entry.link));
-        markTrouble(entry.label, state == LinkStatus::State::Lost || state == LinkStatus::State::NotPresent);
+        markTrouble(entry.label, state == LinkStatus::State::Lost || state == LinkStatus::State::NotPresent ||
+                                     entry.link->status().hasOtherCards);
     }
     if (!m_entries.isEmpty())
         showChassis(*m_entries.front().link);
@@ -142,7 +143,7 @@ QString LinkStatusLine::stateOf(const SerialPortController &link) const
     }
     if (link.portType() == SerialPortController::REMOTE_LINK)
         return m_isClientPresent ? u"client present"_s : u"no client"_s;
-    return u"live"_s;
+    return status.hasOtherCards ? u"live with other cards, restart to see them"_s : u"live"_s;
 }
 
 void LinkStatusLine::showChassis(const SerialPortController &link)

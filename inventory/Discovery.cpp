@@ -10,6 +10,7 @@
 #include <QLabel>
 #include <QLoggingCategory>
 #include <QRegularExpression>
+#include <QScopedValueRollback>
 
 #include <algorithm>
 #include <utility>
@@ -25,7 +26,8 @@ constexpr int kVersionRetrySeconds = 2; ///< ticks between two rounds of version
 constexpr int kCardListRetryMs = 3000;
 constexpr int kSilenceCheckMs = 1000;
 constexpr qint64 kSwitchedOffMs = 10'000; ///< so long without reports, a chassis was switched off
-constexpr int kAwayQueries = 2;           ///< so many in a row unanswered, it may have been away for a while
+constexpr int kMostDoublings = 6;
+constexpr int kAwayQueries = 2; ///< so many in a row unanswered, it may have been away for a while
 
 void requestSettings(Channel *channel)
 {
@@ -81,6 +83,8 @@ void Discovery::pause()
 {
     m_cardListTmr.stop();
     m_silenceTmr.stop();
+    m_isReading = false;
+    m_isProbing = false;
     if (std::exchange(m_isEstablished, false))
         m_countdown = 0;
 }
@@ -98,60 +102,99 @@ void Discovery::askAnew()
     resume();
 }
 
-/// A chassis that has never reported may have nothing to report.
+/// A chassis that has never reported may have nothing to report. One that answers and goes on without a report is asked
+/// less and less often.
 void Discovery::watchForSilence()
 {
-    if (m_link->status().withoutReportMs >= kSwitchedOffMs)
-        askAnew();
+    if (m_link->status().withoutReportMs < kSwitchedOffMs << std::min(m_silentReadings, kMostDoublings))
+        return;
+    ++m_silentReadings;
+    askAnew();
+}
+
+void Discovery::noteReport()
+{
+    m_hasReported = true;
+    m_silentReadings = 0;
 }
 
 void Discovery::noteEnd(const StandardCommand &command)
 {
+    using Commands = UniversalChan::Commands;
     if (!m_isEstablished)
         return;
-    const bool isAnswered = command.status() != StandardCommand::TimedOut;
-    if (command.type() == StandardCommand::Set) {
-        if (command.mnemonic() == UniversalChan::Commands::TRON && !m_silenceTmr.isActive())
-            endReading(isAnswered);
+    const bool isAnswered = command.status() == StandardCommand::Completed;
+    if (command.mnemonic() == Commands::TRON && m_isReading) {
+        endReading(isAnswered);
+    } else if (command.mnemonic() == Commands::CLST && isAnswered && m_hasCardList) {
+        m_hasOtherCards = command.responseData() != m_cardList;
+    } else if (command.type() == StandardCommand::Query && m_isReading) {
+        noteSetting(command);
     } else if (m_isProbing && command.commandText() == m_unknown->commandText()) {
         m_isProbing = false;
         if (isAnswered)
             askAnew();
-    } else if (!m_silenceTmr.isActive()) {
-        m_unanswered = isAnswered ? 0 : m_unanswered + 1;
-        if (m_unanswered >= kAwayQueries)
-            m_unknown = command;
     }
 }
 
-/// Settings may be unknown because the chassis does not have them, or because it was away when it was asked.
-void Discovery::endReading(bool isAnswered)
+void Discovery::noteSetting(const StandardCommand &query)
 {
+    m_unanswered = query.status() == StandardCommand::TimedOut ? m_unanswered + 1 : 0;
+    if (m_unanswered == kAwayQueries)
+        m_missing.removeLast();
+    if (m_unanswered >= kAwayQueries)
+        m_unknown = query;
+    else if (query.status() != StandardCommand::Completed)
+        m_missing.append(query);
+}
+
+/// Settings that went unanswered in a row may be such as the chassis does not have, or it was away when it was asked:
+/// one of them tells. One that is missing alone in a repeated reading is asked once more, for the panel shows it since
+/// long.
+void Discovery::endReading(bool isAcknowledged)
+{
+    m_isReading = false;
     m_silenceTmr.start();
-    if (!isAnswered)
+    // Spectra stay out while no client wants any.
+    const bool hasToReport = m_hasReported && m_link->portType() == SerialPortController::COMMAND_LINK;
+    if (!isAcknowledged || hasToReport)
         m_link->expectReports();
-    if (!m_unknown)
+    m_isProbing = m_unknown.has_value();
+    if (m_isProbing)
+        askAgain(*m_unknown);
+    if (m_settingsAsked == 0)
         return;
-    if (!isAnswered) {
-        askAnew();
-    } else {
-        m_isProbing = true;
-        m_link->AddCmdToTxmtCmdQueue(new StandardCommand(nullptr, m_unknown->address(), m_unknown->mnemonic(),
-                                                         m_unknown->data(), StandardCommand::Queued,
-                                                         StandardCommand::Query, StandardCommand::kTimeOutMs));
-    }
+    for (const StandardCommand &query : std::exchange(m_missing, {}))
+        askAgain(query);
+}
+
+void Discovery::askAgain(const StandardCommand &query)
+{
+    const QScopedValueRollback background(m_readsInBackground, true);
+    m_link->AddCmdToTxmtCmdQueue(new StandardCommand(query.owner(), query.address(), query.mnemonic(), query.data(),
+                                                     StandardCommand::Queued, StandardCommand::Query,
+                                                     StandardCommand::kTimeOutMs));
 }
 
 void Discovery::report(LinkStatus &status) const
 {
-    const std::size_t taken = m_link->txmtCmdQueue().takenCount();
-    status.settingsAsked = static_cast<int>(m_behindSettings - m_firstSetting);
-    status.settingsRead = static_cast<int>(std::clamp(taken, m_firstSetting, m_behindSettings) - m_firstSetting);
+    const auto &queue = m_link->txmtCmdQueue();
+    const std::size_t taken = queue.takenCount();
+    const bool isRepeated = m_isReading && m_settingsAsked > 0;
+    if (isRepeated) {
+        const std::size_t ahead = std::clamp<std::size_t>(queue.backgroundCount(), 1, m_settingsAsked + 1) - 1;
+        status.settingsAsked = static_cast<int>(m_settingsAsked);
+        status.settingsRead = static_cast<int>(m_settingsAsked - ahead);
+    } else {
+        status.settingsAsked = static_cast<int>(m_behindSettings - m_firstSetting);
+        status.settingsRead = static_cast<int>(std::clamp(taken, m_firstSetting, m_behindSettings) - m_firstSetting);
+    }
+    status.hasOtherCards = m_hasOtherCards;
     if (!m_hasAsked)
         status.state = LinkStatus::State::Opening;
     else if (!m_isEstablished || !m_hasCardList)
         status.state = LinkStatus::State::Waiting;
-    else if (taken < m_behindSettings)
+    else if (isRepeated || taken < m_behindSettings)
         status.state = LinkStatus::State::Reading;
     else
         status.state = LinkStatus::State::Live;
@@ -181,12 +224,11 @@ void Discovery::establish(const QString &version)
     if (!m_systemChannel)
         createSystemChannel();
     queueRequest(UniversalChan::Commands::SYSID, m_systemIdentifier, StandardCommand::Set);
-    if (m_hasCardList) {
+    requestCardList(); // when it is known, to tell whether the cards are still those
+    if (m_hasCardList)
         requestAllSettings();
-    } else {
-        requestCardList();
+    else
         m_cardListTmr.start();
-    }
     m_systemChannel->setVerTsMain(version);
     m_link->EmitCommunicationEstablished();
 }
@@ -207,6 +249,7 @@ void Discovery::processCardList(const QString &cardList)
     qCInfo(lcDiscovery) << "card list" << cardList;
     m_cardListTmr.stop();
     m_hasCardList = true;
+    m_cardList = cardList;
     m_cards = CardList::parse(cardList);
     consolidateCards();
     createChannels(cardList);
@@ -215,21 +258,27 @@ void Discovery::processCardList(const QString &cardList)
     requestAllSettings();
 }
 
-/// The marker is left out once all settings are known: its end is told only once.
+/// Once all settings are known, reading them again lets the operator's changes pass and has no marker, whose end is
+/// told only once.
 void Discovery::requestAllSettings()
 {
-    m_firstSetting = m_link->txmtCmdQueue().appendedCount();
+    const QScopedValueRollback background(m_readsInBackground, m_hasAllSettings);
+    const auto &queue = m_link->txmtCmdQueue();
+    m_firstSetting = queue.appendedCount();
     for (const auto &channel : m_channels)
         requestSettings(channel.get());
-    m_behindSettings = m_link->txmtCmdQueue().appendedCount();
+    m_behindSettings = queue.appendedCount();
+    m_settingsAsked = queue.backgroundCount();
     if (!m_hasAllSettings)
         m_link->AddCmdToTxmtCmdQueue(new StandardCommand(m_systemChannel, UniversalChan::Address,
                                                          UniversalChan::Commands::NOTIFY, {}, StandardCommand::Queued,
                                                          StandardCommand::Marker, StandardCommand::kMarkerTimeOutMs));
     queueRequest(UniversalChan::Commands::TRON, u"ON"_s, StandardCommand::Set);
     m_link->forgetReports();
+    m_isReading = true;
     m_unanswered = 0;
     m_unknown.reset();
+    m_missing.clear();
     m_isProbing = false;
 }
 

@@ -51,6 +51,11 @@ public:
     /// Tells how far it has come.
     void report(LinkStatus &status) const;
 
+    /// Whether what is queued just now is the repeated reading of settings, which lets all else pass.
+    [[nodiscard]] bool readsInBackground() const { return m_readsInBackground; }
+
+    /// Notes a reading that came unasked.
+    void noteReport();
     /// Notes how a command has ended: a chassis that was away while it was asked is asked anew.
     void noteEnd(const StandardCommand &command);
     /// Takes the answer to a version query, or the end of the end-of-settings marker.
@@ -72,7 +77,9 @@ private:
     void establish(const QString &version);
     void askAnew();
     void watchForSilence();
-    void endReading(bool isAnswered);
+    void noteSetting(const StandardCommand &query);
+    void endReading(bool isAcknowledged);
+    void askAgain(const StandardCommand &query);
     void createSystemChannel();
     void requestCardList();
     void requestAllSettings();
@@ -86,11 +93,19 @@ private:
     bool m_isEstablished = false;
     bool m_hasCardList = false;
     bool m_hasAllSettings = false;
-    std::size_t m_firstSetting = 0; ///< of the last reading, by the queue's count
+    std::size_t m_firstSetting = 0; ///< of the first reading, by the queue's count
     std::size_t m_behindSettings = 0;
+    bool m_isReading = false; ///< until the request behind the settings has ended
+    bool m_readsInBackground = false;
+    std::size_t m_settingsAsked = 0;          ///< of a repeated reading
     int m_unanswered = 0;                     ///< settings queries in a row
-    std::optional<StandardCommand> m_unknown; ///< a settings query that went unanswered among others
+    std::optional<StandardCommand> m_unknown; ///< one that went unanswered among others
+    QList<StandardCommand> m_missing;         ///< those that went unanswered or were refused alone
     bool m_isProbing = false;                 ///< m_unknown is asked once more
+    bool m_hasReported = false;
+    int m_silentReadings = 0; ///< in a row that no report has followed
+    QString m_cardList;
+    bool m_hasOtherCards = false;
     QTimer m_startupTmr;
     QTimer m_cardListTmr;
     QTimer m_silenceTmr;

@@ -22,6 +22,7 @@ struct LinkStatus
     qint64 silentMs = -1;  ///< time since the last message; less than 0 if there was none
     /// Time since the last report of a far end that has reported or owes reports; 0 for any other.
     qint64 withoutReportMs = 0;
+    bool hasOtherCards = false; ///< the chassis came back with other cards than the channels were made for
     quint64 timeOuts = 0;
     quint64 refusals = 0;
 

@@ -216,6 +216,12 @@ LinkStatus SerialPortController::status() const
     return status;
 }
 
+void SerialPortController::noteReport()
+{
+    expectReports();
+    m_discovery->noteReport();
+}
+
 void SerialPortController::noteEnd(const StandardCommand &command)
 {
     const bool isRefused = command.status() == StandardCommand::Failed;
@@ -291,7 +297,10 @@ void SerialPortController::AddCmdToTxmtCmdQueue(StandardCommand *command)
         timeOut(command);
         return;
     }
-    m_txmtCmdQueue.append(command);
+    if (m_discovery->readsInBackground())
+        m_txmtCmdQueue.appendInBackground(command);
+    else
+        m_txmtCmdQueue.append(command);
     EmitTrnsmtCmd();
 }
 

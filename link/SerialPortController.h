@@ -65,8 +65,9 @@ public:
     [[nodiscard]] LinkStatus status() const;
     /// Notes for the status that a frame has come.
     void noteMessage() { m_lastMessage.start(); }
-    /// Notes that the far end has reported a reading, or owes such reports: silence counts from now on. Neither answers
-    /// nor settings that it tells are reports.
+    /// Notes that the far end has reported a reading; neither answers nor settings that it tells are reports.
+    void noteReport();
+    /// Silence counts from now on, or counts no longer.
     void expectReports() { m_lastReport.start(); }
     void forgetReports() { m_lastReport.invalidate(); }
     /// Notes how a command that was queued or in flight has ended.

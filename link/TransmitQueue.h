@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <deque>
+#include <iterator>
 #include <memory>
 #include <utility>
 
@@ -26,13 +27,24 @@ public:
         ++m_appendedCount;
     }
 
+    /// As append(), for what lets all others pass, though not for ever.
+    void appendInBackground(Message *message)
+    {
+        message->setStatus(Message::Queued);
+        m_background.emplace_back(message);
+    }
+
     /// The next message, now sent and in flight; null while nothing waits or the one before is unfinished.
     [[nodiscard]] Message *takeNext()
     {
-        if (m_waiting.empty() || !m_readyToSend)
+        if (waitingCount() == 0 || !m_readyToSend)
             return nullptr;
-        m_inFlight = m_waiting.front().release();
-        m_waiting.pop_front();
+        const bool isPassing = !m_waiting.empty() && !m_background.empty() && m_passed < kMostPassing;
+        const bool isFromBackground = !isPassing && !m_background.empty();
+        m_passed = isPassing ? m_passed + 1 : 0;
+        auto &waiting = isFromBackground ? m_background : m_waiting;
+        m_inFlight = waiting.front().release();
+        waiting.pop_front();
         m_inFlight->setStatus(Message::Sent);
         m_readyToSend = false;
         return m_inFlight;
@@ -42,10 +54,11 @@ public:
     [[nodiscard]] Message *inFlight() const { return m_inFlight; }
     [[nodiscard]] bool isAwaitingAnswer() const { return m_inFlight && m_inFlight->status() == Message::Sent; }
 
-    [[nodiscard]] std::size_t waitingCount() const { return m_waiting.size(); }
-    /// How many messages have been appended so far; grows only.
+    [[nodiscard]] std::size_t waitingCount() const { return m_waiting.size() + m_background.size(); }
+    [[nodiscard]] std::size_t backgroundCount() const { return m_background.size(); }
+    /// How many messages have been appended so far, not counting the background; grows only.
     [[nodiscard]] std::size_t appendedCount() const { return m_appendedCount; }
-    /// How many have been taken so far.
+    /// How many of them have been taken so far.
     [[nodiscard]] std::size_t takenCount() const { return m_appendedCount - m_waiting.size(); }
 
     /// The message in flight is finished: the next one may go.
@@ -59,7 +72,11 @@ public:
     }
 
     /// Takes every message that waits off the queue.
-    [[nodiscard]] std::deque<std::unique_ptr<Message>> takeWaiting() { return std::exchange(m_waiting, {}); }
+    [[nodiscard]] std::deque<std::unique_ptr<Message>> takeWaiting()
+    {
+        std::ranges::move(std::exchange(m_background, {}), std::back_inserter(m_waiting));
+        return std::exchange(m_waiting, {});
+    }
 
     /// The message in flight, which then is no longer referenced here.
     [[nodiscard]] Message *takeInFlight() { return std::exchange(m_inFlight, nullptr); }
@@ -93,7 +110,11 @@ protected:
     }
 
 private:
+    static constexpr int kMostPassing = 4;
+
     std::deque<std::unique_ptr<Message>> m_waiting;
+    std::deque<std::unique_ptr<Message>> m_background;
+    int m_passed = 0; ///< messages that the background has let pass in a row
     std::size_t m_appendedCount = 0;
     Message *m_inFlight = nullptr;
     bool m_readyToSend = true;

@@ -41,7 +41,7 @@ const LinkName &linkNamed(const QString &name)
     return *std::ranges::find_if(kLinks, [&name](const LinkName &link) { return link.name == name; });
 }
 
-const QByteArrayList kAskedAgain{ "U0:VER", "U0:VERTSKB", "U0:SYSID:RACK-7", "U0:TRON:ON" };
+const QByteArrayList kAskedAgain{ "U0:VER", "U0:VERTSKB", "U0:SYSID:RACK-7", "U0:CLST", "U0:TRON:ON" };
 
 /// What a start asks a channel of the bench's chassis.
 QByteArrayList queries(const QString &address)
@@ -207,8 +207,7 @@ bool FaultsTest::isUsed(const QString &name)
 void FaultsTest::expectReading()
 {
     m_mark = chassis().frames().size();
-    const bool knowsCards = link(u"command"_s)->channels().size() > 1;
-    m_requests = kAskedAgain + QByteArrayList(knowsCards ? 0 : 1, "U0:CLST");
+    m_requests = kAskedAgain;
 }
 
 void FaultsTest::pull(const QString &name)
@@ -259,7 +258,7 @@ void FaultsTest::start(const QByteArray &seconds)
 {
     qputenv("ZIRVO_STARTUP_SECONDS", seconds);
     chassis().setAnswering(true);
-    m_requests = kAskedAgain + QByteArrayList{ "U0:TRON:OFF", "U0:CLST" };
+    m_requests = kAskedAgain + QByteArrayList{ "U0:TRON:OFF" };
     m_bench->start();
 }
 
@@ -383,7 +382,7 @@ void addStartFaults()
     row("start: no setting told",
         u"ignore U0:NAME; "_s + asks +
             u"await U0:NAME; power off; timeouts; "_s
-            u"words waiting for the chassis; anew; power on; words Chassis: live; settle"_s,
+            u"words waiting for the chassis; anew; answer U0:NAME; power on; words Chassis: live; settle"_s,
         {});
     row("start: answers before their questions",
         u"ignore R1:FREQ; "_s + asks +
@@ -433,6 +432,10 @@ void addPulledCables()
             << u"boxes=1 "_s + link.words + u"not present"_s;
     }
     rows("live", u"live; used spectral"_s, u"tune 2260.5"_s, u"R1=2260.5 sent=R1:FREQ:2260.5"_s);
+    row("cards changed meanwhile",
+        u"live; unplug command; value U0:CLST=0103 MPU 2.3 TUNER A1 X; plug command; "_s
+        u"words live with other; tune 2260.5; settle"_s,
+        u"R1=2260.5 sent=R1:FREQ:2260.5 Chassis: live with other cards, restart to see them"_s);
     rows("half an entry", u"live; half"_s, u"settle"_s, u"R1=2300"_s);
     rows("wait box", u"live; send U0:PDONE:0; box"_s, u"send U0:PDONE:1; nobox"_s, {});
     rows("preset dialog", u"live; value U0:PLIST=a b ; menu actionLoadPreset; box"_s, u"press btnLoad; nobox"_s,

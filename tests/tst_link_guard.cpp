@@ -31,6 +31,7 @@ class LinkGuardTest : public QObject
 private Q_SLOTS:
     void lostAndFound_data();
     void lostAndFound();
+    void readInBackground();
     void strayError();
     void lostDuringDiscovery_data();
     void lostDuringDiscovery();
@@ -88,13 +89,51 @@ void LinkGuardTest::lostAndFound()
     QByteArrayList frames = bench.far.frames();
     while (frames.size() > 2 && frames[2].startsWith("U0:VER"))
         frames.removeAt(2);
-    QCOMPARE(frames, reading({ "U0:VER", "U0:VERTSKB", "U0:SYSID:RACK-7" }));
+    QCOMPARE(frames, reading({ "U0:VER", "U0:VERTSKB", "U0:SYSID:RACK-7", "U0:CLST" }));
     QVERIFY(bench.idle());
     QCOMPARE(bench.receiver(2)->getFREQ(), u"2299.5"_s);
     QCOMPARE(receiver->getFREQ(), u"2250.5"_s);
     QVERIFY(!told.contains("FREQ999"_L1));
     QCOMPARE(allSettings.count(), 1);
     QCOMPARE(bench.link.channels().size(), 3);
+}
+
+/// What the operator does while a chassis that is back is read again goes first, though not for ever.
+void LinkGuardTest::readInBackground()
+{
+    CommandLinkBench bench;
+    QVERIFY(bench.start());
+    bench.far.unplug();
+    bench.link.findChild<LinkGuard *>()->check();
+    bench.far.clear();
+    bench.far.setValue("U0:CLST", bench.far.value("U0:CLST") + ",0105 MPU 1.4 COMBINER A3 X");
+    bench.far.setValue("R1:NAME", "North");
+    for (const char *key : { "R1:NAME", "R1:FREQ" })
+        bench.far.ignore(key);
+    bench.far.plug();
+    QVERIFY(bench.far.waitForFrame("R1:NAME")); // its answer is lost
+    bench.far.behave("R1:NAME");
+    QVERIFY(bench.far.waitForFrame("R1:FREQ"));
+    const qsizetype mark = bench.far.frames().size();
+    const LinkStatus status = bench.link.status();
+    QCOMPARE(status.state, LinkStatus::State::Reading);
+    QCOMPARE(status.settingsRead,
+             LinkBench::systemQueries().size() + LinkBench::receiverQueries("R1").indexOf("R1:FREQ") + 1);
+    QCOMPARE(status.settingsAsked, reading({}).size() - 1);
+    for (const QString &bandwidth : u"2 3 0 2 3"_s.split(u' '))
+        bench.receiver(2)->setIFBW(bandwidth);
+    bench.far.behave("R1:FREQ");
+    bench.far.sendFrame("R1:FREQ:2251.5");
+    QVERIFY(bench.far.waitForFrame("U0:TRON:ON"));
+    QCOMPARE(bench.far.framesSince(mark).first(6),
+             "R2:IFBW:2 R2:IFBW:3 R2:IFBW:0 R2:IFBW:2 R1:IFLS R2:IFBW:3"_ba.split(' '));
+    QVERIFY(bench.idle());
+    QCOMPARE(bench.receiver(1)->getNAME(), u"North"_s);
+    QCOMPARE(bench.receiver(1)->getFREQ(), u"2251.5"_s);
+    QCOMPARE(bench.receiver(2)->getIFBW(), u"3"_s);
+    QCOMPARE(bench.far.frames().count("R1:NAME"), 2);
+    QVERIFY(bench.link.status().hasOtherCards);
+    QCOMPARE(bench.link.status().state, LinkStatus::State::Live);
 }
 
 /// What the serial library has taken in by then is read.
@@ -116,11 +155,10 @@ void LinkGuardTest::lostDuringDiscovery_data()
 {
     QTest::addColumn<QByteArray>("lastFrame"); // the one that is in flight when the cable goes
     QTest::addColumn<QByteArrayList>("again");
-    const QByteArrayList version{ "U0:VER", "U0:VERTSKB", "U0:SYSID:RACK-7" };
-    QTest::addRow("version") << QByteArray("U0:VER") << reading(version + QByteArrayList{ "U0:CLST" });
-    QTest::addRow("cards") << QByteArray("U0:CLST")
-                           << QByteArrayList{ "U0:VER", "U0:VERTSKB" } + reading(version + QByteArrayList{ "U0:CLST" });
-    QTest::addRow("settings") << QByteArray("R2:AGCF") << reading(version);
+    const QByteArrayList begin{ "U0:VER", "U0:VERTSKB", "U0:SYSID:RACK-7", "U0:CLST" };
+    QTest::addRow("version") << QByteArray("U0:VER") << reading(begin);
+    QTest::addRow("cards") << QByteArray("U0:CLST") << QByteArrayList{ "U0:VER", "U0:VERTSKB" } + reading(begin);
+    QTest::addRow("settings") << QByteArray("R2:AGCF") << reading(begin);
 }
 
 void LinkGuardTest::lostDuringDiscovery()
@@ -156,13 +194,18 @@ void LinkGuardTest::switchedOffAndOn()
     CommandLinkBench quiet; // it may have nothing to report
     CommandLinkBench unheard;
     unheard.far.ignore("U0:TRON");
+    CommandLinkBench refused;
+    refused.far.refuse("U0:TRON");
+    CommandLinkBench lacking; // it reports all the same
+    for (const char *key : { "U0:TRON", "R1:IFBW", "R1:AGCF" })
+        lacking.far.ignore(key);
     CommandLinkBench silent;
     CommandLinkBench busy;
-    for (CommandLinkBench *bench : { &quiet, &unheard, &silent, &busy })
+    for (CommandLinkBench *bench : { &quiet, &lacking, &unheard, &refused, &silent, &busy })
         QVERIFY(bench->start());
-    for (CommandLinkBench *bench : { &silent, &busy })
+    for (CommandLinkBench *bench : { &lacking, &silent, &busy })
         bench->far.sendFrame("R1:SSLV:-61");
-    for (CommandLinkBench *bench : { &quiet, &unheard, &silent, &busy }) {
+    for (CommandLinkBench *bench : { &quiet, &lacking, &unheard, &refused, &silent, &busy }) {
         QVERIFY(bench->idle());
         bench->far.clear();
     }
@@ -172,6 +215,7 @@ void LinkGuardTest::switchedOffAndOn()
         busy.far.sendFrame("R1:SLPA:" + QByteArray::number(sets % 2));
         busy.receiver(1)->setFREQ(QString::number(2250 + ++sets % 10));
         busy.far.sendFrame("U0:BOOT:1");
+        lacking.far.sendFrame("R1:SSLV:-61");
     };
     QTimer worker;
     connect(&worker, &QTimer::timeout, this, work);
@@ -180,13 +224,13 @@ void LinkGuardTest::switchedOffAndOn()
     QVERIFY(waitUntil([&] { return silent.link.status().state == State::Waiting; }, 8000));
     silent.far.setAnswering(true);
     unheard.far.behave("U0:TRON");
-    for (CommandLinkBench *bench : { &unheard, &silent, &busy }) {
+    for (CommandLinkBench *bench : { &unheard, &refused, &silent, &busy }) {
         QVERIFY(bench->far.waitForFrame("U0:TRON:ON", 8000));
         QVERIFY(bench->far.frames().contains("R2:FREQ"));
         QVERIFY(waitUntil([bench] { return bench->link.status().state == State::Live; }));
         QVERIFY(!bench->link.status().isSilent());
     }
-    QVERIFY(sets > 9 && quiet.far.frames().isEmpty());
+    QVERIFY(sets > 9 && quiet.far.frames().isEmpty() && lacking.far.frames().isEmpty());
 }
 
 void LinkGuardTest::awayWhileRead_data()

@@ -116,6 +116,7 @@ void ProgramTest::endsBySignal_data()
         row(name + QByteArray(" while settings are read"), signal, 0, "R1:FLST");
         row(name + QByteArray(" when live"), signal, 0, "U0:TRON:ON");
     }
+    row("SIGHUP when live", SIGHUP, 0, "U0:TRON:ON");
     row("SIGTERM while settings are read anew", SIGTERM, 0, "U0:TRON:ON", "replug");
     row("SIGTERM before thousands of requests", SIGTERM, 0, "TM2-0:ADDR");
     row("SIGTERM while nothing goes out", SIGTERM, 0, "U0:TRON:ON", "jam");

@@ -150,7 +150,7 @@ void WindowBench::report(const QByteArrayList &frames)
 
 bool WindowBench::takeSteps(QList<Step> steps)
 {
-    const QDeadlineTimer deadline(10'000);
+    const QDeadlineTimer deadline(20'000);
     QTimer timer;
     QObject::connect(&timer, &QTimer::timeout, &timer, [&] {
         if (deadline.hasExpired()) {
@@ -162,7 +162,7 @@ bool WindowBench::takeSteps(QList<Step> steps)
         }
     });
     timer.start(1);
-    return waitUntil([&] { return steps.isEmpty() || !timer.isActive(); }, 20'000) && steps.isEmpty();
+    return waitUntil([&] { return steps.isEmpty() || !timer.isActive(); }, 30'000) && steps.isEmpty();
 }
 
 bool WindowBench::hasStarted(SerialPortController &link, const FarEnd &end)
