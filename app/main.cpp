@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QMessageBox>
 
+#include <malloc.h>
 #include <memory>
 
 using namespace Qt::StringLiterals;
@@ -19,6 +20,15 @@ void setIdentity()
     QCoreApplication::setOrganizationName(u"HURLO"_s);
     QCoreApplication::setOrganizationDomain(QString());
     QCoreApplication::setApplicationName(u"HURLO ZIRVO Remote Software"_s);
+}
+
+/// Large blocks go back to the system when they are freed, however long the program runs: the C library would raise the
+/// size from which they do to that of the first window that was closed.
+void keepHeapSmall()
+{
+    constexpr int kLargeBytes = 128 * 1024;
+    ::mallopt(M_MMAP_THRESHOLD, kLargeBytes);
+    ::mallopt(M_TRIM_THRESHOLD, kLargeBytes);
 }
 
 int refuseWithoutIdentifier()
@@ -47,6 +57,7 @@ int run(ZIRVOFSMainWindow &window, const QString &systemIdentifier)
 
 int main(int argc, char *argv[])
 {
+    keepHeapSmall();
     QApplication application(argc, argv);
     Style::apply(application);
     auto window = std::make_unique<ZIRVOFSMainWindow>();

@@ -1,7 +1,11 @@
 #include "controls/Style.h"
 
+#include <QAbstractItemView>
+#include <QAbstractSpinBox>
 #include <QApplication>
+#include <QComboBox>
 #include <QFile>
+#include <QLineEdit>
 #include <QLocale>
 
 using namespace Qt::StringLiterals;
@@ -17,4 +21,15 @@ void Style::apply(QApplication &application)
     QFile sheet(u":/style.qss"_s);
     if (sheet.open(QIODevice::ReadOnly))
         application.setStyleSheet(QString::fromUtf8(sheet.readAll()));
+}
+
+void Style::forgetWithWindow(const QWidget *window)
+{
+    for (const QComboBox *box : window->findChildren<QComboBox *>())
+        box->view()->parentWidget()->setStyleSheet(u"/* looks as before */"_s);
+    for (const QAbstractSpinBox *box : window->findChildren<QAbstractSpinBox *>()) {
+        for (QLineEdit *entry : box->findChildren<QLineEdit *>())
+            entry->setStyleSheet(u"QLineEdit, QLineEdit:focus { border: none; padding: 0; background: transparent;"
+                                 " min-width: 0; min-height: 0; }"_s);
+    }
 }

@@ -2,6 +2,7 @@
 
 #include "channels/CmbrChan.h"
 #include "controls/FocusReturn.h"
+#include "controls/Style.h"
 #include "dialogs/CardConfigWindow.h"
 #include "dialogs/CombinerZero.h"
 #include "dialogs/DmdCtrlWindow.h"
@@ -56,6 +57,7 @@ void AuxiliaryWindows::present(QWidget *window)
 
 void AuxiliaryWindows::prepare(QWidget *window)
 {
+    Style::forgetWithWindow(window);
     // Without a window manager nobody finds a place for the window, and nobody hands the keyboard back behind it.
     if (!window->testAttribute(Qt::WA_Resized))
         window->adjustSize();

@@ -1,15 +1,19 @@
 #include "channels/UniversalChan.h"
+#include "controls/Style.h"
 #include "link/EyeConstData.h"
 #include "link/LinkGuard.h"
 #include "support/CommandLinkBench.h"
 #include "support/Keys.h"
 #include "support/WindowBench.h"
 
+#include <QApplication>
 #include <QDateTime>
 #include <QDir>
 #include <QDoubleSpinBox>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QPushButton>
+#include <QScopeGuard>
 #include <QTest>
 
 #include <utility>
@@ -79,6 +83,8 @@ private Q_SLOTS:
     void tenThousandCommands();
     void hundredPulledCables();
     void allCablesPulled();
+    void windowsOpenedAndClosed_data();
+    void windowsOpenedAndClosed();
     void clockSet_data();
     void clockSet();
 };
@@ -238,6 +244,51 @@ void EnduranceTest::allCablesPulled()
     const qint64 spent = processorTime() - before;
     qInfo("%lld us of a second", spent);
     QVERIFY2(spent < (kIsShipped ? 20'000 : 100'000), qPrintable(QString::number(spent)));
+}
+
+void EnduranceTest::windowsOpenedAndClosed_data()
+{
+    QTest::addColumn<QString>("name"); // of what opens the window
+    for (const char *name : { "btnAdvanceddmd1", "actionDemod1_EyeConst", "actionTMoIP", "actionTape",
+                              "actionCombiner_Zero", "actionSystemChannelNaming", "actionSystemCardsConfiguration" })
+        QTest::addRow("%s", name) << QString::fromLatin1(name);
+}
+
+/// Hardly anything of a window stays behind, nor of what its style knows of it.
+void EnduranceTest::windowsOpenedAndClosed()
+{
+    QFETCH(const QString, name);
+    Style::apply(*qApp);
+    const auto plain = qScopeGuard([] { qApp->setStyleSheet({}); });
+    WindowBench bench;
+    bench.links().fit({ LinkBench::kReceivers, LinkBench::kCombiner, LinkBench::kTape, LinkBench::kOlderDemodulators,
+                        LinkBench::kTmoip });
+    QVERIFY(bench.goLive() || bench.sentBy([] {}).isEmpty()); // a TMoIP card is read late
+    const auto opened = [&bench] {
+        QList<QWidget *> windows = QApplication::topLevelWidgets();
+        windows.removeIf([&bench](const QWidget *w) { return w == &bench.window() || !w->isVisible(); });
+        return windows;
+    };
+    const auto openAndClose = [&] {
+        if (auto *const button = bench.window().findChild<QPushButton *>(name))
+            button->click();
+        else
+            bench.action(name).trigger();
+        if (!waitUntil([&] { return opened().size() == 1; }))
+            return false;
+        opened().front()->close();
+        (void)bench.sentBy([] {}); // what the window has asked
+        bench.chassis().clear();
+        return waitUntil([&] { return opened().isEmpty(); });
+    };
+    std::size_t heap = 0;                // in use when all is done
+    for (const int times : { 10, 50 }) { // what is made once comes first
+        for (int i = 0; i < times; ++i)
+            QVERIFY(openAndClose());
+        const auto before = std::exchange(heap, ::mallinfo2().uordblks);
+        qInfo("%zu bytes", heap);
+        QVERIFY(!kIsShipped || before == 0 || heap < before + 100'000);
+    }
 }
 
 void EnduranceTest::clockSet_data()

@@ -25,7 +25,7 @@ constexpr Bound kAtRest[] = { { "waiting", 50 }, { "to-client", 800 }, { "unwrit
 // How much more of each is no growth. Windows that the operator has left open are objects; timer events come with
 // every message to the client.
 constexpr Bound kGrowth[] = {
-    { "rss-kib", 2048 }, { "descriptors", 2 }, { "objects", 1000 }, { "timer-events", 5000 }
+    { "rss-kib", 2048 }, { "heap-kib", 1024 }, { "descriptors", 2 }, { "objects", 1000 }, { "timer-events", 5000 }
 };
 
 // The least of each in five seconds that are live, and how much of a minute has to be: cables are pulled and power is
