@@ -2,6 +2,7 @@
 
 #include "channels/CmbrChan.h"
 #include "controls/FocusReturn.h"
+#include "controls/StaleMark.h"
 #include "controls/Style.h"
 #include "dialogs/CardConfigWindow.h"
 #include "dialogs/CombinerZero.h"
@@ -23,14 +24,20 @@ constexpr int kCascadeLength = 4;
 
 AuxiliaryWindows::~AuxiliaryWindows()
 {
-    QList<QPointer<QWidget>> windows = m_tmoipWindows;
-    for (const Place &place : m_places)
-        windows.append(place.window);
-    for (const QPointer<QWidget> &window : std::as_const(windows)) {
+    for (const QPointer<QWidget> &window : windows()) {
         if (window)
             window->disconnect(m_owner);
         delete window;
     }
+}
+
+QList<QPointer<QWidget>> AuxiliaryWindows::windows() const
+{
+    QList<QPointer<QWidget>> windows = m_tmoipWindows;
+    for (const Place &place : m_places)
+        windows.append(place.window);
+    windows.removeAll(nullptr);
+    return windows;
 }
 
 template <typename Make>
@@ -62,7 +69,26 @@ void AuxiliaryWindows::prepare(QWidget *window)
     if (!window->testAttribute(Qt::WA_Resized))
         window->adjustSize();
     window->move(m_owner->geometry().center() - window->rect().center());
+    mark(window);
     QObject::connect(window, &QObject::destroyed, m_owner, [owner = m_owner] { owner->activateWindow(); });
+}
+
+void AuxiliaryWindows::setStale(const QString &reason)
+{
+    m_staleReason = reason;
+    for (const QPointer<QWidget> &window : windows())
+        mark(window);
+}
+
+/// In the margin above the content.
+void AuxiliaryWindows::mark(QWidget *window) const
+{
+    constexpr int kHeight = 14;
+    auto *mark = window->findChild<StaleMark *>();
+    if (!mark)
+        mark = new StaleMark(window);
+    mark->setGeometry(0, 0, window->width(), kHeight);
+    mark->setReason(m_staleReason);
 }
 
 void AuxiliaryWindows::openCards(const QList<Card> &cards)

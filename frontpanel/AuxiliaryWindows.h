@@ -44,6 +44,9 @@ public:
     void openCombinerZero(const std::function<void()> &onClosed);
     /// Deletes the window when the event loop comes to it.
     void endCombinerZero();
+    /// Marks what all of them show as old, now and until this is called again.
+    /// @param reason shown with the mark; empty takes it off
+    void setStale(const QString &reason);
     /// Shows the present levels of @p combiner in the window, if it is open.
     void UpdateCmbZero(const CmbrChan &combiner);
 
@@ -69,10 +72,13 @@ private:
     void open(std::size_t name, Make make);
     void prepare(QWidget *window);
     static void present(QWidget *window);
+    void mark(QWidget *window) const;
+    [[nodiscard]] QList<QPointer<QWidget>> windows() const;
 
     FocusReturn &m_focusReturn;
     QWidget *m_owner;
     std::array<Place, NameCount> m_places;
     QList<QPointer<QWidget>> m_tmoipWindows;
     int m_tmoipOpened = 0;
+    QString m_staleReason;
 };

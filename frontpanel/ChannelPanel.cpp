@@ -1,6 +1,7 @@
 #include "frontpanel/ChannelPanel.h"
 
 #include "channels/Channel.h"
+#include "controls/StaleMark.h"
 
 #include <QGroupBox>
 #include <QLabel>
@@ -21,11 +22,8 @@ constexpr qsizetype kLongestName = 200; // characters; more is cut before it is 
 ChannelPanel::ChannelPanel(const PanelContext &context, QWidget *parent)
     : QWidget(parent)
     , m_context(context)
-    , m_staleMark(new QLabel(this))
+    , m_staleMark(new StaleMark(this))
 {
-    m_staleMark->setProperty("role", QStringLiteral("stale"));
-    m_staleMark->setAlignment(Qt::AlignCenter);
-    m_staleMark->hide();
     connect(&m_context.focusReturn, &FocusReturn::restoreDue, this, [this] {
         if (m_channel)
             restoreEntries();
@@ -61,29 +59,14 @@ void ChannelPanel::resizeEvent(QResizeEvent *event)
     QWidget::resizeEvent(event);
     setRoomy(event->size().height() >= kRoomyHeight && event->size().width() >= kRoomyWidth);
     elideName();
-    placeStaleMark();
-}
-
-void ChannelPanel::setStale(const QString &reason)
-{
-    const QString text = reason.isEmpty() ? QString() : QStringLiteral("STALE: ") + reason;
-    if (m_staleMark->text() == text)
-        return;
-    m_staleMark->setText(text);
-    m_staleMark->setVisible(!text.isEmpty());
-    placeStaleMark();
-    setAccessibleDescription(text);
-}
-
-/// Over the lamps in the head, which are as old as the rest.
-void ChannelPanel::placeStaleMark()
-{
+    // Over the lamps in the head, which are as old as the rest.
     constexpr int kMargin = 2;
     constexpr int kHeight = 25;
     const int left = width() * 2 / 5;
     m_staleMark->setGeometry(left, kMargin, width() - left - kMargin, kHeight);
-    m_staleMark->raise();
 }
+
+void ChannelPanel::setStale(const QString &reason) { m_staleMark->setReason(reason); }
 
 void ChannelPanel::setRoomy(bool roomy)
 {

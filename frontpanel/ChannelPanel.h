@@ -9,8 +9,8 @@
 
 class Channel;
 class QGroupBox;
-class QLabel;
 class QPushButton;
+class StaleMark;
 
 /// What the panels of one window share; both outlive the panels.
 struct PanelContext
@@ -99,13 +99,12 @@ protected:
 private:
     void setRoomy(bool roomy);
     void elideName();
-    void placeStaleMark();
 
     PanelContext m_context;
     const Channel *m_channel = nullptr;
     QGroupBox *m_nameBox = nullptr;
     QString m_name;
     int m_besideName = 0; ///< pixels
-    QLabel *m_staleMark;
+    StaleMark *m_staleMark;
     bool m_roomy = false; ///< laid out large, since the window has few panels to show
 };

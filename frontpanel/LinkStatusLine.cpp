@@ -107,7 +107,7 @@ void LinkStatusLine::addLink(const SerialPortController *link)
     insertWidget(static_cast<int>(m_entries.size()), label);
     m_entries.append({ link, label });
     if (m_entries.size() == 1)
-        connect(link, &SerialPortController::SetFailed, this, &LinkStatusLine::showFailure);
+        connect(link, &SerialPortController::RequestFailed, this, &LinkStatusLine::showFailure);
     refresh();
 }
 

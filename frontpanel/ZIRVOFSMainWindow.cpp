@@ -305,6 +305,7 @@ void ZIRVOFSMainWindow::showLinks()
     m_linkStatusLine->setClientPresent(m_sysChan->getREMOTE() == "1"_L1);
     for (ChannelPanel *panel : panels())
         panel->setStale(m_linkStatusLine->trouble());
+    m_auxiliaryWindows.setStale(m_linkStatusLine->trouble());
 }
 
 void ZIRVOFSMainWindow::UpdateAllDynamicParamsTmr_Tick()

@@ -228,8 +228,10 @@ void SerialPortController::noteEnd(const StandardCommand &command)
     const bool isUnanswered = command.status() == StandardCommand::TimedOut;
     m_status.refusals += isRefused;
     m_status.timeOuts += isUnanswered;
-    if (command.type() == StandardCommand::Set && (isRefused || isUnanswered))
-        Q_EMIT SetFailed(command.address(), command.mnemonic(), isRefused);
+    const bool isAwaited =
+        command.type() == StandardCommand::Set || command.mnemonic() == UniversalChan::Commands::PLIST;
+    if (isAwaited && (isRefused || isUnanswered))
+        Q_EMIT RequestFailed(command.address(), command.mnemonic(), isRefused);
     m_discovery->noteEnd(command);
 }
 

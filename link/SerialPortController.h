@@ -154,8 +154,8 @@ Q_SIGNALS:
     void TrnsmtRemoteCmd();
     void RcvdEyeConstData(EyeConstData *data);
     void TrnsmtRemoteEyeAndStatusCmd();
-    /// A set has come to nothing: the far end refused it or did not answer.
-    void SetFailed(const QString &address, const QString &mnemonic, bool refused);
+    /// A set, or the list of presets, has come to nothing: the far end refused it or did not answer.
+    void RequestFailed(const QString &address, const QString &mnemonic, bool refused);
     /// The operator has closed the box that told of a device that would not open.
     void OpenFailureAcknowledged();
     /// The chassis has answered for the first time, or again after the link was lost.

@@ -364,6 +364,8 @@ void addWireFaults()
         QTest::addRow("data: %s", name) << u"live; send "_s + frames + u"; settle; tune 2260.5; settle"_s
                                         << u"R1=2260.5 sent=R1:FREQ:2260.5"_s;
     }
+    row("no list of presets", u"live; ignore U0:PLIST; menu actionLoadPreset; await U0:PLIST; timeout; settle"_s,
+        u"sent=U0:PLIST U0 PLIST: no answer"_s);
     row("preset name of 100 kB", u"live; value U0:PLIST=<100kB> ; menu actionLoadPreset; box; settle"_s,
         u"boxes=1 sent=U0:PLIST"_s);
 
