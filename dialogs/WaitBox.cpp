@@ -30,6 +30,9 @@ void WaitBox::open()
     if (m_shown)
         return;
     m_shown = true;
+    // One that is hidden and shown again at once would come to lie in the corner of the screen.
+    m_box->adjustSize();
+    m_box->move(m_box->parentWidget()->geometry().center() - m_box->rect().center());
     if (m_running)
         m_box->show(); // begun anew before the loop of the last time has ended
     else
