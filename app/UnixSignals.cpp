@@ -27,8 +27,12 @@ void setHandler(void (*handler)(int))
     struct sigaction action = {};
     action.sa_handler = handler;
     action.sa_flags = SA_RESTART;
-    for (const int signal : { SIGTERM, SIGINT, SIGHUP })
+    for (const int signal : { SIGTERM, SIGINT })
         ::sigaction(signal, &action, nullptr);
+    struct sigaction inherited = {};
+    ::sigaction(SIGHUP, nullptr, &inherited);
+    if (inherited.sa_handler != SIG_IGN) // a program that is to outlive its terminal
+        ::sigaction(SIGHUP, &action, nullptr);
 }
 
 } // namespace

@@ -57,6 +57,11 @@ void Channel::RequestSettings()
     }
 }
 
+bool Channel::isReporting() const
+{
+    return std::ranges::any_of(m_catalogue, [](const Catalogue::Row &row) { return row.flags & Catalogue::ToStatus; });
+}
+
 void Channel::sendQuery(int row)
 {
     const Request request = queryOf(row);
@@ -94,7 +99,7 @@ void Channel::submit(int row, const QString &value)
 {
     const Catalogue::Flags flags = flagsOf(row);
     // While a set is unanswered, going back to the value held is a change like any other.
-    const bool isHeld = normalized(row, value) == valueOf(row) && !hasPendingSet(row);
+    const bool isHeld = normalized(row, value) == valueOf(row) && !hasPendingSet(row) && !m_link->isStale();
     if (isHeld && !flags.testFlag(Catalogue::AlwaysSent))
         return;
     const Request request = setOf(row, value);
@@ -160,7 +165,7 @@ void Channel::CheckForSupportedCmd(const QString &address, const QString &mnemon
 {
     const bool refused =
         type == StandardCommand::Set && (status == StandardCommand::Failed || status == StandardCommand::TimedOut);
-    const Report report{ address, mnemonic, data, refused };
+    const Report report{ address, mnemonic, data, refused, type == StandardCommand::Query };
     if (const int row = rowOf(mnemonic); row >= 0)
         processReport(row, report);
     else
@@ -198,7 +203,9 @@ void Channel::applySetting(int row, const Report &report)
     takeSetting(row, report);
     if (m_catalogue[std::size_t(row)].kind != Catalogue::Kind::Silent)
         Q_EMIT SettingChanged(report.address, report.mnemonic, valueOf(row));
-    mirror(row, valueOf(row));
+    // The client that has just set another value would take this for its answer.
+    if (!report.isAnswer || !hasPendingSet(row))
+        mirror(row, valueOf(row));
 }
 
 void Channel::takeSetting(int row, const Report &report)

@@ -67,6 +67,8 @@ public:
     /// Takes a message of the remote client: every query and set gets an answer, and a set that is taken goes on as a
     /// change made at the panel would. Anything else is ignored.
     virtual void ProcessCmd(const RemoteCommand &message);
+    /// Whether the card tells readings unasked as things are.
+    [[nodiscard]] virtual bool isReporting() const;
     /// Queues one query for every setting, in catalogue order.
     virtual void RequestSettings();
     /// Copies a set command to the slaved channels while this channel is slaved.
@@ -101,7 +103,8 @@ protected:
         QString address;
         QString mnemonic;
         QString data;
-        bool refused = false; ///< the set was rejected or not answered
+        bool refused = false;  ///< the set was rejected or not answered
+        bool isAnswer = false; ///< to a query
     };
 
     /// Where the remote client asks, and is told of settings; null until it is opened.
@@ -110,8 +113,8 @@ protected:
     [[nodiscard]] SerialPortController *remoteEyeAndStatusLink() const { return m_remoteEyeAndStatusLink; }
     [[nodiscard]] const QString &valueOf(int row) const { return m_values[row].current; }
 
-    /// Asks the card for a new value; the value already held sends nothing, unless another one is still asked for or
-    /// the row says otherwise.
+    /// Asks the card for a new value; the value already held sends nothing, unless another one is still asked for, the
+    /// card may hold another one, or the row says otherwise.
     void submit(int row, const QString &value);
     /// Puts @p value into the cache, the one before into the previous value.
     void store(int row, const QString &value);

@@ -49,6 +49,7 @@ public:
 
     void setSpan(const QString &value) { submit(settableAt(Commands::SPAN), value); }
     void setData(const QString &value) { submit(settableAt(Commands::DATA), value); }
+    [[nodiscard]] bool isReporting() const override { return getDATA() == QLatin1StringView("1"); }
     /// The card's functions have no names.
     void setNAME(const QString &name) override { Q_UNUSED(name) }
 

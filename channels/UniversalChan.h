@@ -81,6 +81,8 @@ public:
     void setLOGC(const QString &value) { submit(settableAt(Commands::LOGC), value); }
     void setABSSI(const QString &value) { submit(settableAt(Commands::ABSSI), value); }
 
+    [[nodiscard]] bool isReporting() const override { return false; } ///< its reading may stay as it is for long
+
     /// Tells the chassis whether a remote client is there.
     /// @param value "1" or "0"; sent on every call
     void setREMOTE(const QString &value);

@@ -143,7 +143,7 @@ QString LinkStatusLine::stateOf(const SerialPortController &link) const
     }
     if (link.portType() == SerialPortController::REMOTE_LINK)
         return m_isClientPresent ? u"client present"_s : u"no client"_s;
-    return status.hasOtherCards ? u"live with other cards, restart to see them"_s : u"live"_s;
+    return status.hasOtherCards ? u"live, other card list, restart to see it"_s : u"live"_s;
 }
 
 void LinkStatusLine::showChassis(const SerialPortController &link)

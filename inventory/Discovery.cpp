@@ -49,7 +49,7 @@ Discovery::Discovery(SerialPortController *link, const QString &systemIdentifier
     connect(&m_startupTmr, &QTimer::timeout, link, &SerialPortController::EstablishCommTmr_Tick, Qt::QueuedConnection);
     connect(&m_cardListTmr, &QTimer::timeout, this, &Discovery::requestCardList);
     m_silenceTmr.setInterval(kSilenceCheckMs);
-    connect(&m_silenceTmr, &QTimer::timeout, this, &Discovery::watchForSilence);
+    connect(&m_silenceTmr, &QTimer::timeout, this, &Discovery::watchReports);
 }
 
 Discovery::~Discovery() = default;
@@ -84,7 +84,7 @@ void Discovery::pause()
     m_cardListTmr.stop();
     m_silenceTmr.stop();
     m_isReading = false;
-    m_isProbing = false;
+    m_probes.clear();
     if (std::exchange(m_isEstablished, false))
         m_countdown = 0;
 }
@@ -95,21 +95,37 @@ void Discovery::resume()
         start(kTickMs, nullptr);
 }
 
+/// What still waits of the reading before is asked again with all else.
 void Discovery::askAnew()
 {
     qCInfo(lcDiscovery) << "asks for everything anew";
     pause();
+    m_link->dropBackground();
     resume();
 }
 
-/// A chassis that has never reported may have nothing to report. One that answers and goes on without a report is asked
-/// less and less often.
-void Discovery::watchForSilence()
+/// A chassis that goes on without a report, or that loses answers each time, is asked less and less often.
+void Discovery::watchReports()
 {
-    if (m_link->status().withoutReportMs < kSwitchedOffMs << std::min(m_silentReadings, kMostDoublings))
-        return;
-    ++m_silentReadings;
-    askAnew();
+    const auto isOver = [](qint64 ms, int rounds) { return ms >= kSwitchedOffMs << std::min(rounds, kMostDoublings); };
+    if (!isReportDue())
+        m_link->forgetReports();
+    else if (m_link->status().withoutReportMs == 0)
+        m_link->expectReports();
+    if (m_sinceLoss.isValid() && isOver(m_sinceLoss.elapsed(), m_lossyReadings)) {
+        askAnew();
+    } else if (isOver(m_link->status().withoutReportMs, m_silentReadings)) {
+        ++m_silentReadings;
+        askAnew();
+    }
+}
+
+/// A chassis that has never reported may have nothing to report.
+bool Discovery::isReportDue() const
+{
+    return !m_isAcknowledged || (m_hasReported && std::ranges::any_of(m_channels, [](const auto &channel) {
+                                     return channel->isReporting();
+                                 }));
 }
 
 void Discovery::noteReport()
@@ -124,26 +140,35 @@ void Discovery::noteEnd(const StandardCommand &command)
     if (!m_isEstablished)
         return;
     const bool isAnswered = command.status() == StandardCommand::Completed;
-    if (command.mnemonic() == Commands::TRON && m_isReading) {
+    if (command.mnemonic() == Commands::TRON && m_isReading)
         endReading(isAnswered);
-    } else if (command.mnemonic() == Commands::CLST && isAnswered && m_hasCardList) {
-        m_hasOtherCards = command.responseData() != m_cardList;
-    } else if (command.type() == StandardCommand::Query && m_isReading) {
+    else if (command.mnemonic() == Commands::CLST && isAnswered && m_hasCardList)
+        noteCardList(command);
+    else if (command.type() == StandardCommand::Query && m_isReading)
         noteSetting(command);
-    } else if (m_isProbing && command.commandText() == m_unknown->commandText()) {
-        m_isProbing = false;
-        if (isAnswered)
-            askAnew();
-    }
+    else if (!m_probes.isEmpty())
+        noteProbe(command);
+}
+
+/// A list that differs is asked for once more, and believed when it comes twice.
+void Discovery::noteCardList(const StandardCommand &query)
+{
+    const QString cardList = query.responseData();
+    m_unanswered = 0;
+    m_hasOtherCards = cardList != m_cardList && (m_hasOtherCards || cardList == m_otherCardList);
+    if (cardList != m_cardList && std::exchange(m_otherCardList, cardList) != cardList)
+        m_missing.append(query);
 }
 
 void Discovery::noteSetting(const StandardCommand &query)
 {
     m_unanswered = query.status() == StandardCommand::TimedOut ? m_unanswered + 1 : 0;
-    if (m_unanswered == kAwayQueries)
-        m_missing.removeLast();
+    if (m_unanswered == kAwayQueries) {
+        m_lost.append(m_missing.takeLast());
+        m_probes.append(query);
+    }
     if (m_unanswered >= kAwayQueries)
-        m_unknown = query;
+        m_lost.append(query);
     else if (query.status() != StandardCommand::Completed)
         m_missing.append(query);
 }
@@ -155,25 +180,42 @@ void Discovery::endReading(bool isAcknowledged)
 {
     m_isReading = false;
     m_silenceTmr.start();
-    // Spectra stay out while no client wants any.
-    const bool hasToReport = m_hasReported && m_link->portType() == SerialPortController::COMMAND_LINK;
-    if (!isAcknowledged || hasToReport)
+    m_isAcknowledged = isAcknowledged;
+    if (isReportDue())
         m_link->expectReports();
-    m_isProbing = m_unknown.has_value();
-    if (m_isProbing)
-        askAgain(*m_unknown);
-    if (m_settingsAsked == 0)
-        return;
-    for (const StandardCommand &query : std::exchange(m_missing, {}))
-        askAgain(query);
+    if (m_probes.isEmpty())
+        m_lossyReadings = 0;
+    askAgain(m_probes);
+    if (m_settingsAsked > 0)
+        askAgain(std::exchange(m_missing, {}));
 }
 
-void Discovery::askAgain(const StandardCommand &query)
+/// The first time the chassis was away, and has forgotten what it told before. A line that loses answers again and
+/// again is asked for these at once, and for everything later.
+void Discovery::noteProbe(const StandardCommand &query)
+{
+    const auto probe = std::ranges::find(m_probes, query.commandText(), &StandardCommand::commandText);
+    if (probe == m_probes.end())
+        return;
+    m_probes.erase(probe);
+    if (query.status() != StandardCommand::Completed) {
+        if (m_probes.isEmpty())
+            m_lossyReadings = 0;
+    } else if (m_probes.clear(); m_lossyReadings++ == 0) {
+        askAnew();
+    } else {
+        m_sinceLoss.start();
+        askAgain(std::exchange(m_lost, {}));
+    }
+}
+
+void Discovery::askAgain(const QList<StandardCommand> &queries)
 {
     const QScopedValueRollback background(m_readsInBackground, true);
-    m_link->AddCmdToTxmtCmdQueue(new StandardCommand(query.owner(), query.address(), query.mnemonic(), query.data(),
-                                                     StandardCommand::Queued, StandardCommand::Query,
-                                                     StandardCommand::kTimeOutMs));
+    for (const StandardCommand &query : queries)
+        m_link->AddCmdToTxmtCmdQueue(new StandardCommand(query.owner(), query.address(), query.mnemonic(), query.data(),
+                                                         StandardCommand::Queued, StandardCommand::Query,
+                                                         StandardCommand::kTimeOutMs));
 }
 
 void Discovery::report(LinkStatus &status) const
@@ -276,10 +318,11 @@ void Discovery::requestAllSettings()
     queueRequest(UniversalChan::Commands::TRON, u"ON"_s, StandardCommand::Set);
     m_link->forgetReports();
     m_isReading = true;
+    m_sinceLoss.invalidate();
     m_unanswered = 0;
-    m_unknown.reset();
     m_missing.clear();
-    m_isProbing = false;
+    m_lost.clear();
+    m_probes.clear();
 }
 
 void Discovery::consolidateCards() { m_cards = CardList::consolidated(m_cards); }

@@ -4,6 +4,7 @@
 #include "link/LinkStatus.h"
 #include "link/StandardCommand.h"
 
+#include <QElapsedTimer>
 #include <QList>
 #include <QObject>
 #include <QPointer>
@@ -11,7 +12,6 @@
 #include <QTimer>
 
 #include <memory>
-#include <optional>
 #include <vector>
 
 class Channel;
@@ -51,8 +51,10 @@ public:
     /// Tells how far it has come.
     void report(LinkStatus &status) const;
 
-    /// Whether what is queued just now is the repeated reading of settings, which lets all else pass.
+    /// Whether the queries that are queued just now are the repeated reading of settings, which lets all else pass.
     [[nodiscard]] bool readsInBackground() const { return m_readsInBackground; }
+    /// Whether the chassis may hold other settings than the channels, which were all read once.
+    [[nodiscard]] bool isStale() const { return m_hasAllSettings && (!m_isEstablished || m_isReading); }
 
     /// Notes a reading that came unasked.
     void noteReport();
@@ -76,10 +78,13 @@ public:
 private:
     void establish(const QString &version);
     void askAnew();
-    void watchForSilence();
+    void watchReports();
+    [[nodiscard]] bool isReportDue() const;
+    void noteCardList(const StandardCommand &query);
     void noteSetting(const StandardCommand &query);
+    void noteProbe(const StandardCommand &query);
     void endReading(bool isAcknowledged);
-    void askAgain(const StandardCommand &query);
+    void askAgain(const QList<StandardCommand> &queries);
     void createSystemChannel();
     void requestCardList();
     void requestAllSettings();
@@ -97,14 +102,18 @@ private:
     std::size_t m_behindSettings = 0;
     bool m_isReading = false; ///< until the request behind the settings has ended
     bool m_readsInBackground = false;
-    std::size_t m_settingsAsked = 0;          ///< of a repeated reading
-    int m_unanswered = 0;                     ///< settings queries in a row
-    std::optional<StandardCommand> m_unknown; ///< one that went unanswered among others
-    QList<StandardCommand> m_missing;         ///< those that went unanswered or were refused alone
-    bool m_isProbing = false;                 ///< m_unknown is asked once more
+    std::size_t m_settingsAsked = 0;  ///< of a repeated reading
+    int m_unanswered = 0;             ///< settings queries in a row
+    QList<StandardCommand> m_missing; ///< those that went unanswered or were refused alone
+    QList<StandardCommand> m_lost;    ///< those that went unanswered in a row
+    QList<StandardCommand> m_probes;  ///< of those one each time, asked once more
+    QElapsedTimer m_sinceLoss;        ///< since a probe was answered, until all is read again
+    int m_lossyReadings = 0;          ///< in a row of which a probe was answered
+    bool m_isAcknowledged = true;     ///< the request for reports
     bool m_hasReported = false;
     int m_silentReadings = 0; ///< in a row that no report has followed
     QString m_cardList;
+    QString m_otherCardList; ///< as told last, if it differs
     bool m_hasOtherCards = false;
     QTimer m_startupTmr;
     QTimer m_cardListTmr;

@@ -216,6 +216,8 @@ LinkStatus SerialPortController::status() const
     return status;
 }
 
+bool SerialPortController::isStale() const { return isLost() || (m_discovery && m_discovery->isStale()); }
+
 void SerialPortController::noteReport()
 {
     expectReports();
@@ -299,7 +301,10 @@ void SerialPortController::AddCmdToTxmtCmdQueue(StandardCommand *command)
         timeOut(command);
         return;
     }
-    if (m_discovery->readsInBackground())
+    // A set never waits behind a newer one.
+    const bool isOfReading =
+        command->type() == StandardCommand::Query || command->mnemonic() == UniversalChan::Commands::TRON;
+    if (m_discovery->readsInBackground() && isOfReading)
         m_txmtCmdQueue.appendInBackground(command);
     else
         m_txmtCmdQueue.append(command);

@@ -63,6 +63,10 @@ public:
     /// Whether the cable is pulled.
     [[nodiscard]] bool isLost() const;
     [[nodiscard]] LinkStatus status() const;
+    /// Whether the far end may hold other settings than its channels here.
+    [[nodiscard]] bool isStale() const;
+    /// Forgets the queries that let all others pass.
+    void dropBackground() { m_txmtCmdQueue.dropBackground(); }
     /// Notes for the status that a frame has come.
     void noteMessage() { m_lastMessage.start(); }
     /// Notes that the far end has reported a reading; neither answers nor settings that it tells are reports.

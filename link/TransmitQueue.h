@@ -34,6 +34,8 @@ public:
         m_background.emplace_back(message);
     }
 
+    void dropBackground() { m_background.clear(); }
+
     /// The next message, now sent and in flight; null while nothing waits or the one before is unfinished.
     [[nodiscard]] Message *takeNext()
     {

@@ -57,6 +57,7 @@ class ProgramTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase() { ::signal(SIGHUP, SIG_DFL); } // the programs take over what is ignored here
     void withoutIdentifier();
     void legacyBoard_data();
     void legacyBoard();

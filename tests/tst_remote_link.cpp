@@ -35,6 +35,7 @@ private Q_SLOTS:
     void renewedValues();
     void endOfMessage_data();
     void endOfMessage();
+    void olderAnswer();
     void presenceAskedRegularly();
     void presenceNotEvenAsked();
     void clientThatDoesNotRead();
@@ -83,6 +84,20 @@ void RemoteLinkTest::endOfMessage()
     QCOMPARE(sender.heard, texts[2]);
     QCOMPARE(record.client, (QStringList{ QString::fromLatin1(texts[0]), u"R1:AFCM:4"_s }));
     QCOMPARE(record.card, QStringList());
+}
+
+/// What the card was asked before the client's set is not the outcome of that.
+void RemoteLinkTest::olderAnswer()
+{
+    RemoteLinksBench bench(kChassis);
+    bench.far.ignore("R1:FREQ");
+    bench.queue(bench.receiver(1), u"R1"_s, u"FREQ"_s, {}, StandardCommand::Query);
+    QVERIFY(bench.far.waitForFrame("R1:FREQ"));
+    bench.client.sendFrame("R1:FREQ:2260.5");
+    QVERIFY(bench.client.waitForFrame("R1:FREQ:2260.5\x06"));
+    bench.far.behave("R1:FREQ");
+    bench.far.sendFrame("R1:FREQ:2251.5");
+    QCOMPARE(bench.play(u"card R1:XXXX:1"_s).client, QStringList({ u"R1:FREQ:2260.5+"_s, u"R1:FREQ:2260.5"_s }));
 }
 
 void RemoteLinkTest::presenceAskedRegularly()
