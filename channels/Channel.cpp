@@ -95,12 +95,12 @@ Catalogue::Flags Channel::flagsOf(int row) const
     return row == kNoRow ? Catalogue::Flags() : m_catalogue[std::size_t(row)].flags;
 }
 
-void Channel::submit(int row, const QString &value)
+void Channel::submit(int row, const QString &value, bool evenIfHeld)
 {
     const Catalogue::Flags flags = flagsOf(row);
     // While a set is unanswered, going back to the value held is a change like any other.
-    const bool isHeld = normalized(row, value) == valueOf(row) && !hasPendingSet(row) && !m_link->isStale();
-    if (isHeld && !flags.testFlag(Catalogue::AlwaysSent))
+    const bool isHeld = normalized(row, value) == valueOf(row) && !hasPendingSet(row);
+    if (isHeld && !evenIfHeld && !flags.testFlag(Catalogue::AlwaysSent))
         return;
     const Request request = setOf(row, value);
     if (request.mnemonic.isEmpty())
@@ -314,7 +314,7 @@ void Channel::carryOutSet(const QString &mnemonic, const QString &data)
     if (flagsOf(row).testFlag(Catalogue::PassedOn))
         sendSet(row, { m_address, mnemonic, data });
     else
-        submit(row, fromClient(row, data).value_or(data));
+        submit(row, fromClient(row, data).value_or(data), m_link->isStale());
 }
 
 /// The text that the client gets for a value; what is no number stays as it is.

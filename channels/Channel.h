@@ -113,9 +113,10 @@ protected:
     [[nodiscard]] SerialPortController *remoteEyeAndStatusLink() const { return m_remoteEyeAndStatusLink; }
     [[nodiscard]] const QString &valueOf(int row) const { return m_values[row].current; }
 
-    /// Asks the card for a new value; the value already held sends nothing, unless another one is still asked for, the
-    /// card may hold another one, or the row says otherwise.
-    void submit(int row, const QString &value);
+    /// Asks the card for a new value; the value already held sends nothing, unless another one is still asked for or
+    /// the row says otherwise.
+    /// @param evenIfHeld sends it in any case: somebody wants it now, whatever the card may hold by now
+    void submit(int row, const QString &value, bool evenIfHeld = false);
     /// Puts @p value into the cache, the one before into the previous value.
     void store(int row, const QString &value);
     void sendQuery(int row);

@@ -124,16 +124,18 @@ void LinkGuardTest::readInBackground()
     QCOMPARE(status.settingsAsked, reading({}).size() - 1);
     for (const QString &bandwidth : u"2 3 0 2"_s.split(u' '))
         bench.receiver(2)->setIFBW(bandwidth);
-    bench.receiver(2)->setAGCT(bench.receiver(2)->getAGCT()); // the chassis may hold another one
+    bench.receiver(2)->setAGCT(u"3"_s);
+    bench.receiver(2)->setAFC(bench.receiver(2)->getAFC()); // a field that was only left
     bench.far.behave("R1:FREQ");
     bench.far.sendFrame("R1:FREQ:2251.5");
     QVERIFY(bench.far.waitForFrame("U0:TRON:ON"));
     QCOMPARE(bench.far.framesSince(mark).first(6),
-             "R2:IFBW:2 R2:IFBW:3 R2:IFBW:0 R2:IFBW:2 R1:IFLS R2:AGCT:1"_ba.split(' '));
+             "R2:IFBW:2 R2:IFBW:3 R2:IFBW:0 R2:IFBW:2 R1:IFLS R2:AGCT:3"_ba.split(' '));
     QVERIFY(bench.idle());
     QCOMPARE(bench.receiver(1)->getNAME(), u"North"_s);
     QCOMPARE(bench.receiver(1)->getFREQ(), u"2251.5"_s);
     QCOMPARE(bench.receiver(2)->getIFBW(), u"2"_s);
+    QVERIFY(!bench.far.frames().contains("R2:AFC:1"));
     QCOMPARE(bench.far.frames().count("R1:NAME"), 2);
     QVERIFY(bench.link.status().hasOtherCards);
     QCOMPARE(bench.link.status().state, LinkStatus::State::Live);

@@ -1,3 +1,4 @@
+#include "link/LinkGuard.h"
 #include "support/RemoteLinksBench.h"
 
 #include <QElapsedTimer>
@@ -36,6 +37,7 @@ private Q_SLOTS:
     void endOfMessage_data();
     void endOfMessage();
     void olderAnswer();
+    void staleValue();
     void presenceAskedRegularly();
     void presenceNotEvenAsked();
     void clientThatDoesNotRead();
@@ -98,6 +100,22 @@ void RemoteLinkTest::olderAnswer()
     bench.far.behave("R1:FREQ");
     bench.far.sendFrame("R1:FREQ:2251.5");
     QCOMPARE(bench.play(u"card R1:XXXX:1"_s).client, QStringList({ u"R1:FREQ:2260.5+"_s, u"R1:FREQ:2260.5"_s }));
+}
+
+/// A set of the value held is sent while the card may hold another one by now.
+void RemoteLinkTest::staleValue()
+{
+    RemoteLinksBench bench(kChassis);
+    bench.far.unplug();
+    bench.link.findChild<LinkGuard *>()->check();
+    bench.far.ignore("U0:NAME");
+    bench.far.plug();
+    QVERIFY(bench.far.waitForFrame("U0:NAME", 10'000));
+    bench.client.sendFrame("R1:AGCT:1");
+    QVERIFY(bench.far.waitForFrame("R1:AGCT:1"));
+    QVERIFY(bench.far.waitForFrame("U0:TRON:ON", 10'000) && bench.settle());
+    bench.far.clear();
+    QCOMPARE(bench.play(u"client R1:AGCT:1"_s).card, QStringList());
 }
 
 void RemoteLinkTest::presenceAskedRegularly()
