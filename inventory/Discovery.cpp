@@ -25,9 +25,6 @@ constexpr int kTickMs = 1000;
 constexpr int kVersionRetrySeconds = 2; ///< ticks between two rounds of version queries, less one
 constexpr int kCardListRetryMs = 3000;
 constexpr int kSilenceCheckMs = 1000;
-constexpr qint64 kSwitchedOffMs = 10'000; ///< so long without reports, a chassis was switched off
-constexpr int kMostDoublings = 6;
-constexpr int kAwayQueries = 2; ///< so many in a row unanswered, it may have been away for a while
 
 void requestSettings(Channel *channel)
 {
@@ -83,8 +80,7 @@ void Discovery::pause()
 {
     m_cardListTmr.stop();
     m_silenceTmr.stop();
-    m_isReading = false;
-    m_probes.clear();
+    m_reading.giveUp();
     if (std::exchange(m_isEstablished, false))
         m_countdown = 0;
 }
@@ -104,18 +100,17 @@ void Discovery::askAnew()
     resume();
 }
 
-/// A chassis that goes on without a report, or that loses answers each time, is asked less and less often.
+/// Without reports for long, a chassis was switched off.
 void Discovery::watchReports()
 {
-    const auto isOver = [](qint64 ms, int rounds) { return ms >= kSwitchedOffMs << std::min(rounds, kMostDoublings); };
     if (!isReportDue())
         m_link->forgetReports();
     else if (m_link->status().withoutReportMs == 0)
         m_link->expectReports();
-    if (m_sinceLoss.isValid() && isOver(m_sinceLoss.elapsed(), m_lossyReadings)) {
+    if (m_reading.isDueAnew()) {
         askAnew();
-    } else if (isOver(m_link->status().withoutReportMs, m_silentReadings)) {
-        ++m_silentReadings;
+    } else if (m_patience.isOver(m_link->status().withoutReportMs)) {
+        m_patience.lengthen();
         askAnew();
     }
 }
@@ -131,7 +126,7 @@ bool Discovery::isReportDue() const
 void Discovery::noteReport()
 {
     m_hasReported = true;
-    m_silentReadings = 0;
+    m_patience.reset();
 }
 
 void Discovery::noteEnd(const StandardCommand &command)
@@ -140,79 +135,41 @@ void Discovery::noteEnd(const StandardCommand &command)
     if (!m_isEstablished)
         return;
     const bool isAnswered = command.status() == StandardCommand::Completed;
-    if (command.mnemonic() == Commands::TRON && m_isReading)
+    if (command.mnemonic() == Commands::TRON && m_reading.isRunning())
         endReading(isAnswered);
     else if (command.mnemonic() == Commands::CLST && isAnswered && m_hasCardList)
         noteCardList(command);
-    else if (command.type() == StandardCommand::Query && m_isReading)
-        noteSetting(command);
-    else if (!m_probes.isEmpty())
-        noteProbe(command);
+    else if (command.type() == StandardCommand::Query && m_reading.isRunning())
+        m_reading.note(command);
+    else
+        follow(m_reading.noteProbe(command));
 }
 
 /// A list that differs is asked for once more, and believed when it comes twice.
 void Discovery::noteCardList(const StandardCommand &query)
 {
     const QString cardList = query.responseData();
-    m_unanswered = 0;
+    m_reading.note(query);
     m_hasOtherCards = cardList != m_cardList && (m_hasOtherCards || cardList == m_otherCardList);
     if (cardList != m_cardList && std::exchange(m_otherCardList, cardList) != cardList)
-        m_missing.append(query);
+        m_reading.askOnceMore(query);
 }
 
-void Discovery::noteSetting(const StandardCommand &query)
-{
-    m_unanswered = query.status() == StandardCommand::TimedOut ? m_unanswered + 1 : 0;
-    if (m_unanswered == kAwayQueries) {
-        m_lost.append(m_missing.takeLast());
-        m_probes.append(query);
-    }
-    if (m_unanswered >= kAwayQueries)
-        m_lost.append(query);
-    else if (query.status() != StandardCommand::Completed)
-        m_missing.append(query);
-}
-
-/// Settings that went unanswered in a row may be such as the chassis does not have, or it was away when it was asked:
-/// one of them tells. One that is missing alone in a repeated reading is asked once more, for the panel shows it since
-/// long.
 void Discovery::endReading(bool isAcknowledged)
 {
-    m_isReading = false;
     m_silenceTmr.start();
     m_isAcknowledged = isAcknowledged;
     if (isReportDue())
         m_link->expectReports();
-    if (m_probes.isEmpty())
-        m_lossyReadings = 0;
-    askAgain(m_probes);
-    if (m_settingsAsked > 0)
-        askAgain(std::exchange(m_missing, {}));
+    follow(m_reading.end(m_settingsAsked > 0));
 }
 
-/// The first time the chassis was away, and has forgotten what it told before. A line that loses answers again and
-/// again is asked for these at once, and for everything later.
-void Discovery::noteProbe(const StandardCommand &query)
+void Discovery::follow(const SettingsReading::Advice &advice)
 {
-    const auto probe = std::ranges::find(m_probes, query.commandText(), &StandardCommand::commandText);
-    if (probe == m_probes.end())
-        return;
-    m_probes.erase(probe);
-    if (query.status() != StandardCommand::Completed) {
-        if (m_probes.isEmpty())
-            m_lossyReadings = 0;
-    } else if (m_probes.clear(); m_lossyReadings++ == 0) {
+    if (advice.isAnew)
         askAnew();
-    } else {
-        m_sinceLoss.start();
-        askAgain(std::exchange(m_lost, {}));
-    }
-}
-
-void Discovery::askAgain(const QList<StandardCommand> &queries)
-{
     const QScopedValueRollback background(m_readsInBackground, true);
-    for (const StandardCommand &query : queries)
+    for (const StandardCommand &query : advice.queries)
         m_link->AddCmdToTxmtCmdQueue(new StandardCommand(query.owner(), query.address(), query.mnemonic(), query.data(),
                                                          StandardCommand::Queued, StandardCommand::Query,
                                                          StandardCommand::kTimeOutMs));
@@ -222,7 +179,7 @@ void Discovery::report(LinkStatus &status) const
 {
     const auto &queue = m_link->txmtCmdQueue();
     const std::size_t taken = queue.takenCount();
-    const bool isRepeated = m_isReading && m_settingsAsked > 0;
+    const bool isRepeated = m_reading.isRunning() && m_settingsAsked > 0;
     if (isRepeated) {
         const std::size_t ahead = std::clamp<std::size_t>(queue.backgroundCount(), 1, m_settingsAsked + 1) - 1;
         status.settingsAsked = static_cast<int>(m_settingsAsked);
@@ -317,12 +274,7 @@ void Discovery::requestAllSettings()
                                                          StandardCommand::Marker, StandardCommand::kMarkerTimeOutMs));
     queueRequest(UniversalChan::Commands::TRON, u"ON"_s, StandardCommand::Set);
     m_link->forgetReports();
-    m_isReading = true;
-    m_sinceLoss.invalidate();
-    m_unanswered = 0;
-    m_missing.clear();
-    m_lost.clear();
-    m_probes.clear();
+    m_reading.begin();
 }
 
 void Discovery::consolidateCards() { m_cards = CardList::consolidated(m_cards); }

@@ -1,10 +1,11 @@
 #pragma once
 
+#include "inventory/BackOff.h"
 #include "inventory/Card.h"
+#include "inventory/SettingsReading.h"
 #include "link/LinkStatus.h"
 #include "link/StandardCommand.h"
 
-#include <QElapsedTimer>
 #include <QList>
 #include <QObject>
 #include <QPointer>
@@ -54,7 +55,7 @@ public:
     /// Whether the queries that are queued just now are the repeated reading of settings, which lets all else pass.
     [[nodiscard]] bool readsInBackground() const { return m_readsInBackground; }
     /// Whether the chassis may hold other settings than the channels, which were all read once.
-    [[nodiscard]] bool isStale() const { return m_hasAllSettings && (!m_isEstablished || m_isReading); }
+    [[nodiscard]] bool isStale() const { return m_hasAllSettings && (!m_isEstablished || m_reading.isRunning()); }
 
     /// Notes a reading that came unasked.
     void noteReport();
@@ -81,10 +82,8 @@ private:
     void watchReports();
     [[nodiscard]] bool isReportDue() const;
     void noteCardList(const StandardCommand &query);
-    void noteSetting(const StandardCommand &query);
-    void noteProbe(const StandardCommand &query);
     void endReading(bool isAcknowledged);
-    void askAgain(const QList<StandardCommand> &queries);
+    void follow(const SettingsReading::Advice &advice);
     void createSystemChannel();
     void requestCardList();
     void requestAllSettings();
@@ -100,18 +99,12 @@ private:
     bool m_hasAllSettings = false;
     std::size_t m_firstSetting = 0; ///< of the first reading, by the queue's count
     std::size_t m_behindSettings = 0;
-    bool m_isReading = false; ///< until the request behind the settings has ended
+    std::size_t m_settingsAsked = 0; ///< of a repeated reading
     bool m_readsInBackground = false;
-    std::size_t m_settingsAsked = 0;  ///< of a repeated reading
-    int m_unanswered = 0;             ///< settings queries in a row
-    QList<StandardCommand> m_missing; ///< those that went unanswered or were refused alone
-    QList<StandardCommand> m_lost;    ///< those that went unanswered in a row
-    QList<StandardCommand> m_probes;  ///< of those one each time, asked once more
-    QElapsedTimer m_sinceLoss;        ///< since a probe was answered, until all is read again
-    int m_lossyReadings = 0;          ///< in a row of which a probe was answered
-    bool m_isAcknowledged = true;     ///< the request for reports
+    SettingsReading m_reading;    ///< runs until the request behind the settings has ended
+    bool m_isAcknowledged = true; ///< the request for reports
     bool m_hasReported = false;
-    int m_silentReadings = 0; ///< in a row that no report has followed
+    BackOff m_patience; ///< lengthened by each reading in a row that no report has followed
     QString m_cardList;
     QString m_otherCardList; ///< as told last, if it differs
     bool m_hasOtherCards = false;

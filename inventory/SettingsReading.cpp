@@ -1,0 +1,74 @@
+#include "inventory/SettingsReading.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+constexpr int kAwayQueries = 2; ///< so many in a row unanswered, the chassis may have been away for a while
+
+} // namespace
+
+void SettingsReading::begin()
+{
+    m_isRunning = true;
+    m_unanswered = 0;
+    m_missing.clear();
+    m_lost.clear();
+    m_probes.clear();
+    m_sinceLoss.invalidate();
+}
+
+void SettingsReading::giveUp()
+{
+    m_isRunning = false;
+    m_probes.clear();
+}
+
+bool SettingsReading::isDueAnew() const { return m_sinceLoss.isValid() && m_patience.isOver(m_sinceLoss.elapsed()); }
+
+void SettingsReading::note(const StandardCommand &query)
+{
+    m_unanswered = query.status() == StandardCommand::TimedOut ? m_unanswered + 1 : 0;
+    if (m_unanswered == kAwayQueries) {
+        m_lost.append(m_missing.takeLast());
+        m_probes.append(query);
+    }
+    if (m_unanswered >= kAwayQueries)
+        m_lost.append(query);
+    else if (query.status() != StandardCommand::Completed)
+        m_missing.append(query);
+}
+
+SettingsReading::Advice SettingsReading::end(bool isRepeated)
+{
+    m_isRunning = false;
+    if (m_probes.isEmpty())
+        m_patience.reset();
+    QList<StandardCommand> queries = m_probes;
+    if (isRepeated)
+        queries += std::exchange(m_missing, {});
+    return { false, queries };
+}
+
+/// The first time the chassis was away. A line that loses answers again and again is asked for the lost ones at once,
+/// and for everything later.
+SettingsReading::Advice SettingsReading::noteProbe(const StandardCommand &command)
+{
+    const auto probe = std::ranges::find(m_probes, command.commandText(), &StandardCommand::commandText);
+    if (probe == m_probes.end())
+        return {};
+    m_probes.erase(probe);
+    if (command.status() != StandardCommand::Completed) {
+        if (m_probes.isEmpty())
+            m_patience.reset();
+        return {};
+    }
+    m_probes.clear();
+    const bool isFirst = !m_patience.isLengthened();
+    m_patience.lengthen();
+    if (isFirst)
+        return { true, {} };
+    m_sinceLoss.start();
+    return { false, std::exchange(m_lost, {}) };
+}
