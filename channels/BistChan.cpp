@@ -1,6 +1,22 @@
 #include "channels/BistChan.h"
 
 #include "link/RemoteCommand.h"
+#include "link/SerialPortController.h"
+
+namespace {
+
+bool isReading(const QString &mnemonic) { return mnemonic.startsWith(u'R', Qt::CaseInsensitive); }
+
+} // namespace
+
+void BistChan::ProcessCmd(const StandardCommand &command)
+{
+    if (command.status() == StandardCommand::Received && isReading(command.responseMnemonic())) {
+        m_isReporting = true;
+        link()->noteReport();
+    }
+    Channel::ProcessCmd(command);
+}
 
 void BistChan::processSpecial(int row, const Report &report)
 {
@@ -18,11 +34,13 @@ void BistChan::processUnknown(const Report &report)
         m_values.insert(report.mnemonic, report.data);
     else if (report.refused && !isKnown)
         return; // no value in force to tell
+    if (report.isAnswer && isSetPending(report.mnemonic))
+        return; // older than what the client has just set
     auto message = std::make_unique<RemoteCommand>(this, address(), report.mnemonic,
                                                    report.refused ? value(report.mnemonic) : report.data,
                                                    RemoteCommand::kPushTimeOutMs, RemoteCommand::Forwarded, true);
     message->setReplaceable(m_values.contains(report.mnemonic)); // a card that babbles is bounded as a series
-    if (report.mnemonic.startsWith(u'R', Qt::CaseInsensitive))
+    if (isReading(report.mnemonic))
         pushToStatus(std::move(message));
     else
         pushToRemote(std::move(message));
@@ -44,5 +62,5 @@ void BistChan::carryOutSet(const QString &mnemonic, const QString &data)
     if (mnemonic == Commands::NAME)
         setNAME(data);
     else
-        sendSet(kNoRow, { address(), mnemonic, data });
+        sendSet(rowOf(mnemonic), { address(), mnemonic, data });
 }

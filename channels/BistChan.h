@@ -66,6 +66,10 @@ public:
     {
     }
 
+    using Channel::ProcessCmd;
+    void ProcessCmd(const StandardCommand &command) override;
+    /// The card tells readings as soon as it has told one.
+    [[nodiscard]] bool isReporting() const override { return m_isReporting; }
     /// Last value reported under this mnemonic; null if there was none.
     [[nodiscard]] QString value(const QString &mnemonic) const { return m_values.value(mnemonic); }
 
@@ -79,5 +83,6 @@ protected:
 private:
     static constexpr qsizetype kMaxValues = 1000; ///< a client may name whatever it likes
 
+    bool m_isReporting = false;
     QHash<QString, QString> m_values;
 };

@@ -83,6 +83,12 @@ Channel::Request Channel::setOf(int row, const QString &value) const
     return { m_address, m_catalogue[std::size_t(row)].name, value };
 }
 
+bool Channel::isWrittenWhole(int row) const
+{
+    Q_UNUSED(row)
+    return true;
+}
+
 int Channel::rowOf(const QString &mnemonic) const
 {
     const auto row = std::find_if(m_catalogue.begin(), m_catalogue.end(),
@@ -178,7 +184,7 @@ void Channel::processReport(int row, const Report &report)
     case Catalogue::Kind::Status:
         if (!report.refused && (report.data != valueOf(row) || !flagsOf(row).testFlag(Catalogue::OnlyDifferent)))
             store(row, report.data);
-        mirror(row, valueOf(row));
+        mirror(row, valueOf(row), report.isAnswer);
         break;
     case Catalogue::Kind::Setting:
     case Catalogue::Kind::Silent:
@@ -187,10 +193,10 @@ void Channel::processReport(int row, const Report &report)
     case Catalogue::Kind::Event:
         if (!report.refused)
             Q_EMIT SettingChanged(report.address, report.mnemonic, report.data);
-        mirror(row, report.data);
+        mirror(row, report.data, report.isAnswer);
         break;
     case Catalogue::Kind::Relayed:
-        mirror(row, report.data);
+        mirror(row, report.data, report.isAnswer);
         break;
     case Catalogue::Kind::Special:
         processSpecial(row, report);
@@ -203,9 +209,7 @@ void Channel::applySetting(int row, const Report &report)
     takeSetting(row, report);
     if (m_catalogue[std::size_t(row)].kind != Catalogue::Kind::Silent)
         Q_EMIT SettingChanged(report.address, report.mnemonic, valueOf(row));
-    // The client that has just set another value would take this for its answer.
-    if (!report.isAnswer || !hasPendingSet(row))
-        mirror(row, valueOf(row));
+    mirror(row, valueOf(row), report.isAnswer);
 }
 
 void Channel::takeSetting(int row, const Report &report)
@@ -243,8 +247,10 @@ void Channel::settingStored(int row) { Q_UNUSED(row) }
 
 // Remote client
 
-void Channel::mirror(int row, const QString &data)
+void Channel::mirror(int row, const QString &data, bool isAnswer)
 {
+    if (isAnswer && hasPendingSet(row))
+        return; // the client that has just set another value would take this for its answer
     const Catalogue::Row &entry = m_catalogue[std::size_t(row)];
     const bool isForRemote = entry.flags.testFlag(Catalogue::ToRemote);
     if (!isForRemote && !entry.flags.testFlag(Catalogue::ToStatus))
@@ -314,7 +320,7 @@ void Channel::carryOutSet(const QString &mnemonic, const QString &data)
     if (flagsOf(row).testFlag(Catalogue::PassedOn))
         sendSet(row, { m_address, mnemonic, data });
     else
-        submit(row, fromClient(row, data).value_or(data), m_link->isStale());
+        submit(row, fromClient(row, data).value_or(data), m_link->isStale() && isWrittenWhole(row));
 }
 
 /// The text that the client gets for a value; what is no number stays as it is.

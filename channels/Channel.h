@@ -125,6 +125,7 @@ protected:
     /// @param row kNoRow for a mnemonic that the catalogue does not hold
     const StandardCommand &sendSet(int row, const Request &request);
     static constexpr int kNoRow = -1;
+    [[nodiscard]] int rowOf(const QString &mnemonic) const;
     /// Stores a setting that differs, unless it was refused, and reports the value in force under the mnemonic of
     /// @p report.
     void applySetting(int row, const Report &report);
@@ -133,6 +134,8 @@ protected:
     [[nodiscard]] virtual Request queryOf(int row) const;
     /// The command that asks the card for a new value of a row; one without mnemonic is not sent.
     [[nodiscard]] virtual Request setOf(int row, const QString &value) const;
+    /// Whether that command writes nothing but the value. Any other one writes back what is held beside it.
+    [[nodiscard]] virtual bool isWrittenWhole(int row) const;
     /// The text that a value is stored and compared as.
     [[nodiscard]] virtual QString normalized(int row, const QString &value) const;
 
@@ -151,7 +154,8 @@ protected:
     // Remote client
 
     /// Tells the client of a report about @p row under this channel's address, on the link that the catalogue names.
-    void mirror(int row, const QString &data);
+    /// @param isAnswer to a query: not told while a set is pending, for it is older
+    void mirror(int row, const QString &data, bool isAnswer);
     /// Hands a message of the card on to the client; takes it over. Nothing while the client's link is not open.
     void pushToRemote(std::unique_ptr<RemoteCommand> message) const;
     void pushToStatus(std::unique_ptr<RemoteCommand> message) const;
@@ -177,7 +181,6 @@ private:
         QString previous;
     };
 
-    [[nodiscard]] int rowOf(const QString &mnemonic) const;
     [[nodiscard]] Catalogue::Flags flagsOf(int row) const;
     [[nodiscard]] bool hasFlag(const QString &mnemonic, Catalogue::Flag flag) const
     {

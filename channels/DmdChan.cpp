@@ -94,6 +94,16 @@ Channel::Request DmdChan::setOf(int row, const QString &value) const
     return { address(), Commands::CDRG, reg.number + registerTextFor(index, value) };
 }
 
+bool DmdChan::isWrittenWhole(int row) const
+{
+    const auto index = registerOfRow(row);
+    if (index < 0)
+        return true;
+    const Register &reg = kRegisters[std::size_t(index)];
+    return (m_directDqmCommands && !reg.directMnemonic.isEmpty()) || reg.form == RegisterForm::Digits ||
+           reg.form == RegisterForm::Decimal;
+}
+
 QString DmdChan::normalized(int row, const QString &value) const
 {
     if (row == at(Commands::TMID)) {
@@ -127,7 +137,7 @@ void DmdChan::processDataSource(const Report &report)
 {
     takeSetting(at(Commands::DSRC), report);
     Q_EMIT SettingChanged(report.address, report.mnemonic, getDSRC());
-    mirror(at(Commands::DSRC), getDSRC());
+    mirror(at(Commands::DSRC), getDSRC(), report.isAnswer);
 }
 
 /// An older card's own command for what the others hold in a register.
@@ -135,8 +145,8 @@ void DmdChan::processDirect(const Report &report)
 {
     for (const Register &reg : kRegisters) {
         if (report.mnemonic == reg.directMnemonic)
-            applySetting(reg.row,
-                         { report.address, kCatalogue[std::size_t(reg.row)].name, report.data, report.refused });
+            applySetting(reg.row, { report.address, kCatalogue[std::size_t(reg.row)].name, report.data, report.refused,
+                                    report.isAnswer });
     }
 }
 
@@ -247,7 +257,8 @@ void DmdChan::processRegister(const Report &report)
 {
     const auto index = registerNumbered(QStringView(report.data).left(kNumberSize));
     if (!isRead(index)) {
-        applySetting(at(Commands::RDRG), { report.address, Commands::RDRG, report.data, report.refused });
+        applySetting(at(Commands::RDRG),
+                     { report.address, Commands::RDRG, report.data, report.refused, report.isAnswer });
         return;
     }
     const Register &reg = kRegisters[std::size_t(index)];
@@ -264,11 +275,11 @@ void DmdChan::processRegister(const Report &report)
     // The end of a write is told under the setting's own name, changed or not: whoever asked for it waits for that.
     if (changed || report.mnemonic == Commands::CDRG) {
         Q_EMIT SettingChanged(report.address, own, valueOf(reg.row));
-        mirror(reg.row, valueOf(reg.row));
+        mirror(reg.row, valueOf(reg.row), report.isAnswer);
     } else {
         const QString data = reg.form == RegisterForm::Enable ? valueOf(reg.row) : report.data;
         Q_EMIT SettingChanged(report.address, Commands::RDRG, data);
-        mirror(at(Commands::RDRG), data);
+        mirror(at(Commands::RDRG), data, report.isAnswer);
     }
 }
 

@@ -449,6 +449,7 @@ public:
 protected:
     [[nodiscard]] Request queryOf(int row) const override;
     [[nodiscard]] Request setOf(int row, const QString &value) const override;
+    [[nodiscard]] bool isWrittenWhole(int row) const override;
     [[nodiscard]] QString normalized(int row, const QString &value) const override;
     void processSpecial(int row, const Report &report) override;
     void processUnknown(const Report &report) override;

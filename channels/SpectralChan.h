@@ -58,6 +58,7 @@ public:
     void RequestSettings() override
     {
         Channel::RequestSettings();
-        setData(getDATA() == QLatin1StringView("1") ? getDATA() : QStringLiteral("0"));
+        if (!isSetPending(Commands::DATA)) // what the client has just asked for
+            setData(getDATA() == QLatin1StringView("1") ? getDATA() : QStringLiteral("0"));
     }
 };

@@ -28,7 +28,7 @@ void UniversalChan::processSpecial(int row, const Report &report)
         processCardList(report.data);
     else if (row == at(Commands::TLST))
         processTmoipList(report.data);
-    mirror(row, report.data);
+    mirror(row, report.data, report.isAnswer);
 }
 
 void UniversalChan::processCardList(const QString &cardList)

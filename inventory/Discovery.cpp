@@ -135,24 +135,32 @@ void Discovery::noteEnd(const StandardCommand &command)
     if (!m_isEstablished)
         return;
     const bool isAnswered = command.status() == StandardCommand::Completed;
-    if (command.mnemonic() == Commands::TRON && m_reading.isRunning())
+    if (command.mnemonic() == Commands::TRON && m_reading.isRunning()) {
         endReading(isAnswered);
-    else if (command.mnemonic() == Commands::CLST && isAnswered && m_hasCardList)
-        noteCardList(command);
-    else if (command.type() == StandardCommand::Query && m_reading.isRunning())
+    } else if (command.mnemonic() == Commands::CLST) {
+        if (isAnswered && m_hasCardList)
+            noteCardList(command);
+    } else if (command.type() == StandardCommand::Query && m_reading.isRunning()) {
         m_reading.note(command);
-    else
+    } else {
         follow(m_reading.noteProbe(command));
+    }
 }
 
-/// A list that differs is asked for once more, and believed when it comes twice.
+/// A list that differs is asked for until it comes twice, and then believed.
 void Discovery::noteCardList(const StandardCommand &query)
 {
     const QString cardList = query.responseData();
     m_reading.note(query);
-    m_hasOtherCards = cardList != m_cardList && (m_hasOtherCards || cardList == m_otherCardList);
-    if (cardList != m_cardList && std::exchange(m_otherCardList, cardList) != cardList)
-        m_reading.askOnceMore(query);
+    const bool isOther = cardList != m_cardList;
+    const bool isBelieved = !isOther || cardList == m_otherCardList;
+    m_hasOtherCards = isOther && (isBelieved || m_hasOtherCards);
+    if (isOther)
+        m_otherCardList = cardList;
+    if (isBelieved)
+        m_cardListTmr.stop();
+    else
+        m_cardListTmr.start();
 }
 
 void Discovery::endReading(bool isAcknowledged)
@@ -224,10 +232,9 @@ void Discovery::establish(const QString &version)
         createSystemChannel();
     queueRequest(UniversalChan::Commands::SYSID, m_systemIdentifier, StandardCommand::Set);
     requestCardList(); // when it is known, to tell whether the cards are still those
+    m_cardListTmr.start();
     if (m_hasCardList)
         requestAllSettings();
-    else
-        m_cardListTmr.start();
     m_systemChannel->setVerTsMain(version);
     m_link->EmitCommunicationEstablished();
 }

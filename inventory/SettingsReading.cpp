@@ -34,6 +34,8 @@ void SettingsReading::note(const StandardCommand &query)
         m_lost.append(m_missing.takeLast());
         m_probes.append(query);
     }
+    if (query.status() == StandardCommand::Completed)
+        m_told.insert(query.commandText());
     if (m_unanswered >= kAwayQueries)
         m_lost.append(query);
     else if (query.status() != StandardCommand::Completed)
@@ -51,15 +53,18 @@ SettingsReading::Advice SettingsReading::end(bool isRepeated)
     return { false, queries };
 }
 
-/// The first time the chassis was away. A line that loses answers again and again is asked for the lost ones at once,
+/// A setting that was told before is not given up at the first time. When one is answered now, the chassis was away, if
+/// that happened for the first time. A line that loses answers again and again is asked for the lost ones at once,
 /// and for everything later.
 SettingsReading::Advice SettingsReading::noteProbe(const StandardCommand &command)
 {
     const auto probe = std::ranges::find(m_probes, command.commandText(), &StandardCommand::commandText);
     if (probe == m_probes.end())
         return {};
-    m_probes.erase(probe);
-    if (command.status() != StandardCommand::Completed) {
+    if (command.status() == StandardCommand::TimedOut) {
+        if (m_told.remove(command.commandText()))
+            return { false, { command } };
+        m_probes.erase(probe);
         if (m_probes.isEmpty())
             m_patience.reset();
         return {};

@@ -5,6 +5,8 @@
 
 #include <QElapsedTimer>
 #include <QList>
+#include <QSet>
+#include <QString>
 
 /// A reading of every setting, and what the queries tell that went unanswered in it.
 ///
@@ -30,7 +32,6 @@ public:
 
     /// Notes how a query of the reading has ended.
     void note(const StandardCommand &query);
-    void askOnceMore(const StandardCommand &query) { m_missing.append(query); }
     /// All queries have ended.
     /// @param isRepeated the settings are shown since long, so that those which are missing alone are asked once more
     [[nodiscard]] Advice end(bool isRepeated);
@@ -43,6 +44,7 @@ private:
     QList<StandardCommand> m_missing; ///< went unanswered or were refused alone
     QList<StandardCommand> m_lost;    ///< went unanswered in a row
     QList<StandardCommand> m_probes;
+    QSet<QString> m_told;      ///< queries that were answered once
     BackOff m_patience;        ///< lengthened by each reading in a row of which a probe was answered
     QElapsedTimer m_sinceLoss; ///< while all is still to be read anew for it
 };

@@ -38,6 +38,8 @@ private Q_SLOTS:
     void switchedOffAndOn();
     void awayWhileRead_data();
     void awayWhileRead();
+    void answersLost_data();
+    void answersLost();
     void answersLostAgain();
     void lostBehindAnAnswer();
     void spectraGoOn();
@@ -137,7 +139,7 @@ void LinkGuardTest::readInBackground()
     QCOMPARE(bench.receiver(2)->getIFBW(), u"2"_s);
     QVERIFY(!bench.far.frames().contains("R2:AFC:1"));
     QCOMPARE(bench.far.frames().count("R1:NAME"), 2);
-    QVERIFY(bench.link.status().hasOtherCards);
+    QVERIFY(waitUntil([&bench] { return bench.link.status().hasOtherCards; }));
     QCOMPARE(bench.link.status().state, LinkStatus::State::Live);
 }
 
@@ -214,7 +216,15 @@ void LinkGuardTest::switchedOffAndOn()
         QVERIFY(bench->idle());
         bench->far.clear();
     }
+    LinkBench cards; // with a self-test's reading
+    FarEnd &card = cards.spectral();
+    card.setAnswering(true);
+    Link spectral(nullptr, SPECTRAL_LINK, {});
+    spectral.StartEstablishCommTmr(20, nullptr);
+    QVERIFY(card.waitForFrame("U0:TRON:ON", 20'000));
+    card.sendFrame("S1:RTMP:36");
     silent.far.setAnswering(false);
+    card.clear();
     int sets = 0;
     const auto work = [&] { // answers, settings and what a booting chassis chatters are no reports
         busy.far.sendFrame("R1:SLPA:" + QByteArray::number(sets % 2));
@@ -235,6 +245,7 @@ void LinkGuardTest::switchedOffAndOn()
         QVERIFY(waitUntil([bench] { return bench->link.status().state == State::Live; }));
         QVERIFY(!bench->link.status().isSilent());
     }
+    QVERIFY(card.waitForFrame("U0:TRON:ON", 8000));
     QVERIFY(sets > 9 && quiet.far.frames().isEmpty() && lacking.far.frames().isEmpty());
 }
 
@@ -279,6 +290,40 @@ void LinkGuardTest::awayWhileRead()
     QCOMPARE(bench.link.status().state, LinkStatus::State::Live);
     QCOMPARE(allSettings.count(), 1);
     QVERIFY(!waitUntil([&] { return bench.far.frames().count("U0:TRON:ON") > readings; }, 1500));
+}
+
+void LinkGuardTest::answersLost_data()
+{
+    QTest::addColumn<QByteArray>("lost"); // as often as it stands there
+    QTest::addRow("behind the version") << "U0:VERTSKB U0:SYSID U0:CLST U0:NAME U0:SLAVE"_ba;
+    QTest::addRow("the card list's") << "U0:CLST"_ba;
+    QTest::addRow("two in a row, and again the one that tells") << "R1:SLPA R1:SLPB R1:SLPB"_ba;
+}
+
+/// Whatever a chassis that is back has left unanswered is known in the end.
+void LinkGuardTest::answersLost()
+{
+    QFETCH(const QByteArray, lost);
+    CommandLinkBench bench;
+    QVERIFY(bench.start());
+    bench.far.unplug();
+    bench.link.findChild<LinkGuard *>()->check();
+    for (const auto &[key, value] :
+         { std::pair("U0:CLST", "0103 MPU 2.3 TUNER A1 X"), std::pair("U0:NAME", "Other"), std::pair("R1:SLPA", "2") })
+        bench.far.setValue(key, value);
+    QByteArrayList left = lost.split(' ');
+    for (const QByteArray &key : left)
+        bench.far.ignore(key);
+    bench.far.setHandler([&](const QByteArray &frame) {
+        const QByteArray key = frame.split(':').first(2).join(':');
+        if (!left.removeOne(key))
+            bench.far.behave(key);
+    });
+    bench.far.plug();
+    QVERIFY(waitUntil([&] { return bench.link.status().hasOtherCards; }, 20'000));
+    QVERIFY(waitUntil([&] { return bench.link.status().state == LinkStatus::State::Live; }, 20'000));
+    QVERIFY(waitUntil([&] { return bench.receiver(1)->getSLPA() == "2"_L1; }, 5000));
+    QCOMPARE(bench.system()->getNAME(), u"Other"_s);
 }
 
 /// A line that loses answers each time does not have the chassis read without end.
@@ -338,19 +383,24 @@ void LinkGuardTest::spectraGoOn()
     link.StartEstablishCommTmr(20, nullptr);
     QVERIFY(far.waitForFrame("U0:TRON:ON", 10'000));
     auto *const second = qobject_cast<SpectralChan *>(link.channels().value(2));
+    auto *const third = qobject_cast<SpectralChan *>(link.channels().value(3));
     second->setData(u"1"_s);
     QVERIFY(waitUntil([second] { return second->getDATA() == u"1"; }));
     far.unplug();
     QVERIFY(waitUntil([&link] { return link.isLost(); }, 600));
     far.clear();
-    far.ignore("U0:NAME");
+    for (const char *key : { "U0:VER", "U0:NAME" })
+        far.ignore(key);
     far.plug();
+    QVERIFY(far.waitForFrame("U0:VER", 10'000));
+    third->setData(u"1"_s);
+    far.sendFrame("U0:VER:2.1");
     QVERIFY(far.waitForFrame("U0:NAME", 10'000));
     second->setData(u"0"_s); // no more of them, asked for while it is read again
     QVERIFY(far.waitForFrame("U0:TRON:ON", 10'000));
     QByteArrayList data = far.frames();
     data.removeIf([](const QByteArray &frame) { return !frame.contains(":DATA:"); });
-    QCOMPARE(data, QByteArrayList({ "SP1:DATA:0", "SP2:DATA:1", "SP3:DATA:0", "SP2:DATA:0" }));
+    QCOMPARE(data, QByteArrayList({ "SP3:DATA:1", "SP1:DATA:0", "SP2:DATA:1", "SP2:DATA:0" }));
 }
 
 void LinkGuardTest::linksToTheClient()

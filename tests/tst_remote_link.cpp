@@ -36,6 +36,7 @@ private Q_SLOTS:
     void renewedValues();
     void endOfMessage_data();
     void endOfMessage();
+    void olderAnswer_data();
     void olderAnswer();
     void staleValue();
     void presenceAskedRegularly();
@@ -88,31 +89,59 @@ void RemoteLinkTest::endOfMessage()
     QCOMPARE(record.card, QStringList());
 }
 
+void RemoteLinkTest::olderAnswer_data()
+{
+    QTest::addColumn<QByteArray>("asked");
+    QTest::addColumn<QByteArray>("answer");
+    QTest::addColumn<QByteArray>("set");
+    const auto row = [](const QByteArray &asked, const QByteArray &answer, const QByteArray &set) {
+        QTest::addRow("%s", set.constData()) << asked << asked + answer << set;
+    };
+    row("R1:FREQ", ":2251.5", "R1:FREQ:2260.5");
+    row("U0:SDM1", ":1", "D1:DSRC:2");
+    row("D1:DQMON", ":0", "D1:DDQM:1");
+    row("D1:RDRG:82", "0001", "D1:DFWD:0100"); // in another register, which has changed unnoticed
+    row("SP1:SPAN", ":5", "SP1:SPAN:8");
+    row("S1:CFRQ", ":5", "S1:CFRQ:8");
+}
+
 /// What the card was asked before the client's set is not the outcome of that.
 void RemoteLinkTest::olderAnswer()
 {
-    RemoteLinksBench bench(kChassis);
-    bench.far.ignore("R1:FREQ");
-    bench.queue(bench.receiver(1), u"R1"_s, u"FREQ"_s, {}, StandardCommand::Query);
-    QVERIFY(bench.far.waitForFrame("R1:FREQ"));
-    bench.client.sendFrame("R1:FREQ:2260.5");
-    QVERIFY(bench.client.waitForFrame("R1:FREQ:2260.5\x06"));
-    bench.far.behave("R1:FREQ");
-    bench.far.sendFrame("R1:FREQ:2251.5");
-    QCOMPARE(bench.play(u"card R1:XXXX:1"_s).client, QStringList({ u"R1:FREQ:2260.5+"_s, u"R1:FREQ:2260.5"_s }));
+    QFETCH(const QByteArray, asked);
+    QFETCH(const QByteArray, answer);
+    QFETCH(const QByteArray, set);
+
+    RemoteLinksBench bench(kChassis + QByteArrayList{ LinkBench::kSpectral });
+    FarEnd &card = bench.cardOf(QString::fromLatin1(asked));
+    const QByteArray key = asked.split(':').first(2).join(':');
+    card.ignore(key);
+    card.setValue("D1:RDRG:85", "ebff");
+    for (Channel *channel : (&card == &bench.far ? bench.link : *bench.spectral).channels())
+        channel->RequestSettings();
+    QVERIFY(card.waitForFrame(asked, 20'000));
+    bench.client.sendFrame(set);
+    QVERIFY(bench.client.waitForFrame(set + '\x06'));
+    card.behave(key);
+    card.sendFrame(answer);
+    const RemoteLinksBench::Record record = bench.play(u"card R1:XXXX:1"_s);
+    const QString told = QString::fromLatin1(set);
+    QCOMPARE((record.client + record.status).filter(told.section(u':', 0, 1)), QStringList({ told + u'+', told }));
 }
 
 /// A set of the value held is sent while the card may hold another one by now.
 void RemoteLinkTest::staleValue()
 {
-    RemoteLinksBench bench(kChassis);
+    RemoteLinksBench bench({ LinkBench::kReceivers, LinkBench::kRegisterDemodulators });
     bench.far.unplug();
     bench.link.findChild<LinkGuard *>()->check();
     bench.far.ignore("U0:NAME");
     bench.far.plug();
     QVERIFY(bench.far.waitForFrame("U0:NAME", 10'000));
+    bench.client.sendFrame("D1:ADEQ:0"); // written with what is held beside it
     bench.client.sendFrame("R1:AGCT:1");
     QVERIFY(bench.far.waitForFrame("R1:AGCT:1"));
+    QVERIFY(!bench.far.bytes().contains("CDRG"));
     QVERIFY(bench.far.waitForFrame("U0:TRON:ON", 10'000) && bench.settle());
     bench.far.clear();
     QCOMPARE(bench.play(u"client R1:AGCT:1"_s).card, QStringList());
