@@ -5,17 +5,31 @@
 
 namespace {
 
+constexpr int kRegularMs = 5000; ///< readings that come more seldom may as well end
+
 bool isReading(const QString &mnemonic) { return mnemonic.startsWith(u'R', Qt::CaseInsensitive); }
 
 } // namespace
 
 void BistChan::ProcessCmd(const StandardCommand &command)
 {
-    if (command.status() == StandardCommand::Received && isReading(command.responseMnemonic())) {
-        m_isReporting = true;
-        link()->noteReport();
-    }
+    if (command.status() == StandardCommand::Received && isReading(command.responseMnemonic()))
+        noteReading(command.responseMnemonic());
     Channel::ProcessCmd(command);
+}
+
+/// One reading of several tells whether they come regularly.
+void BistChan::noteReading(const QString &mnemonic)
+{
+    const bool isSame = mnemonic == m_reading;
+    const bool isSoon = m_sinceReading.isValid() && !m_sinceReading.hasExpired(kRegularMs);
+    if (isSame || !isSoon) {
+        m_isReporting = isSame && isSoon;
+        m_reading = mnemonic;
+        m_sinceReading.start();
+    }
+    if (m_isReporting)
+        link()->noteReport();
 }
 
 void BistChan::processSpecial(int row, const Report &report)

@@ -2,6 +2,7 @@
 
 #include "channels/Channel.h"
 
+#include <QElapsedTimer>
 #include <QHash>
 
 /// Model of the built-in self-test function of the card on the spectral link.
@@ -68,7 +69,7 @@ public:
 
     using Channel::ProcessCmd;
     void ProcessCmd(const StandardCommand &command) override;
-    /// The card tells readings as soon as it has told one.
+    /// While one of its readings comes every few seconds.
     [[nodiscard]] bool isReporting() const override { return m_isReporting; }
     /// Last value reported under this mnemonic; null if there was none.
     [[nodiscard]] QString value(const QString &mnemonic) const { return m_values.value(mnemonic); }
@@ -83,6 +84,10 @@ protected:
 private:
     static constexpr qsizetype kMaxValues = 1000; ///< a client may name whatever it likes
 
+    void noteReading(const QString &mnemonic);
+
     bool m_isReporting = false;
+    QString m_reading; ///< the one that is watched
+    QElapsedTimer m_sinceReading;
     QHash<QString, QString> m_values;
 };

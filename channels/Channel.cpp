@@ -69,11 +69,13 @@ void Channel::sendQuery(int row)
         sendQuery(request);
 }
 
-void Channel::sendQuery(const Request &request)
+const StandardCommand &Channel::sendQuery(const Request &request)
 {
-    m_link->AddCmdToTxmtCmdQueue(new StandardCommand(this, request.address, request.mnemonic, request.data,
-                                                     StandardCommand::Queued, StandardCommand::Query,
-                                                     StandardCommand::kTimeOutMs));
+    auto *const command =
+        new StandardCommand(this, request.address, request.mnemonic, request.data, StandardCommand::Queued,
+                            StandardCommand::Query, StandardCommand::kTimeOutMs);
+    m_link->AddCmdToTxmtCmdQueue(command);
+    return *command;
 }
 
 Channel::Request Channel::queryOf(int row) const { return { m_address, m_catalogue[std::size_t(row)].name, {} }; }
@@ -108,12 +110,31 @@ void Channel::submit(int row, const QString &value, bool evenIfHeld)
     const bool isHeld = normalized(row, value) == valueOf(row) && !hasPendingSet(row);
     if (isHeld && !evenIfHeld && !flags.testFlag(Catalogue::AlwaysSent))
         return;
+    if (m_link->isStale() && !isWrittenWhole(row))
+        m_wanted.insert(&sendQuery(queryOf(row)), { row, value });
+    else
+        write(row, value);
+}
+
+void Channel::write(int row, const QString &value)
+{
     const Request request = setOf(row, value);
     if (request.mnemonic.isEmpty())
         return;
     const StandardCommand &command = sendSet(row, request);
-    if (flags.testFlag(Catalogue::ToSlaves))
+    if (flagsOf(row).testFlag(Catalogue::ToSlaves))
         SlavingHandler(command);
+}
+
+/// What is held beside the value wanted is known now, or it cannot be written.
+void Channel::writeWanted(const Wanted &wanted, bool isKnown)
+{
+    if (isKnown) {
+        write(wanted.row, wanted.value);
+    } else {
+        Q_EMIT SettingChanged(m_address, m_catalogue[std::size_t(wanted.row)].name, valueOf(wanted.row));
+        mirror(wanted.row, valueOf(wanted.row), false);
+    }
 }
 
 const StandardCommand &Channel::sendSet(int row, const Request &request)
@@ -134,7 +155,8 @@ bool Channel::isSetPending(const QString &mnemonic) const
 
 bool Channel::hasPendingSet(int row) const
 {
-    return std::find(m_pendingSets.begin(), m_pendingSets.end(), row) != m_pendingSets.end();
+    return std::ranges::find(m_pendingSets, row) != m_pendingSets.end() ||
+           std::ranges::find(m_wanted, row, &Wanted::row) != m_wanted.end();
 }
 
 void Channel::SlavingHandler(const StandardCommand &command)
@@ -164,6 +186,8 @@ void Channel::ProcessCmd(const StandardCommand &command)
         m_pendingSets.remove(&command);
         CheckForSupportedCmd(command.address(), command.mnemonic(), command.data(), status, type);
     }
+    if (m_wanted.contains(&command))
+        writeWanted(m_wanted.take(&command), status == StandardCommand::Completed);
 }
 
 void Channel::CheckForSupportedCmd(const QString &address, const QString &mnemonic, const QString &data,
@@ -320,7 +344,7 @@ void Channel::carryOutSet(const QString &mnemonic, const QString &data)
     if (flagsOf(row).testFlag(Catalogue::PassedOn))
         sendSet(row, { m_address, mnemonic, data });
     else
-        submit(row, fromClient(row, data).value_or(data), m_link->isStale() && isWrittenWhole(row));
+        submit(row, fromClient(row, data).value_or(data), m_link->isStale());
 }
 
 /// The text that the client gets for a value; what is no number stays as it is.

@@ -120,7 +120,7 @@ protected:
     /// Puts @p value into the cache, the one before into the previous value.
     void store(int row, const QString &value);
     void sendQuery(int row);
-    void sendQuery(const Request &request);
+    const StandardCommand &sendQuery(const Request &request);
     /// Sends a set of @p row; until it ends, isSetPending() tells of it.
     /// @param row kNoRow for a mnemonic that the catalogue does not hold
     const StandardCommand &sendSet(int row, const Request &request);
@@ -134,7 +134,8 @@ protected:
     [[nodiscard]] virtual Request queryOf(int row) const;
     /// The command that asks the card for a new value of a row; one without mnemonic is not sent.
     [[nodiscard]] virtual Request setOf(int row, const QString &value) const;
-    /// Whether that command writes nothing but the value. Any other one writes back what is held beside it.
+    /// Whether that command writes nothing but the value. Any other one writes back what is held beside it, and waits
+    /// for that to be read while the card may hold something else.
     [[nodiscard]] virtual bool isWrittenWhole(int row) const;
     /// The text that a value is stored and compared as.
     [[nodiscard]] virtual QString normalized(int row, const QString &value) const;
@@ -181,6 +182,15 @@ private:
         QString previous;
     };
 
+    /// What is to be set once the row's query has been answered.
+    struct Wanted
+    {
+        int row;
+        QString value;
+    };
+
+    void write(int row, const QString &value);
+    void writeWanted(const Wanted &wanted, bool isKnown);
     [[nodiscard]] Catalogue::Flags flagsOf(int row) const;
     [[nodiscard]] bool hasFlag(const QString &mnemonic, Catalogue::Flag flag) const
     {
@@ -199,6 +209,7 @@ private:
     const int m_slaveRow;
     QList<Value> m_values;                             ///< one a catalogue row
     QHash<const StandardCommand *, int> m_pendingSets; ///< rows of the sets that are queued or unanswered
+    QHash<const StandardCommand *, Wanted> m_wanted;   ///< by the query that has to be answered first
     QList<Channel *> m_slaveChannels;
     SerialPortController *m_remoteLink = nullptr;
     SerialPortController *m_remoteEyeAndStatusLink = nullptr;

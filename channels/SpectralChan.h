@@ -53,12 +53,28 @@ public:
     /// The card's functions have no names.
     void setNAME(const QString &name) override { Q_UNUSED(name) }
 
+    using Channel::ProcessCmd;
+    void ProcessCmd(const StandardCommand &command) override
+    {
+        Channel::ProcessCmd(command);
+        if (!m_isDataAwaited || isSetPending(Commands::DATA))
+            return;
+        m_isDataAwaited = false;
+        if (command.status() != StandardCommand::Completed)
+            restoreData();
+    }
     /// Asks for the span, and stops the spectra that an earlier run asked for. A card that comes back goes on with
-    /// those of this run.
+    /// those of this run, or with what the client has just asked for, if the card takes that.
     void RequestSettings() override
     {
         Channel::RequestSettings();
-        if (!isSetPending(Commands::DATA)) // what the client has just asked for
-            setData(getDATA() == QLatin1StringView("1") ? getDATA() : QStringLiteral("0"));
+        m_isDataAwaited = isSetPending(Commands::DATA);
+        if (!m_isDataAwaited)
+            restoreData();
     }
+
+private:
+    void restoreData() { setData(isReporting() ? getDATA() : QStringLiteral("0")); }
+
+    bool m_isDataAwaited = false; ///< the end of the client's set
 };

@@ -34,8 +34,10 @@ void UniversalChan::processSpecial(int row, const Report &report)
 void UniversalChan::processCardList(const QString &cardList)
 {
     // A second list would create every channel twice.
-    if (std::exchange(m_cardListReceived, true))
+    if (std::exchange(m_cardListReceived, true)) {
+        link()->noteCardList(cardList);
         return;
+    }
     store(at(Commands::CLST), cardList);
     link()->processCardList(cardList);
 }

@@ -24,6 +24,7 @@ Q_LOGGING_CATEGORY(lcDiscovery, "zirvo.discovery", QtCriticalMsg)
 constexpr int kTickMs = 1000;
 constexpr int kVersionRetrySeconds = 2; ///< ticks between two rounds of version queries, less one
 constexpr int kCardListRetryMs = 3000;
+constexpr int kCardListRounds = 4; ///< so often again once the cards are known
 constexpr int kSilenceCheckMs = 1000;
 
 void requestSettings(Channel *channel)
@@ -44,7 +45,7 @@ Discovery::Discovery(SerialPortController *link, const QString &systemIdentifier
 {
     m_cardListTmr.setInterval(kCardListRetryMs);
     connect(&m_startupTmr, &QTimer::timeout, link, &SerialPortController::EstablishCommTmr_Tick, Qt::QueuedConnection);
-    connect(&m_cardListTmr, &QTimer::timeout, this, &Discovery::requestCardList);
+    connect(&m_cardListTmr, &QTimer::timeout, this, &Discovery::requestCardListAgain);
     m_silenceTmr.setInterval(kSilenceCheckMs);
     connect(&m_silenceTmr, &QTimer::timeout, this, &Discovery::watchReports);
 }
@@ -138,8 +139,8 @@ void Discovery::noteEnd(const StandardCommand &command)
     if (command.mnemonic() == Commands::TRON && m_reading.isRunning()) {
         endReading(isAnswered);
     } else if (command.mnemonic() == Commands::CLST) {
-        if (isAnswered && m_hasCardList)
-            noteCardList(command);
+        if (isAnswered)
+            m_reading.note(command);
     } else if (command.type() == StandardCommand::Query && m_reading.isRunning()) {
         m_reading.note(command);
     } else {
@@ -147,20 +148,16 @@ void Discovery::noteEnd(const StandardCommand &command)
     }
 }
 
-/// A list that differs is asked for until it comes twice, and then believed.
-void Discovery::noteCardList(const StandardCommand &query)
+void Discovery::noteCardList(const QString &cardList)
 {
-    const QString cardList = query.responseData();
-    m_reading.note(query);
+    if (!m_isEstablished)
+        return;
     const bool isOther = cardList != m_cardList;
     const bool isBelieved = !isOther || cardList == m_otherCardList;
     m_hasOtherCards = isOther && (isBelieved || m_hasOtherCards);
-    if (isOther)
-        m_otherCardList = cardList;
+    m_otherCardList = isOther ? std::optional(cardList) : std::nullopt;
     if (isBelieved)
         m_cardListTmr.stop();
-    else
-        m_cardListTmr.start();
 }
 
 void Discovery::endReading(bool isAcknowledged)
@@ -233,6 +230,8 @@ void Discovery::establish(const QString &version)
     queueRequest(UniversalChan::Commands::SYSID, m_systemIdentifier, StandardCommand::Set);
     requestCardList(); // when it is known, to tell whether the cards are still those
     m_cardListTmr.start();
+    m_cardListRounds = 0;
+    m_otherCardList.reset();
     if (m_hasCardList)
         requestAllSettings();
     m_systemChannel->setVerTsMain(version);
@@ -249,6 +248,15 @@ void Discovery::createSystemChannel()
 }
 
 void Discovery::requestCardList() { queueRequest(UniversalChan::Commands::CLST, {}, StandardCommand::Query); }
+
+/// Without end only while no cards are known.
+void Discovery::requestCardListAgain()
+{
+    const QScopedValueRollback background(m_readsInBackground, m_hasCardList);
+    if (m_hasCardList && ++m_cardListRounds == kCardListRounds)
+        m_cardListTmr.stop();
+    requestCardList();
+}
 
 void Discovery::processCardList(const QString &cardList)
 {

@@ -13,6 +13,7 @@
 #include <QTimer>
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 class Channel;
@@ -66,6 +67,8 @@ public:
     /// Creates cards and channels and queues every settings query, the end-of-settings marker behind them, and the
     /// request that starts the reports.
     void processCardList(const QString &cardList);
+    /// Takes a later list: one that differs is believed when it comes twice in a row.
+    void noteCardList(const QString &cardList);
     /// Creates the channels that the card list tells of.
     void createChannels(const QString &cardList);
     /// Creates a TMoIP card and asks for its settings and those of its streams.
@@ -81,11 +84,11 @@ private:
     void askAnew();
     void watchReports();
     [[nodiscard]] bool isReportDue() const;
-    void noteCardList(const StandardCommand &query);
     void endReading(bool isAcknowledged);
     void follow(const SettingsReading::Advice &advice);
     void createSystemChannel();
     void requestCardList();
+    void requestCardListAgain();
     void requestAllSettings();
     void queueRequest(const QString &mnemonic, const QString &data, StandardCommand::CommandType type);
     void add(std::unique_ptr<Channel> channel);
@@ -106,7 +109,8 @@ private:
     bool m_hasReported = false;
     BackOff m_patience; ///< lengthened by each reading in a row that no report has followed
     QString m_cardList;
-    QString m_otherCardList; ///< as told last, if it differs
+    std::optional<QString> m_otherCardList; ///< as told last since the chassis was found, if it differs
+    int m_cardListRounds = 0;
     bool m_hasOtherCards = false;
     QTimer m_startupTmr;
     QTimer m_cardListTmr;

@@ -16,6 +16,7 @@ void SettingsReading::begin()
     m_missing.clear();
     m_lost.clear();
     m_probes.clear();
+    m_probedAgain.clear();
     m_sinceLoss.invalidate();
 }
 
@@ -62,8 +63,10 @@ SettingsReading::Advice SettingsReading::noteProbe(const StandardCommand &comman
     if (probe == m_probes.end())
         return {};
     if (command.status() == StandardCommand::TimedOut) {
-        if (m_told.remove(command.commandText()))
+        if (m_told.contains(command.commandText()) && !m_probedAgain.contains(command.commandText())) {
+            m_probedAgain.insert(command.commandText());
             return { false, { command } };
+        }
         m_probes.erase(probe);
         if (m_probes.isEmpty())
             m_patience.reset();

@@ -44,7 +44,8 @@ private:
     QList<StandardCommand> m_missing; ///< went unanswered or were refused alone
     QList<StandardCommand> m_lost;    ///< went unanswered in a row
     QList<StandardCommand> m_probes;
-    QSet<QString> m_told;      ///< queries that were answered once
+    QSet<QString> m_told; ///< queries that were answered in any reading
+    QSet<QString> m_probedAgain;
     BackOff m_patience;        ///< lengthened by each reading in a row of which a probe was answered
     QElapsedTimer m_sinceLoss; ///< while all is still to be read anew for it
 };

@@ -417,6 +417,8 @@ void SerialPortController::ProcessCmd(const StandardCommand &command) { m_discov
 
 void SerialPortController::processCardList(const QString &cardList) { m_discovery->processCardList(cardList); }
 
+void SerialPortController::noteCardList(const QString &cardList) { m_discovery->noteCardList(cardList); }
+
 void SerialPortController::ConsolidateCardList() { m_discovery->consolidateCards(); }
 
 void SerialPortController::GenerateChannelList(const QString &cardList) { m_discovery->createChannels(cardList); }

@@ -125,6 +125,8 @@ public:
     /// The chassis' card list: creates cards and channels and queues every settings query, the end-of-settings marker
     /// behind them, and the request that starts the reports. Called once, by the system channel.
     void processCardList(const QString &cardList);
+    /// A later one.
+    void noteCardList(const QString &cardList);
     /// Creates the channels that the card list tells of.
     void GenerateChannelList(const QString &cardList);
     /// Takes over the channels of another link, which keeps owning them.

@@ -129,7 +129,8 @@ void RemoteLinkTest::olderAnswer()
     QCOMPARE((record.client + record.status).filter(told.section(u':', 0, 1)), QStringList({ told + u'+', told }));
 }
 
-/// A set of the value held is sent while the card may hold another one by now.
+/// A set of the value held is sent while the card may hold another one by now. What is written beside others waits for
+/// these to be read.
 void RemoteLinkTest::staleValue()
 {
     RemoteLinksBench bench({ LinkBench::kReceivers, LinkBench::kRegisterDemodulators });
@@ -138,10 +139,15 @@ void RemoteLinkTest::staleValue()
     bench.far.ignore("U0:NAME");
     bench.far.plug();
     QVERIFY(bench.far.waitForFrame("U0:NAME", 10'000));
-    bench.client.sendFrame("D1:ADEQ:0"); // written with what is held beside it
-    bench.client.sendFrame("R1:AGCT:1");
+    bench.far.setValue("D1:RDRG:82", "0005");
+    bench.far.ignore("D2:RDRG");
+    for (const char *set : { "D1:DDQM:1", "D2:DDQM:1", "R1:AGCT:1" })
+        bench.client.sendFrame(set);
     QVERIFY(bench.far.waitForFrame("R1:AGCT:1"));
-    QVERIFY(!bench.far.bytes().contains("CDRG"));
+    QVERIFY(bench.far.waitForFrame("D1:CDRG:820035"));
+    QVERIFY(bench.client.waitForFrame("D2:DDQM:0"));
+    bench.far.behave("D2:RDRG");
+    QVERIFY(!bench.far.bytes().contains("D2:CDRG") && !bench.client.frames().contains("D1:DDQM:0"));
     QVERIFY(bench.far.waitForFrame("U0:TRON:ON", 10'000) && bench.settle());
     bench.far.clear();
     QCOMPARE(bench.play(u"client R1:AGCT:1"_s).card, QStringList());
