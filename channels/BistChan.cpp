@@ -53,6 +53,7 @@ void BistChan::processUnknown(const Report &report)
     auto message = std::make_unique<RemoteCommand>(this, address(), report.mnemonic,
                                                    report.refused ? value(report.mnemonic) : report.data,
                                                    RemoteCommand::kPushTimeOutMs, RemoteCommand::Forwarded, true);
+    message->setLatin1(report.isLatin1);
     message->setReplaceable(m_values.contains(report.mnemonic)); // a card that babbles is bounded as a series
     if (isReading(report.mnemonic))
         pushToStatus(std::move(message));
@@ -71,10 +72,10 @@ bool BistChan::takesSet(const QString &mnemonic, const QString &data) const
     return !mnemonic.isEmpty() && !data.isEmpty(); // a set without data would be a query on the wire
 }
 
-void BistChan::carryOutSet(const QString &mnemonic, const QString &data)
+void BistChan::carryOutSet(const RemoteCommand &set)
 {
-    if (mnemonic == Commands::NAME)
-        setNAME(data);
+    if (isSettable(set.mnemonic()))
+        Channel::carryOutSet(set);
     else
-        sendSet(rowOf(mnemonic), { address(), mnemonic, data });
+        sendSet(rowOf(set.mnemonic()), { address(), set.mnemonic(), set.data(), set.isLatin1() });
 }

@@ -79,7 +79,7 @@ protected:
     void processUnknown(const Report &report) override;
     [[nodiscard]] std::optional<QString> answerToQuery(const QString &mnemonic) override;
     [[nodiscard]] bool takesSet(const QString &mnemonic, const QString &data) const override;
-    void carryOutSet(const QString &mnemonic, const QString &data) override;
+    void carryOutSet(const RemoteCommand &set) override;
 
 private:
     static constexpr qsizetype kMaxValues = 1000; ///< a client may name whatever it likes

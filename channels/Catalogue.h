@@ -33,6 +33,7 @@ enum Flag {
     InPercent = 0x200, ///< a fraction here, in percent there
     PassedOn = 0x400,  ///< the client's sets go to the card as they are
     Series = 0x800,    ///< each report counts for itself: a newer one does not replace it
+    Order = 0x1000,    ///< setting it makes the card do something: there is no value to read back
 };
 Q_DECLARE_FLAGS(Flags, Flag)
 Q_DECLARE_OPERATORS_FOR_FLAGS(Flags)

@@ -71,11 +71,17 @@ void Channel::sendQuery(int row)
 
 const StandardCommand &Channel::sendQuery(const Request &request)
 {
-    auto *const command =
-        new StandardCommand(this, request.address, request.mnemonic, request.data, StandardCommand::Queued,
-                            StandardCommand::Query, StandardCommand::kTimeOutMs);
+    auto *const command = newQuery(request);
     m_link->AddCmdToTxmtCmdQueue(command);
     return *command;
+}
+
+void Channel::sendQueryInBackground(const Request &request) { m_link->queueInBackground(newQuery(request)); }
+
+StandardCommand *Channel::newQuery(const Request &request)
+{
+    return new StandardCommand(this, request.address, request.mnemonic, request.data, StandardCommand::Queued,
+                               StandardCommand::Query, StandardCommand::kTimeOutMs);
 }
 
 Channel::Request Channel::queryOf(int row) const { return { m_address, m_catalogue[std::size_t(row)].name, {} }; }
@@ -107,13 +113,22 @@ void Channel::submit(int row, const QString &value, bool evenIfHeld)
 {
     const Catalogue::Flags flags = flagsOf(row);
     // While a set is unanswered, going back to the value held is a change like any other.
-    const bool isHeld = normalized(row, value) == valueOf(row) && !hasPendingSet(row);
+    const bool isHeld = isSameValue(row, value, valueOf(row)) && !hasPendingSet(row);
     if (isHeld && !evenIfHeld && !flags.testFlag(Catalogue::AlwaysSent))
         return;
-    if (m_link->isStale() && !isWrittenWhole(row))
+    if (mayCardDiffer(row, value) && !isWrittenWhole(row))
         m_wanted.insert(&sendQuery(queryOf(row)), { row, value });
     else
         write(row, value);
+}
+
+/// Whether the card may hold something else for @p row than the cache does.
+bool Channel::mayCardDiffer(int row, const QString &value) const
+{
+    const Request request = setOf(row, value);
+    return m_link->isStale() ||
+           m_link->isInDoubt({ nullptr, request.address, request.mnemonic, request.data, StandardCommand::Queued,
+                               StandardCommand::Set, StandardCommand::kTimeOutMs });
 }
 
 void Channel::write(int row, const QString &value)
@@ -142,6 +157,7 @@ const StandardCommand &Channel::sendSet(int row, const Request &request)
     auto *const command =
         new StandardCommand(ownerOfSets(), request.address, request.mnemonic, request.data, StandardCommand::Queued,
                             StandardCommand::Set, StandardCommand::kTimeOutMs);
+    command->setLatin1(request.isLatin1);
     m_pendingSets.insert(command, row);
     m_link->AddCmdToTxmtCmdQueue(command);
     return *command;
@@ -164,7 +180,8 @@ void Channel::SlavingHandler(const StandardCommand &command)
     if (!isSlaving())
         return;
     for (Channel *slave : std::as_const(m_slaveChannels)) // of the same class, so with the same rows
-        slave->sendSet(m_pendingSets.value(&command, kNoRow), { slave->address(), command.mnemonic(), command.data() });
+        slave->sendSet(m_pendingSets.value(&command, kNoRow),
+                       { slave->address(), command.mnemonic(), command.data(), command.isLatin1() });
 }
 
 void Channel::ProcessCmd(const StandardCommand &command)
@@ -181,21 +198,33 @@ void Channel::ProcessCmd(const StandardCommand &command)
         link()->noteReport();
     if (isReport)
         CheckForSupportedCmd(command.responseAddress(), command.responseMnemonic(), command.responseData(), status,
-                             type);
-    if (isSetFinished) {
-        m_pendingSets.remove(&command);
-        CheckForSupportedCmd(command.address(), command.mnemonic(), command.data(), status, type);
-    }
+                             type, command.isLatin1());
+    if (isSetFinished)
+        endSet(command);
     if (m_wanted.contains(&command))
         writeWanted(m_wanted.take(&command), status == StandardCommand::Completed);
 }
 
+void Channel::endSet(const StandardCommand &command)
+{
+    const auto pending = m_pendingSets.constFind(&command);
+    const bool isOwn = pending != m_pendingSets.cend();
+    const int row = isOwn ? *pending : kNoRow;
+    if (isOwn)
+        m_pendingSets.erase(pending);
+    CheckForSupportedCmd(command.address(), command.mnemonic(), command.data(), command.status(), command.type(),
+                         command.isLatin1());
+    if (isOwn && !(flagsOf(row) & (Catalogue::PassedOn | Catalogue::Order)))
+        m_link->noteSet(command, flagsOf(row).testFlag(Catalogue::Queried));
+}
+
 void Channel::CheckForSupportedCmd(const QString &address, const QString &mnemonic, const QString &data,
-                                   StandardCommand::CommandStatus status, StandardCommand::CommandType type)
+                                   StandardCommand::CommandStatus status, StandardCommand::CommandType type,
+                                   bool isLatin1)
 {
     const bool refused =
         type == StandardCommand::Set && (status == StandardCommand::Failed || status == StandardCommand::TimedOut);
-    const Report report{ address, mnemonic, data, refused, type == StandardCommand::Query };
+    const Report report{ address, mnemonic, data, refused, type == StandardCommand::Query, isLatin1 };
     if (const int row = rowOf(mnemonic); row >= 0)
         processReport(row, report);
     else
@@ -208,7 +237,7 @@ void Channel::processReport(int row, const Report &report)
     case Catalogue::Kind::Status:
         if (!report.refused && (report.data != valueOf(row) || !flagsOf(row).testFlag(Catalogue::OnlyDifferent)))
             store(row, report.data);
-        mirror(row, valueOf(row), report.isAnswer);
+        mirror(row, valueOf(row), report.isAnswer, report.isLatin1);
         break;
     case Catalogue::Kind::Setting:
     case Catalogue::Kind::Silent:
@@ -217,10 +246,10 @@ void Channel::processReport(int row, const Report &report)
     case Catalogue::Kind::Event:
         if (!report.refused)
             Q_EMIT SettingChanged(report.address, report.mnemonic, report.data);
-        mirror(row, report.data, report.isAnswer);
+        mirror(row, report.data, report.isAnswer, report.isLatin1);
         break;
     case Catalogue::Kind::Relayed:
-        mirror(row, report.data, report.isAnswer);
+        mirror(row, report.data, report.isAnswer, report.isLatin1);
         break;
     case Catalogue::Kind::Special:
         processSpecial(row, report);
@@ -253,6 +282,12 @@ void Channel::store(int row, const QString &value)
     held.current = value;
 }
 
+bool Channel::isSameValue(int row, const QString &value, const QString &held) const
+{
+    Q_UNUSED(row)
+    return value == held;
+}
+
 QString Channel::normalized(int row, const QString &value) const
 {
     Q_UNUSED(row)
@@ -271,7 +306,7 @@ void Channel::settingStored(int row) { Q_UNUSED(row) }
 
 // Remote client
 
-void Channel::mirror(int row, const QString &data, bool isAnswer)
+void Channel::mirror(int row, const QString &data, bool isAnswer, bool isLatin1)
 {
     if (isAnswer && hasPendingSet(row))
         return; // the client that has just set another value would take this for its answer
@@ -282,6 +317,7 @@ void Channel::mirror(int row, const QString &data, bool isAnswer)
     auto message = std::make_unique<RemoteCommand>(this, m_address, entry.name, forClient(row, data),
                                                    RemoteCommand::kPushTimeOutMs, RemoteCommand::Forwarded, true);
     message->setReplaceable(!entry.flags.testFlag(Catalogue::Series));
+    message->setLatin1(isLatin1);
     if (isForRemote)
         pushToRemote(std::move(message));
     else
@@ -305,8 +341,10 @@ void Channel::ProcessCmd(const RemoteCommand &message)
     if (message.status() != RemoteCommand::Received)
         return;
     const auto answer = [this, &message](const QString &data, bool isSupported) {
-        pushToRemote(
-            std::make_unique<RemoteCommand>(this, message.address(), message.mnemonic(), data, isSupported, true));
+        auto reply =
+            std::make_unique<RemoteCommand>(this, message.address(), message.mnemonic(), data, isSupported, true);
+        reply->setLatin1(message.isLatin1());
+        pushToRemote(std::move(reply));
     };
     if (message.type() == RemoteCommand::Query) {
         const std::optional<QString> value = answerToQuery(message.mnemonic());
@@ -315,7 +353,7 @@ void Channel::ProcessCmd(const RemoteCommand &message)
         const bool isTaken = takesSet(message.mnemonic(), message.data());
         answer(message.data(), isTaken);
         if (isTaken)
-            carryOutSet(message.mnemonic(), message.data());
+            carryOutSet(message);
     }
 }
 
@@ -338,13 +376,14 @@ bool Channel::takesSet(const QString &mnemonic, const QString &data) const
            fromClient(row, data).has_value();
 }
 
-void Channel::carryOutSet(const QString &mnemonic, const QString &data)
+void Channel::carryOutSet(const RemoteCommand &set)
 {
-    const int row = rowOf(mnemonic);
+    const int row = rowOf(set.mnemonic());
+    const QString value = fromClient(row, set.data()).value_or(set.data());
     if (flagsOf(row).testFlag(Catalogue::PassedOn))
-        sendSet(row, { m_address, mnemonic, data });
+        sendSet(row, { m_address, set.mnemonic(), set.data(), set.isLatin1() });
     else
-        submit(row, fromClient(row, data).value_or(data), m_link->isStale());
+        submit(row, value, mayCardDiffer(row, value));
 }
 
 /// The text that the client gets for a value; what is no number stays as it is.

@@ -96,6 +96,7 @@ protected:
         QString address;
         QString mnemonic;
         QString data;
+        bool isLatin1 = false; ///< not UTF-8 where it comes from
     };
     /// One message about a row: a report of the card, or the end of a set of ours.
     struct Report
@@ -105,6 +106,7 @@ protected:
         QString data;
         bool refused = false;  ///< the set was rejected or not answered
         bool isAnswer = false; ///< to a query
+        bool isLatin1 = false; ///< not UTF-8 on the wire
     };
 
     /// Where the remote client asks, and is told of settings; null until it is opened.
@@ -121,6 +123,8 @@ protected:
     void store(int row, const QString &value);
     void sendQuery(int row);
     const StandardCommand &sendQuery(const Request &request);
+    /// As sendQuery(), behind everything that the operator and the client cause.
+    void sendQueryInBackground(const Request &request);
     /// Sends a set of @p row; until it ends, isSetPending() tells of it.
     /// @param row kNoRow for a mnemonic that the catalogue does not hold
     const StandardCommand &sendSet(int row, const Request &request);
@@ -137,12 +141,15 @@ protected:
     /// Whether that command writes nothing but the value. Any other one writes back what is held beside it, and waits
     /// for that to be read while the card may hold something else.
     [[nodiscard]] virtual bool isWrittenWhole(int row) const;
-    /// The text that a value is stored and compared as.
+    /// Whether setting @p value changes nothing while @p held is in force.
+    [[nodiscard]] virtual bool isSameValue(int row, const QString &value, const QString &held) const;
+    /// The text that a value is stored as.
     [[nodiscard]] virtual QString normalized(int row, const QString &value) const;
 
     /// Applies one report by the kind of its catalogue row.
     void CheckForSupportedCmd(const QString &address, const QString &mnemonic, const QString &data,
-                              StandardCommand::CommandStatus status, StandardCommand::CommandType type);
+                              StandardCommand::CommandStatus status, StandardCommand::CommandType type,
+                              bool isLatin1 = false);
     /// A report for a row of the kind Special.
     virtual void processSpecial(int row, const Report &report);
     /// A report whose mnemonic the catalogue does not hold.
@@ -155,8 +162,9 @@ protected:
     // Remote client
 
     /// Tells the client of a report about @p row under this channel's address, on the link that the catalogue names.
-    /// @param isAnswer to a query: not told while a set is pending, for it is older
-    void mirror(int row, const QString &data, bool isAnswer);
+    /// @param isAnswer to a query: not sent while a set is pending, for it is older
+    /// @param isLatin1 @p data is passed on in the bytes in which it came
+    void mirror(int row, const QString &data, bool isAnswer, bool isLatin1 = false);
     /// Hands a message of the card on to the client; takes it over. Nothing while the client's link is not open.
     void pushToRemote(std::unique_ptr<RemoteCommand> message) const;
     void pushToStatus(std::unique_ptr<RemoteCommand> message) const;
@@ -165,7 +173,7 @@ protected:
     /// Whether a set of the client can be carried out.
     [[nodiscard]] virtual bool takesSet(const QString &mnemonic, const QString &data) const;
     /// Carries out a set for which takesSet() holds.
-    virtual void carryOutSet(const QString &mnemonic, const QString &data);
+    virtual void carryOutSet(const RemoteCommand &set);
     /// Whether the client may ask for it, and set it if it has a setter.
     [[nodiscard]] bool isServed(const QString &mnemonic) const { return hasFlag(mnemonic, Catalogue::Served); }
     [[nodiscard]] bool isSettable(const QString &mnemonic) const { return hasFlag(mnemonic, Catalogue::Settable); }
@@ -176,6 +184,8 @@ protected:
     [[nodiscard]] virtual Channel *ownerOfSets() { return this; }
 
 private:
+    [[nodiscard]] StandardCommand *newQuery(const Request &request);
+
     struct Value
     {
         QString current;
@@ -189,6 +199,8 @@ private:
         QString value;
     };
 
+    [[nodiscard]] bool mayCardDiffer(int row, const QString &value) const;
+    void endSet(const StandardCommand &command);
     void write(int row, const QString &value);
     void writeWanted(const Wanted &wanted, bool isKnown);
     [[nodiscard]] Catalogue::Flags flagsOf(int row) const;

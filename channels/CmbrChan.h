@@ -52,7 +52,7 @@ private:
             { Commands::CAMP, Setting, kOwn | AlwaysSent, QLatin1StringView("") },
             { Commands::SLAVE, Setting, NoFlags, QLatin1StringView("0") },
             { Commands::GCZV, Setting, Settable | kShown, QLatin1StringView("0") },
-            { Commands::AIFB, Special, Settable }, // what the card says about it is ignored
+            { Commands::AIFB, Special, Settable | Order }, // what the card says about it is ignored
             { Commands::CLCK, Status, kReading },
             { Commands::CLCS, Status, kReading },
             { Commands::AGCA, Status, kReading },

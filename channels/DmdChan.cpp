@@ -104,6 +104,18 @@ bool DmdChan::isWrittenWhole(int row) const
            reg.form == RegisterForm::Decimal;
 }
 
+/// The card may hold more decimals of the modulation index than are kept here.
+bool DmdChan::isSameValue(int row, const QString &value, const QString &held) const
+{
+    if (row != at(Commands::TMID))
+        return Channel::isSameValue(row, value, held);
+    bool isNumber = false;
+    bool isHeldNumber = false;
+    const double number = value.toDouble(&isNumber);
+    const double heldNumber = held.toDouble(&isHeldNumber);
+    return isNumber && isHeldNumber && number == heldNumber;
+}
+
 QString DmdChan::normalized(int row, const QString &value) const
 {
     if (row == at(Commands::TMID)) {
@@ -117,8 +129,8 @@ QString DmdChan::normalized(int row, const QString &value) const
 
 void DmdChan::ProcessCmd(const StandardCommand &command)
 {
-    if (command.type() == StandardCommand::Query && command.mnemonic() == m_unknownAsked)
-        m_unknownAsked.clear();
+    if (command.type() == StandardCommand::Query && command.data().isEmpty())
+        m_openQuestions.removeOne(command.mnemonic());
     Channel::ProcessCmd(command);
 }
 
@@ -154,7 +166,7 @@ void DmdChan::processUnknown(const Report &report)
 {
     if (!report.refused && !report.data.isEmpty()) {
         rememberUnknown(report.mnemonic, { report.data, report.data });
-        sendCmdToRemote(report.address, report.mnemonic, report.data);
+        sendCmdToRemote(report);
     } else if (const auto entry = m_unknownValues.find(report.mnemonic);
                report.refused && entry != m_unknownValues.end()) {
         if (entry->inForce.isNull())
@@ -255,7 +267,12 @@ QString DmdChan::registerTextFor(qsizetype index, const QString &setting) const
 
 void DmdChan::processRegister(const Report &report)
 {
-    const auto index = registerNumbered(QStringView(report.data).left(kNumberSize));
+    const QString number = report.data.left(kNumberSize);
+    if (!report.refused && report.mnemonic == Commands::CDRG && report.data.size() <= kNumberSize) {
+        sendQuery({ address(), Commands::RDRG, number }); // nothing was written that could be known here
+        return;
+    }
+    const auto index = registerNumbered(number);
     if (!isRead(index)) {
         applySetting(at(Commands::RDRG),
                      { report.address, Commands::RDRG, report.data, report.refused, report.isAnswer });
@@ -263,9 +280,9 @@ void DmdChan::processRegister(const Report &report)
     }
     const Register &reg = kRegisters[std::size_t(index)];
     const QString own = kCatalogue[std::size_t(reg.row)].name;
+    QString &raw = m_registers[std::size_t(index)];
     bool changed = false;
-    if (!report.refused) {
-        QString &raw = m_registers[std::size_t(index)];
+    if (!report.refused && report.data.size() > kNumberSize) {
         raw = report.data.mid(kNumberSize, kValueSize);
         const QString setting = settingIn(reg, raw);
         changed = setting != valueOf(reg.row);
@@ -277,7 +294,8 @@ void DmdChan::processRegister(const Report &report)
         Q_EMIT SettingChanged(report.address, own, valueOf(reg.row));
         mirror(reg.row, valueOf(reg.row), report.isAnswer);
     } else {
-        const QString data = reg.form == RegisterForm::Enable ? valueOf(reg.row) : report.data;
+        const QString whole = report.refused ? number + raw : report.data;
+        const QString data = reg.form == RegisterForm::Enable ? valueOf(reg.row) : whole;
         Q_EMIT SettingChanged(report.address, Commands::RDRG, data);
         mirror(at(Commands::RDRG), data, report.isAnswer);
     }
@@ -323,15 +341,24 @@ std::optional<QString> DmdChan::answerToQuery(const QString &mnemonic)
         if (!mnemonic.isEmpty() && mnemonic == reg.directMnemonic)
             return valueOf(reg.row);
     }
-    if (mnemonic.isEmpty() || isCatalogued(mnemonic))
-        return std::nullopt; // the rest is no value of its own
-    // One question at a time: a card that does not know them would hold up everything by a second for each.
-    if (!m_unknownValues.contains(mnemonic) && m_unknownAsked.isEmpty() && m_unknownValues.size() < kMaxUnknownValues) {
-        m_unknownAsked = mnemonic;
+    const bool isAsked = isCatalogued(mnemonic) || !m_unknownValues.contains(mnemonic);
+    const bool isOpen = m_openQuestions.contains(mnemonic);
+    if (mnemonic.isEmpty() || (isAsked && !isOpen && m_openQuestions.size() >= kMaxOpenQuestions))
+        return std::nullopt;
+    if (isAsked && !isOpen)
+        askCard(mnemonic);
+    if (!isCatalogued(mnemonic))
+        return unknownValue(mnemonic);
+    return mnemonic == dataSourceMnemonic() ? getDSRC() : valueOf(at(Commands::RDRG));
+}
+
+/// A card that does not know it takes a second for each, so everything else goes first.
+void DmdChan::askCard(const QString &mnemonic)
+{
+    m_openQuestions.append(mnemonic);
+    if (!isCatalogued(mnemonic))
         rememberUnknown(mnemonic, {});
-        sendCmdToLocal(mnemonic, {});
-    }
-    return unknownValue(mnemonic);
+    sendQueryInBackground({ address(), mnemonic, {} });
 }
 
 bool DmdChan::takesSet(const QString &mnemonic, const QString &data) const
@@ -339,36 +366,39 @@ bool DmdChan::takesSet(const QString &mnemonic, const QString &data) const
     if (isServed(mnemonic))
         return !isSettable(mnemonic) || Channel::takesSet(mnemonic, data);
     if (mnemonic == Commands::DREG)
-        return data.size() > kNumberSize; // a number without a value would be a query on the wire, or less
+        return !data.isEmpty();
     return !mnemonic.isEmpty() && !(isCatalogued(mnemonic) && data.isEmpty());
 }
 
-void DmdChan::carryOutSet(const QString &mnemonic, const QString &data)
+void DmdChan::carryOutSet(const RemoteCommand &set)
 {
+    const QString &mnemonic = set.mnemonic();
     if (isServed(mnemonic)) {
         if (isSettable(mnemonic))
-            Channel::carryOutSet(mnemonic, data);
+            Channel::carryOutSet(set);
     } else if (mnemonic == Commands::DREG) {
-        setDREG(data);
+        setDREG(set.data());
     } else {
         if (!isCatalogued(mnemonic))
-            rememberUnknown(mnemonic, { data, m_unknownValues.value(mnemonic).inForce });
-        sendCmdToLocal(mnemonic, data);
+            rememberUnknown(mnemonic, { set.data(), m_unknownValues.value(mnemonic).inForce });
+        sendCmdToLocal(set);
     }
 }
 
-void DmdChan::sendCmdToLocal(const QString &mnemonic, const QString &data)
+/// A set without data is a query on the wire, which concerns this channel alone.
+void DmdChan::sendCmdToLocal(const RemoteCommand &set)
 {
-    const Request request{ address(), mnemonic, data };
-    if (data.isEmpty())
+    const Request request{ address(), set.mnemonic(), set.data(), set.isLatin1() };
+    if (request.data.isEmpty())
         sendQuery(request);
     else
-        SlavingHandler(sendSet(kNoRow, request)); // a query concerns this channel alone
+        SlavingHandler(sendSet(kNoRow, request));
 }
 
-void DmdChan::sendCmdToRemote(const QString &address, const QString &mnemonic, const QString &data)
+void DmdChan::sendCmdToRemote(const Report &report)
 {
-    auto message = std::make_unique<RemoteCommand>(this, address, mnemonic, data, true);
+    auto message = std::make_unique<RemoteCommand>(this, report.address, report.mnemonic, report.data, true);
+    message->setLatin1(report.isLatin1);
     message->setReplaceable(false);
     pushToRemote(std::move(message));
 }

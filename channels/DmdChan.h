@@ -450,19 +450,22 @@ protected:
     [[nodiscard]] Request queryOf(int row) const override;
     [[nodiscard]] Request setOf(int row, const QString &value) const override;
     [[nodiscard]] bool isWrittenWhole(int row) const override;
+    [[nodiscard]] bool isSameValue(int row, const QString &value, const QString &held) const override;
     [[nodiscard]] QString normalized(int row, const QString &value) const override;
     void processSpecial(int row, const Report &report) override;
     void processUnknown(const Report &report) override;
     void settingStored(int row) override;
     [[nodiscard]] bool isSlaving() const override;
-    /// The first query of a mnemonic that the catalogue does not hold goes to the card as well.
+    /// The first query of a mnemonic that the catalogue does not hold goes to the card as well, and every one of those
+    /// that the head keeps no value of under their own name. While 16 of them are open, more are refused.
     [[nodiscard]] std::optional<QString> answerToQuery(const QString &mnemonic) override;
     /// As every channel's, and what has no setter is acknowledged and left as it is.
     [[nodiscard]] bool takesSet(const QString &mnemonic, const QString &data) const override;
-    void carryOutSet(const QString &mnemonic, const QString &data) override;
+    void carryOutSet(const RemoteCommand &set) override;
 
 private:
     static constexpr qsizetype kMaxUnknownValues = 1000; ///< a client may name whatever it likes
+    static constexpr qsizetype kMaxOpenQuestions = 16;
 
     /// What is known of a mnemonic that the catalogue does not hold.
     struct UnknownValue
@@ -509,10 +512,12 @@ private:
     void processDirect(const Report &report);
     void processDataSource(const Report &report);
 
-    /// Sends a command of the remote client to the card: a query if it has no data.
-    void sendCmdToLocal(const QString &mnemonic, const QString &data);
+    /// Sends a set of the remote client to the card.
+    void sendCmdToLocal(const RemoteCommand &set);
+    /// Asks the card for what the head keeps no value of; what it answers is reported to the remote client.
+    void askCard(const QString &mnemonic);
     /// Hands a value that the catalogue does not hold on to the remote client.
-    void sendCmdToRemote(const QString &address, const QString &mnemonic, const QString &data);
+    void sendCmdToRemote(const Report &report);
     void rememberUnknown(const QString &mnemonic, const UnknownValue &value);
 
     [[nodiscard]] QString dataSourceMnemonic() const;
@@ -525,6 +530,6 @@ private:
     QStringList m_videoFilters;
     QStringList m_videoFilterBandwidths;
     QHash<QString, UnknownValue> m_unknownValues;
-    QString m_unknownAsked; ///< the one of them that the card is being asked for
+    QStringList m_openQuestions; ///< of the remote client to the card, by mnemonic
     QByteArray m_lastEyeBlock;
 };

@@ -39,14 +39,14 @@ private:
             { Commands::IRIG, Status, Queried | kReading },
             { Commands::TSRC, Setting, Settable | kShown },
             { Commands::NTPS, Setting, Settable | kShown },
-            { Commands::COMT, Special, Settable | AlwaysSent | Served },
+            { Commands::COMT, Special, Settable | AlwaysSent | Served | Order },
             { Commands::TIME, Status, kReading },
             { Commands::PHYS, Status, kReading },
             { Commands::IEBS, Status, kReading },
             { Commands::IEBR, Status, kReading },
             { Commands::IREV, Special, Served },
             { Commands::CHAN, Special, Served },
-            { Commands::NAME, Special, Settable, QLatin1StringView("Chan Name") },
+            { Commands::NAME, Special, Settable | Order, QLatin1StringView("Chan Name") },
             { Commands::SLAVE, Special, NoFlags, QLatin1StringView("0") },
         });
     }();

@@ -48,11 +48,10 @@ void UniversalChan::processTmoipList(const QString &list)
         return;
     store(at(Commands::TLST), list);
     for (const QString &item : list.split(u',')) {
-        if (const QString entry = item.trimmed(); !entry.isEmpty())
+        const QString entry = item.trimmed();
+        if (link()->generateTmoipCard(entry.section(u' ', 0, 0)))
             m_tmoipList.append(entry);
     }
-    for (const QString &entry : std::as_const(m_tmoipList))
-        link()->generateTmoipCard(entry.section(u' ', 0, 0));
 }
 
 // Remote client

@@ -151,9 +151,8 @@ private:
     void serve(const QString &text)
     {
         const RemoteCommand message = RemoteCommand::fromClient(text);
-        Channel *const target = message.address() == "U0"_L1 ? m_directory.withAddress(message.address())
-                                                             : m_directory.at(message.address());
-        if (!target || message.status() != RemoteCommand::Received)
+        Channel *const target = m_directory.at(message.address());
+        if (!target || message.isGarbled() || message.status() != RemoteCommand::Received)
             return;
         m_mnemonics.insert(message.mnemonic());
         target->ProcessCmd(message);

@@ -2,17 +2,20 @@
 
 #include <QtGlobal>
 
-/// How long a chassis is let be before everything is asked anew: twice as long each time that it was of no use.
+/// Exponential back-off between re-reads; doubles when one did not help.
 class BackOff
 {
 public:
     void reset() { m_doublings = 0; }
     void lengthen() { m_doublings = qMin(m_doublings + 1, kMostDoublings); }
     [[nodiscard]] bool isLengthened() const { return m_doublings > 0; }
-    [[nodiscard]] bool isOver(qint64 ms) const { return ms >= kFirstMs << m_doublings; }
+    /// Whether @p ms is as long as the next re-read has to wait.
+    /// @param firstMs how long the first one waits
+    [[nodiscard]] bool isOver(qint64 ms, qint64 firstMs = kFirstMs) const { return ms >= firstMs << m_doublings; }
+
+    static constexpr qint64 kFirstMs = 10'000;
 
 private:
-    static constexpr qint64 kFirstMs = 10'000;
     static constexpr int kMostDoublings = 6;
 
     int m_doublings = 0;

@@ -15,8 +15,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr QLatin1StringView kFirstTmoipCard("TM1");
-
 struct Route
 {
     QLatin1StringView letters;
@@ -50,11 +48,15 @@ int positionIn(const Route &route, const QString &address)
 
 Channel *ChannelDirectory::at(const QString &address) const
 {
-    if (address.startsWith(kFirstTmoipCard)) {
-        TmoipCard *const card = all<TmoipCard>().value(0);
-        const QString subAddress = address.contains(u'-') ? address.section(u'-', 1) : u"0"_s;
-        return card ? card->target(subAddress) : nullptr;
-    }
+    if (address.startsWith(TmoipCard::ChanType))
+        return ofTmoip(address);
+    const auto channel = std::find_if(m_channels.begin(), m_channels.end(),
+                                      [&address](const Channel *c) { return c->address() == address; });
+    return channel != m_channels.end() ? *channel : atPosition(address);
+}
+
+Channel *ChannelDirectory::atPosition(const QString &address) const
+{
     for (const Route &route : routes()) {
         int position = positionIn(route, address);
         if (position < 0)
@@ -67,9 +69,16 @@ Channel *ChannelDirectory::at(const QString &address) const
     return nullptr;
 }
 
-Channel *ChannelDirectory::withAddress(const QString &address) const
+/// The part of the address behind "-" means the card itself or one of its streams; without it, the card.
+Channel *ChannelDirectory::ofTmoip(const QString &address) const
 {
-    const auto channel = std::find_if(m_channels.begin(), m_channels.end(),
-                                      [&address](const Channel *c) { return c->address() == address; });
-    return channel != m_channels.end() ? *channel : nullptr;
+    const QList<TmoipCard *> cards = all<TmoipCard>();
+    const QString number = address.section(u'-', 0, 0).sliced(TmoipCard::ChanType.size());
+    const QString subAddress = address.contains(u'-') ? address.section(u'-', 1) : u"0"_s;
+    const auto named =
+        std::ranges::find_if(cards, [&number](const TmoipCard *card) { return card->getChannel() == number; });
+    // Anything else that begins with the first card's address is for that card.
+    const qsizetype position = number.startsWith(u'1') ? 0 : number.toInt() - 1;
+    TmoipCard *const card = named != cards.end() ? *named : cards.value(position);
+    return card ? card->target(subAddress) : nullptr;
 }

@@ -23,13 +23,14 @@ public:
         return found;
     }
 
-    /// The channel that an unsolicited message of this address is for: "R2" is the second receiver, whatever its
-    /// number; "TM1-2" is the second stream of the first TMoIP card. Null if there is none, or if the address is not
-    /// one that messages are routed by.
+    /// The channel that a message of this address is for: the one of that very address, or, if there is none, the one
+    /// at that position of its kind, so that "R1" is the only receiver of a chassis whose receiver is "R2". "TM1-2" is
+    /// the second stream of a TMoIP card. Null if there is neither.
     [[nodiscard]] Channel *at(const QString &address) const;
-    /// The channel with this address; null if there is none.
-    [[nodiscard]] Channel *withAddress(const QString &address) const;
 
 private:
+    [[nodiscard]] Channel *atPosition(const QString &address) const;
+    [[nodiscard]] Channel *ofTmoip(const QString &address) const;
+
     QList<Channel *> m_channels;
 };

@@ -42,7 +42,10 @@ Discovery::Discovery(SerialPortController *link, const QString &systemIdentifier
     : m_link(link)
     , m_systemIdentifier(systemIdentifier)
     , m_countdown(startupSeconds)
+    , m_check(link)
+    , m_silence([this] { return m_clock.elapsed(); })
 {
+    m_clock.start();
     m_cardListTmr.setInterval(kCardListRetryMs);
     connect(&m_startupTmr, &QTimer::timeout, link, &SerialPortController::EstablishCommTmr_Tick, Qt::QueuedConnection);
     connect(&m_cardListTmr, &QTimer::timeout, this, &Discovery::requestCardListAgain);
@@ -79,9 +82,16 @@ void Discovery::tick()
 
 void Discovery::pause()
 {
+    m_silence.noteLoss();
+    halt();
+}
+
+void Discovery::halt()
+{
     m_cardListTmr.stop();
     m_silenceTmr.stop();
     m_reading.giveUp();
+    m_check.setActive(false);
     if (std::exchange(m_isEstablished, false))
         m_countdown = 0;
 }
@@ -96,46 +106,34 @@ void Discovery::resume()
 void Discovery::askAnew()
 {
     qCInfo(lcDiscovery) << "asks for everything anew";
-    pause();
+    halt();
     m_link->dropBackground();
+    m_check.noteBackgroundDropped();
     resume();
 }
 
-/// Without reports for long, a chassis was switched off.
 void Discovery::watchReports()
 {
-    if (!isReportDue())
-        m_link->forgetReports();
-    else if (m_link->status().withoutReportMs == 0)
-        m_link->expectReports();
-    if (m_reading.isDueAnew()) {
+    const bool isReporting =
+        std::ranges::any_of(m_channels, [](const auto &channel) { return channel->isReporting(); });
+    const bool isSilent = m_silence.isOver(isReporting);
+    if (isSilent || m_reading.isDueAnew())
         askAnew();
-    } else if (m_patience.isOver(m_link->status().withoutReportMs)) {
-        m_patience.lengthen();
-        askAnew();
-    }
 }
 
-/// A chassis that has never reported may have nothing to report.
-bool Discovery::isReportDue() const
-{
-    return !m_isAcknowledged || (m_hasReported && std::ranges::any_of(m_channels, [](const auto &channel) {
-                                     return channel->isReporting();
-                                 }));
-}
-
-void Discovery::noteReport()
-{
-    m_hasReported = true;
-    m_patience.reset();
-}
+void Discovery::noteReport() { m_silence.noteReport(); }
 
 void Discovery::noteEnd(const StandardCommand &command)
 {
     using Commands = UniversalChan::Commands;
+    m_check.noteEnd(command, m_reading.isProbe(command));
+    if (command.status() == StandardCommand::TimedOut)
+        m_silence.noteTimeOut();
     if (!m_isEstablished)
         return;
     const bool isAnswered = command.status() == StandardCommand::Completed;
+    if (command.mnemonic() == Commands::VERTSKB && !isAnswered)
+        m_check.addMissing(command); // asked for together with the version, whose answer ends that
     if (command.mnemonic() == Commands::TRON && m_reading.isRunning()) {
         endReading(isAnswered);
     } else if (command.mnemonic() == Commands::CLST) {
@@ -163,21 +161,21 @@ void Discovery::noteCardList(const QString &cardList)
 void Discovery::endReading(bool isAcknowledged)
 {
     m_silenceTmr.start();
-    m_isAcknowledged = isAcknowledged;
-    if (isReportDue())
-        m_link->expectReports();
-    follow(m_reading.end(m_settingsAsked > 0));
+    m_silence.endReading(isAcknowledged);
+    follow(m_reading.end());
+    m_check.setActive(true);
 }
 
 void Discovery::follow(const SettingsReading::Advice &advice)
 {
     if (advice.isAnew)
         askAnew();
-    const QScopedValueRollback background(m_readsInBackground, true);
+    for (const StandardCommand &query : advice.missing)
+        m_check.addMissing(query);
     for (const StandardCommand &query : advice.queries)
-        m_link->AddCmdToTxmtCmdQueue(new StandardCommand(query.owner(), query.address(), query.mnemonic(), query.data(),
-                                                         StandardCommand::Queued, StandardCommand::Query,
-                                                         StandardCommand::kTimeOutMs));
+        m_link->queueInBackground(new StandardCommand(query.owner(), query.address(), query.mnemonic(), query.data(),
+                                                      StandardCommand::Queued, StandardCommand::Query,
+                                                      StandardCommand::kTimeOutMs));
 }
 
 void Discovery::report(LinkStatus &status) const
@@ -194,6 +192,7 @@ void Discovery::report(LinkStatus &status) const
         status.settingsRead = static_cast<int>(std::clamp(taken, m_firstSetting, m_behindSettings) - m_firstSetting);
     }
     status.hasOtherCards = m_hasOtherCards;
+    status.withoutReportMs = m_silence.silentMs();
     if (!m_hasAsked)
         status.state = LinkStatus::State::Opening;
     else if (!m_isEstablished || !m_hasCardList)
@@ -288,7 +287,7 @@ void Discovery::requestAllSettings()
                                                          UniversalChan::Commands::NOTIFY, {}, StandardCommand::Queued,
                                                          StandardCommand::Marker, StandardCommand::kMarkerTimeOutMs));
     queueRequest(UniversalChan::Commands::TRON, u"ON"_s, StandardCommand::Set);
-    m_link->forgetReports();
+    m_silence.beginReading();
     m_reading.begin();
 }
 
@@ -300,7 +299,7 @@ void Discovery::createChannels(const QString &cardList)
         add(std::move(channel));
 }
 
-void Discovery::createTmoipCard(const QString &name)
+bool Discovery::createTmoipCard(const QString &name)
 {
     static const QRegularExpression slot(u"^(?:%1)?(\\d{1,2})$"_s.arg(TmoipCard::ChanType));
     const QString number = slot.match(name).captured(1);
@@ -308,10 +307,12 @@ void Discovery::createTmoipCard(const QString &name)
     TmoipCard *const card = owned.get();
     const auto isKnown = [card](const auto &channel) { return channel->address() == card->address(); };
     if (number.isEmpty() || std::any_of(m_channels.cbegin(), m_channels.cend(), isKnown))
-        return;
+        return false;
     add(std::move(owned));
-    requestSettings(card);
+    if (m_hasCardList) // or it is asked with all others
+        requestSettings(card);
     m_link->EmitTmoipCardObtained(card);
+    return true;
 }
 
 void Discovery::queueRequest(const QString &mnemonic, const QString &data, StandardCommand::CommandType type)

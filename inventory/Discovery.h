@@ -1,11 +1,13 @@
 #pragma once
 
-#include "inventory/BackOff.h"
 #include "inventory/Card.h"
+#include "inventory/SettingsCheck.h"
 #include "inventory/SettingsReading.h"
+#include "inventory/SilenceWatch.h"
 #include "link/LinkStatus.h"
 #include "link/StandardCommand.h"
 
+#include <QElapsedTimer>
 #include <QList>
 #include <QObject>
 #include <QPointer>
@@ -58,6 +60,9 @@ public:
     /// Whether the chassis may hold other settings than the channels, which were all read once.
     [[nodiscard]] bool isStale() const { return m_hasAllSettings && (!m_isEstablished || m_reading.isRunning()); }
 
+    /// Reads back what is in doubt.
+    [[nodiscard]] SettingsCheck &check() { return m_check; }
+
     /// Notes a reading that came unasked.
     void noteReport();
     /// Notes how a command has ended: a chassis that was away while it was asked is asked anew.
@@ -74,7 +79,8 @@ public:
     /// Creates a TMoIP card and asks for its settings and those of its streams.
     /// @param name "TM" and the card's number, or the number alone, in one or two digits; anything else and a card that
     ///             is known already make no card
-    void createTmoipCard(const QString &name);
+    /// @return whether it made one
+    bool createTmoipCard(const QString &name);
     /// Merges the card list's entries into one card each.
     void consolidateCards();
     [[nodiscard]] const QList<Card> &cards() const { return m_cards; }
@@ -82,8 +88,8 @@ public:
 private:
     void establish(const QString &version);
     void askAnew();
+    void halt();
     void watchReports();
-    [[nodiscard]] bool isReportDue() const;
     void endReading(bool isAcknowledged);
     void follow(const SettingsReading::Advice &advice);
     void createSystemChannel();
@@ -104,10 +110,10 @@ private:
     std::size_t m_behindSettings = 0;
     std::size_t m_settingsAsked = 0; ///< of a repeated reading
     bool m_readsInBackground = false;
-    SettingsReading m_reading;    ///< runs until the request behind the settings has ended
-    bool m_isAcknowledged = true; ///< the request for reports
-    bool m_hasReported = false;
-    BackOff m_patience; ///< lengthened by each reading in a row that no report has followed
+    SettingsCheck m_check;
+    SettingsReading m_reading; ///< runs until the request behind the settings has ended
+    QElapsedTimer m_clock;
+    SilenceWatch m_silence;
     QString m_cardList;
     std::optional<QString> m_otherCardList; ///< as told last since the chassis was found, if it differs
     int m_cardListRounds = 0;

@@ -43,15 +43,17 @@ void SettingsReading::note(const StandardCommand &query)
         m_missing.append(query);
 }
 
-SettingsReading::Advice SettingsReading::end(bool isRepeated)
+SettingsReading::Advice SettingsReading::end()
 {
     m_isRunning = false;
     if (m_probes.isEmpty())
         m_patience.reset();
-    QList<StandardCommand> queries = m_probes;
-    if (isRepeated)
-        queries += std::exchange(m_missing, {});
-    return { false, queries };
+    return { false, m_probes, std::exchange(m_missing, {}) };
+}
+
+bool SettingsReading::isProbe(const StandardCommand &query) const
+{
+    return std::ranges::find(m_probes, query.commandText(), &StandardCommand::commandText) != m_probes.end();
 }
 
 /// A setting that was told before is not given up at the first time. When one is answered now, the chassis was away, if
@@ -65,7 +67,7 @@ SettingsReading::Advice SettingsReading::noteProbe(const StandardCommand &comman
     if (command.status() == StandardCommand::TimedOut) {
         if (m_told.contains(command.commandText()) && !m_probedAgain.contains(command.commandText())) {
             m_probedAgain.insert(command.commandText());
-            return { false, { command } };
+            return { false, { command }, {} };
         }
         m_probes.erase(probe);
         if (m_probes.isEmpty())
@@ -76,7 +78,7 @@ SettingsReading::Advice SettingsReading::noteProbe(const StandardCommand &comman
     const bool isFirst = !m_patience.isLengthened();
     m_patience.lengthen();
     if (isFirst)
-        return { true, {} };
+        return { true, {}, {} };
     m_sinceLoss.start();
-    return { false, std::exchange(m_lost, {}) };
+    return { false, std::exchange(m_lost, {}), {} };
 }

@@ -21,6 +21,7 @@ public:
     {
         bool isAnew = false;            ///< everything
         QList<StandardCommand> queries; ///< these once more
+        QList<StandardCommand> missing; ///< these went unanswered or were refused alone
     };
 
     void begin();
@@ -33,16 +34,17 @@ public:
     /// Notes how a query of the reading has ended.
     void note(const StandardCommand &query);
     /// All queries have ended.
-    /// @param isRepeated the settings are shown since long, so that those which are missing alone are asked once more
-    [[nodiscard]] Advice end(bool isRepeated);
+    [[nodiscard]] Advice end();
+    /// Whether the end of @p query tells if the chassis was away.
+    [[nodiscard]] bool isProbe(const StandardCommand &query) const;
     /// Notes how any command behind the reading has ended.
     [[nodiscard]] Advice noteProbe(const StandardCommand &command);
 
 private:
     bool m_isRunning = false;
-    int m_unanswered = 0;             ///< in a row
-    QList<StandardCommand> m_missing; ///< went unanswered or were refused alone
-    QList<StandardCommand> m_lost;    ///< went unanswered in a row
+    int m_unanswered = 0; ///< in a row
+    QList<StandardCommand> m_missing;
+    QList<StandardCommand> m_lost; ///< went unanswered in a row
     QList<StandardCommand> m_probes;
     QSet<QString> m_told; ///< queries that were answered in any reading
     QSet<QString> m_probedAgain;

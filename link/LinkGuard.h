@@ -5,7 +5,7 @@
 
 class QSerialPort;
 
-/// Watches an open port for a pulled cable, and for its return.
+/// Watches an open port for a pulled cable, and for its return, and waits for a device that was not there at first.
 ///
 /// The port's own errors do not tell: after a hang-up some versions of the serial library report one error after the
 /// other for ever, others spin without a word, and a healthy line has errors too. So the descriptor is asked, on every
@@ -18,14 +18,17 @@ public:
     /// @param port outlives the guard
     LinkGuard(QSerialPort *port, QObject *parent);
 
-    /// Begins to watch a port that has just been opened. One that is never watched is never opened again.
+    /// Begins to watch a port that has just been opened.
     void watch();
+    /// Begins to wait for the device of a port that could not be opened.
+    void await() { m_reopenTmr.start(); }
+    /// Whether the device is not there, or not there any more.
     [[nodiscard]] bool isLost() const { return m_reopenTmr.isActive(); }
 
 public Q_SLOTS:
     /// Asks whether the port has hung up; what the timer does twice a second.
     void check();
-    /// Tries to open a lost port again; what the timer does every second.
+    /// Tries to open a port whose device was not there; what the timer does every second.
     void reopen();
 
 Q_SIGNALS:

@@ -77,7 +77,7 @@ void RcvdCmdQueueReader::route(const StandardCommand &command)
 void RcvdCmdQueueReader::routeSystem(const StandardCommand &command)
 {
     if (const QString demodulator = dataSourceAddress(command); !demodulator.isEmpty()) {
-        deliver(m_directory->withAddress(demodulator), command);
+        deliver(m_directory->at(demodulator), command);
     } else if (concerns(command, UniversalChan::Commands::SLAVE)) {
         for (Channel *channel : m_controller->channels())
             deliver(channel, command);

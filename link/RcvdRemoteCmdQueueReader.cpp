@@ -1,6 +1,6 @@
 #include "link/RcvdRemoteCmdQueueReader.h"
 
-#include "channels/UniversalChan.h"
+#include "channels/Channel.h"
 #include "inventory/ChannelDirectory.h"
 #include "link/SerialPortController.h"
 
@@ -64,9 +64,8 @@ void RcvdRemoteCmdQueueReader::deliverToOwner(const RemoteCommand &command)
 
 void RcvdRemoteCmdQueueReader::ParseChannels(const RemoteCommand &command)
 {
-    Channel *const target = command.address() == UniversalChan::Address ? m_directory->withAddress(command.address())
-                                                                        : m_directory->at(command.address());
-    if (target)
+    Channel *const target = m_directory->at(command.address());
+    if (target && !command.isGarbled())
         deliver(target, command);
     else
         m_controller->AddCmdToTxmtRemoteCmdQueue(

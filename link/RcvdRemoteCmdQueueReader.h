@@ -33,7 +33,7 @@ public Q_SLOTS:
 private:
     void route(const RemoteCommand &command);
     void deliverToOwner(const RemoteCommand &command);
-    /// Hands the message to the channel of its address, or answers that there is none.
+    /// Hands the message to the channel of its address, or refuses it: there is none, or the message is garbled.
     void ParseChannels(const RemoteCommand &command);
     void deliver(Channel *target, const RemoteCommand &command);
 

@@ -4,7 +4,6 @@
 
 #include <QStringList>
 
-#include <algorithm>
 #include <type_traits>
 
 namespace {
@@ -21,7 +20,13 @@ static_assert(!kTakes<int> && !kTakes<const char *> && !kTakes<const char *, boo
 static_assert(!kTakes<QString, int, int> && !kTakes<QString, bool, int> && !kTakes<QString, int, int, bool>);
 static_assert(!kTakes<QString, RemoteCommand::CommandType, bool> && !kTakes<QString, const char *, bool>);
 
-bool isControl(QChar c) { return c.category() == QChar::Other_Control; }
+/// Takes control characters out of @p field; returns whether there were any.
+bool removeControls(QString &field)
+{
+    const qsizetype size = field.size();
+    field.removeIf([](QChar c) { return c.category() == QChar::Other_Control; });
+    return field.size() != size;
+}
 
 /// Takes the acknowledgement off the end of what the client sent, and tells the status that it stands for.
 RemoteCommand::CommandStatus takeAcknowledgement(QString &data)
@@ -67,10 +72,10 @@ RemoteCommand RemoteCommand::fromClient(const QString &frame)
 
     if (message.m_status != Unparsed)
         message.m_status = takeAcknowledgement(message.m_data);
-    for (const QString &field : { message.m_address, message.m_mnemonic, message.m_data }) {
-        if (std::any_of(field.cbegin(), field.cend(), isControl))
-            message.m_status = Unparsed;
-    }
+    for (QString *field : { &message.m_address, &message.m_mnemonic, &message.m_data })
+        message.m_isGarbled = removeControls(*field) || message.m_isGarbled;
+    if (message.m_isGarbled && message.m_status != Received)
+        message.m_status = Unparsed;
     message.m_text = framed(frame);
     return message;
 }

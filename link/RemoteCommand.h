@@ -1,5 +1,7 @@
 #pragma once
 
+#include "link/FrameText.h"
+
 #include <QLatin1StringView>
 #include <QMetaType>
 #include <QString>
@@ -87,7 +89,8 @@ public:
     }
 
     /// What the client sent, from the content of its frame: a query, a value or an answer to a message of the head.
-    /// Anything else, and whatever holds control characters, is Unparsed.
+    /// Anything else is Unparsed. Control characters are left out of a query or value, which then is garbled; with them
+    /// an answer is Unparsed.
     [[nodiscard]] static RemoteCommand fromClient(const QString &frame);
 
     [[nodiscard]] Channel *owner() const { return m_owner; }
@@ -103,6 +106,8 @@ public:
     [[nodiscard]] CommandStatus status() const { return m_status; }
     [[nodiscard]] int timeOutMs() const { return m_timeOutMs; }
 
+    /// Whether it held control characters: it is refused.
+    [[nodiscard]] bool isGarbled() const { return m_isGarbled; }
     [[nodiscard]] bool isAnswer() const { return m_type == Answer; }
     /// Whether @p other is about the same value of the same channel.
     [[nodiscard]] bool isAboutSameAs(const RemoteCommand &other) const
@@ -111,6 +116,12 @@ public:
     }
 
     void setStatus(CommandStatus status) { m_status = status; }
+
+    /// The message as it is written.
+    [[nodiscard]] QByteArray commandBytes() const { return FrameText::encode(m_text, m_isLatin1); }
+    /// Whether the data was not UTF-8 where it comes from; it is passed on in the same bytes then.
+    [[nodiscard]] bool isLatin1() const { return m_isLatin1; }
+    void setLatin1(bool latin1) { m_isLatin1 = latin1; }
     /// Takes the client's answer to this message, and its status.
     void answeredBy(const RemoteCommand &answer);
     /// The client did not answer in time.
@@ -136,6 +147,8 @@ private:
     CommandStatus m_status = Created;
     int m_timeOutMs = 0;
     bool m_isReplaceable = true;
+    bool m_isLatin1 = false;
+    bool m_isGarbled = false;
 };
 
 Q_DECLARE_METATYPE(RemoteCommand)

@@ -35,8 +35,7 @@ QByteArray reportsOffRequest()
 {
     return StandardCommand(nullptr, UniversalChan::Address, UniversalChan::Commands::TRON, u"OFF"_s,
                            StandardCommand::Created, StandardCommand::Set, 0)
-        .commandText()
-        .toLocal8Bit();
+        .commandBytes();
 }
 
 } // namespace
@@ -56,8 +55,6 @@ SerialPortController::SerialPortController(QObject *parent, PORT_TYPE type, cons
     connectGuard();
     configurePort();
     openPort();
-    if (m_portType == COMMAND_LINK)
-        WriteToPort(0, reportsOffRequest());
 }
 
 SerialPortController::~SerialPortController()
@@ -179,9 +176,24 @@ void SerialPortController::openPort()
     if (m_port.open(QIODevice::ReadWrite)) {
         qCInfo(lcLink) << "opened" << m_port.portName();
         m_guard->watch();
+        noteOpened();
         return;
     }
     qCInfo(lcLink) << "cannot open" << m_port.portName() << m_port.errorString();
+    m_guard->await();
+    showOpenFailure();
+}
+
+/// A chassis that went on reporting for an earlier run is to wait until its channels are known.
+void SerialPortController::noteOpened()
+{
+    m_hasOpened = true;
+    if (m_portType == COMMAND_LINK)
+        WriteToPort(0, reportsOffRequest());
+}
+
+void SerialPortController::showOpenFailure()
+{
     const QString text = m_portType == EYE_CONST_LINK ? u"%1 Comm Port Won't Open"_s : u"Can't Open %1"_s;
     m_openFailureBox = new QMessageBox;
     m_openFailureBox->setAttribute(Qt::WA_DeleteOnClose);
@@ -204,11 +216,10 @@ LinkStatus SerialPortController::status() const
 {
     LinkStatus status = m_status;
     status.silentMs = m_lastMessage.isValid() ? m_lastMessage.elapsed() : -1;
-    status.withoutReportMs = m_lastReport.isValid() ? m_lastReport.elapsed() : 0;
-    if (isLost())
-        status.state = LinkStatus::State::Lost;
-    else if (!m_port.isOpen())
+    if (!m_hasOpened)
         status.state = LinkStatus::State::NotPresent;
+    else if (isLost())
+        status.state = LinkStatus::State::Lost;
     else if (m_discovery)
         m_discovery->report(status);
     else
@@ -218,11 +229,7 @@ LinkStatus SerialPortController::status() const
 
 bool SerialPortController::isStale() const { return isLost() || (m_discovery && m_discovery->isStale()); }
 
-void SerialPortController::noteReport()
-{
-    expectReports();
-    m_discovery->noteReport();
-}
+void SerialPortController::noteReport() { m_discovery->noteReport(); }
 
 void SerialPortController::noteEnd(const StandardCommand &command)
 {
@@ -235,6 +242,20 @@ void SerialPortController::noteEnd(const StandardCommand &command)
     if (isAwaited && (isRefused || isUnanswered))
         Q_EMIT RequestFailed(command.address(), command.mnemonic(), isRefused);
     m_discovery->noteEnd(command);
+}
+
+void SerialPortController::noteSet(const StandardCommand &set, bool isQueried)
+{
+    m_discovery->check().noteSet(set, isQueried);
+}
+
+bool SerialPortController::isInDoubt(const StandardCommand &set) const { return m_discovery->check().isInDoubt(set); }
+
+void SerialPortController::noteStrayAnswer() { m_discovery->check().noteStrayAnswer(); }
+
+void SerialPortController::noteUnsolicited(const StandardCommand &message)
+{
+    m_discovery->check().noteUnsolicited(message);
 }
 
 void SerialPortController::linkLost()
@@ -250,6 +271,10 @@ void SerialPortController::linkLost()
 
 void SerialPortController::linkFound()
 {
+    if (!m_hasOpened)
+        noteOpened();
+    if (m_openFailureBox)
+        m_openFailureBox->accept();
     if (m_discovery)
         m_discovery->resume();
 }
@@ -304,10 +329,21 @@ void SerialPortController::AddCmdToTxmtCmdQueue(StandardCommand *command)
     // A set never waits behind a newer one.
     const bool isOfReading =
         command->type() == StandardCommand::Query || command->mnemonic() == UniversalChan::Commands::TRON;
-    if (m_discovery->readsInBackground() && isOfReading)
-        m_txmtCmdQueue.appendInBackground(command);
-    else
-        m_txmtCmdQueue.append(command);
+    if (m_discovery->readsInBackground() && isOfReading) {
+        queueInBackground(command);
+        return;
+    }
+    m_txmtCmdQueue.append(command);
+    EmitTrnsmtCmd();
+}
+
+void SerialPortController::queueInBackground(StandardCommand *query)
+{
+    if (isLost()) {
+        timeOut(query);
+        return;
+    }
+    m_txmtCmdQueue.appendInBackground(query);
     EmitTrnsmtCmd();
 }
 
@@ -423,10 +459,9 @@ void SerialPortController::ConsolidateCardList() { m_discovery->consolidateCards
 
 void SerialPortController::GenerateChannelList(const QString &cardList) { m_discovery->createChannels(cardList); }
 
-void SerialPortController::generateTmoipCard(const QString &name)
+bool SerialPortController::generateTmoipCard(const QString &name)
 {
-    if (m_portType == COMMAND_LINK)
-        m_discovery->createTmoipCard(name);
+    return m_portType == COMMAND_LINK && m_discovery->createTmoipCard(name);
 }
 
 const QList<Card> &SerialPortController::cards() const { return m_discovery->cards(); }

@@ -51,8 +51,8 @@ public:
     };
     Q_ENUM(PORT_TYPE)
 
-    /// Opens the device of the kind. One that will not open is told in a message box that blocks nothing; the link
-    /// then simply never receives anything.
+    /// Opens the device of the kind. If it cannot be opened, a non-blocking box says so until it can; it is tried every
+    /// second.
     /// @param systemIdentifier identity of the chassis, sent to it on the command link; any text elsewhere
     SerialPortController(QObject *parent, PORT_TYPE type, const QString &systemIdentifier);
     ~SerialPortController() override;
@@ -60,22 +60,30 @@ public:
     [[nodiscard]] PORT_TYPE portType() const { return m_portType; }
     [[nodiscard]] bool isStandardLink() const { return m_portType == COMMAND_LINK || m_portType == SPECTRAL_LINK; }
     [[nodiscard]] QSerialPort &port() { return m_port; }
-    /// Whether the cable is pulled.
+    /// Whether the device is not there: not yet, or the cable is pulled.
     [[nodiscard]] bool isLost() const;
     [[nodiscard]] LinkStatus status() const;
     /// Whether the far end may hold other settings than its channels here.
     [[nodiscard]] bool isStale() const;
+    /// As AddCmdToTxmtCmdQueue(), for a query that lets all other commands pass, though not for ever.
+    void queueInBackground(StandardCommand *query);
     /// Forgets the queries that let all others pass.
     void dropBackground() { m_txmtCmdQueue.dropBackground(); }
     /// Notes for the status that a frame has come.
     void noteMessage() { m_lastMessage.start(); }
     /// Notes that the far end has reported a reading; neither answers nor settings that it tells are reports.
     void noteReport();
-    /// Silence counts from now on, or counts no longer.
-    void expectReports() { m_lastReport.start(); }
-    void forgetReports() { m_lastReport.invalidate(); }
     /// Notes how a command that was queued or in flight has ended.
     void noteEnd(const StandardCommand &command);
+    /// Notes the end of a set, once its channel has seen it; the setting is read back if the end may be wrong.
+    /// @param isQueried whether it is read at start-up as well
+    void noteSet(const StandardCommand &set, bool isQueried);
+    /// Whether the card may hold something else than the value that @p set would replace.
+    [[nodiscard]] bool isInDoubt(const StandardCommand &set) const;
+    /// Notes an acknowledgement that nobody waits for.
+    void noteStrayAnswer();
+    /// Notes a message that answers no query.
+    void noteUnsolicited(const StandardCommand &message);
 
     /// Appends to the transmit queue. The link takes ownership; the receive dispatcher deletes the command.
     void AddCmdToTxmtCmdQueue(StandardCommand *command);
@@ -133,7 +141,8 @@ public:
     void GenerateChannelList(SerialPortController *source);
     /// Creates a TMoIP card and asks for its settings and those of its streams; on the command link only.
     /// @param name "TM" and the card's number, or the number alone; one without number or known already makes no card
-    void generateTmoipCard(const QString &name);
+    /// @return whether it made one
+    bool generateTmoipCard(const QString &name);
     /// Takes over a channel that the spectral link has found and keeps owning.
     void addSpecChan(Channel *channel) { takeOver(channel); }
     /// Takes a channel that discovery has found and keeps owning.
@@ -188,6 +197,8 @@ public Q_SLOTS:
 private:
     void configurePort();
     void openPort();
+    void showOpenFailure();
+    void noteOpened();
     void connectGuard();
     void linkLost();
     void linkFound();
@@ -217,7 +228,6 @@ private:
     std::unique_ptr<LinkGuard> m_guard;
     LinkStatus m_status; ///< the counts of it, and the time of the loss
     QElapsedTimer m_lastMessage;
-    QElapsedTimer m_lastReport; ///< not running while no reports are expected
     QPointer<QMessageBox> m_openFailureBox;
 
     std::unique_ptr<Discovery> m_discovery; ///< of a standard link
@@ -230,5 +240,6 @@ private:
     RcvdCmdQueueReader *m_rcvdCmdQueueReader = nullptr;             ///< the receive worker of a standard link
     RcvdRemoteCmdQueueReader *m_rcvdRemoteCmdQueueReader = nullptr; ///< the receive worker of the remote link
     EyeConstDataQueueReader *m_eyeConstDataQueueReader = nullptr;   ///< the receive worker of the eye link
+    bool m_hasOpened = false;
     bool m_ending = false;
 };

@@ -86,7 +86,9 @@ void SerialPortReader::HandleFrame(const QByteArray &frame)
 
 void SerialPortReader::HandleRemoteCommand(const QByteArray &frame)
 {
-    auto message = std::make_unique<RemoteCommand>(RemoteCommand::fromClient(QString::fromLocal8Bit(frame)));
+    const FrameText::Decoded content = FrameText::decode(frame);
+    auto message = std::make_unique<RemoteCommand>(RemoteCommand::fromClient(content.text));
+    message->setLatin1(content.isLatin1);
     const bool isAnswer = message->status() == RemoteCommand::Completed || message->status() == RemoteCommand::Failed;
     auto &queue = m_controller->txmtRemoteCmdQueue();
     if (!isAnswer || !queue.isAwaitingAnswer() || !queue.inFlight()->isAboutSameAs(*message)) {
@@ -108,41 +110,48 @@ void SerialPortReader::HandleEyeConstData(const QByteArray &frame)
 
 void SerialPortReader::HandleStandardCommand(const QByteArray &frame)
 {
-    const QString text = QString::fromLocal8Bit(frame);
     if (frame.size() == 1)
-        handleAcknowledgement(text);
+        handleAcknowledgement(FrameText::decode(frame));
     else
-        handleMessage(text);
+        handleMessage(FrameText::decode(frame));
 }
 
-void SerialPortReader::handleAcknowledgement(const QString &frame)
+void SerialPortReader::handleAcknowledgement(const FrameText::Decoded &frame)
 {
     const auto &queue = m_controller->txmtCmdQueue();
-    const QChar byte = frame.front();
+    const QChar byte = frame.text.front();
     const bool isAck = byte == StandardCommand::kAck;
     const bool isNak = byte == StandardCommand::kNak;
-    if (queue.isAwaitingAnswer() && (isNak || (isAck && queue.inFlight()->type() == StandardCommand::Set)))
+    if (queue.isAwaitingAnswer() && (isNak || (isAck && queue.inFlight()->type() == StandardCommand::Set))) {
         completeCommandInFlight(frame);
-    else
-        m_controller->EmitRcvdCmd(new StandardCommand(nullptr, frame, StandardCommand::Unparsed, StandardCommand::Set));
+        return;
+    }
+    if (isAck || isNak)
+        m_controller->noteStrayAnswer();
+    m_controller->EmitRcvdCmd(
+        new StandardCommand(nullptr, frame.text, StandardCommand::Unparsed, StandardCommand::Set));
 }
 
-void SerialPortReader::handleMessage(const QString &frame)
+void SerialPortReader::handleMessage(const FrameText::Decoded &frame)
 {
-    auto message = std::make_unique<StandardCommand>(StandardCommand::fromCard(frame));
+    auto message = std::make_unique<StandardCommand>(StandardCommand::fromCard(frame.text));
+    message->setLatin1(frame.isLatin1);
     const auto &queue = m_controller->txmtCmdQueue();
     if (queue.isAwaitingAnswer() && queue.inFlight()->isAnsweredBy(*message)) {
         completeCommandInFlight(frame);
         return;
     }
+    m_controller->noteUnsolicited(*message);
     m_controller->EmitRcvdCmd(message.release());
 }
 
-void SerialPortReader::completeCommandInFlight(const QString &frame)
+void SerialPortReader::completeCommandInFlight(const FrameText::Decoded &frame)
 {
     StandardCommand *command = m_controller->txmtCmdQueue().inFlight();
     m_controller->StopTimeOutTmr();
-    command->ResponseReceived(frame);
+    command->ResponseReceived(frame.text);
+    if (command->type() == StandardCommand::Query)
+        command->setLatin1(frame.isLatin1);
     m_controller->noteEnd(*command);
     m_controller->EmitRcvdCmd(command);
     m_controller->txmtCmdQueue().setReadyToSend();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "link/FrameDecoder.h"
+#include "link/FrameText.h"
 
 #include <QObject>
 #include <QQueue>
@@ -34,9 +35,9 @@ private:
     void HandleRemoteCommand(const QByteArray &frame);
     void HandleEyeConstData(const QByteArray &frame);
 
-    void handleAcknowledgement(const QString &frame);
-    void handleMessage(const QString &frame);
-    void completeCommandInFlight(const QString &frame);
+    void handleAcknowledgement(const FrameText::Decoded &frame);
+    void handleMessage(const FrameText::Decoded &frame);
+    void completeCommandInFlight(const FrameText::Decoded &frame);
 
     SerialPortController *m_controller;
     QSerialPort *m_port;

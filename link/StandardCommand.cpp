@@ -76,6 +76,22 @@ bool StandardCommand::isAnsweredBy(const StandardCommand &message) const
            (m_mnemonic != "RDRG"_L1 || namesSameRegister(m_data, message.m_responseData));
 }
 
+StandardCommand StandardCommand::readingBack() const
+{
+    const bool isReport = m_status == Received;
+    const QString &address = isReport ? m_responseAddress : m_address;
+    const QString &mnemonic = isReport ? m_responseMnemonic : m_mnemonic;
+    const QString &data = isReport ? m_responseData : m_data;
+    const bool isRegister = mnemonic == "CDRG"_L1 || mnemonic == "RDRG"_L1;
+    return { m_owner,
+             address,
+             isRegister ? u"RDRG"_s : mnemonic,
+             isRegister ? data.left(kRegisterNumberSize) : QString(),
+             Queued,
+             Query,
+             kTimeOutMs };
+}
+
 void StandardCommand::ResponseReceived(const QString &text)
 {
     if (text.size() == 1 && text.front() == kAck) {

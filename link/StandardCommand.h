@@ -1,5 +1,7 @@
 #pragma once
 
+#include "link/FrameText.h"
+
 #include <QMetaType>
 #include <QString>
 
@@ -55,6 +57,9 @@ public:
     /// Whether @p message, of fromCard(), is the reply to this query. A register's names the same register.
     [[nodiscard]] bool isAnsweredBy(const StandardCommand &message) const;
 
+    /// The query whose answer tells what this set has written, or what this unsolicited message has reported.
+    [[nodiscard]] StandardCommand readingBack() const;
+
     /// Takes the content of the answering frame, without STX and CR. A text with fewer than two colons that is
     /// neither ACK nor NAK changes nothing.
     void ResponseReceived(const QString &text);
@@ -74,6 +79,12 @@ public:
 
     void setStatus(CommandStatus status) { m_status = status; }
 
+    /// The request as it is written.
+    [[nodiscard]] QByteArray commandBytes() const { return FrameText::encode(m_commandText, m_isLatin1); }
+    /// Whether the data was not UTF-8 where it comes from; it is passed on in the same bytes then.
+    [[nodiscard]] bool isLatin1() const { return m_isLatin1; }
+    void setLatin1(bool latin1) { m_isLatin1 = latin1; }
+
 private:
     Channel *m_owner = nullptr;
     QString m_commandText;
@@ -87,6 +98,7 @@ private:
     CommandType m_type = Query;
     CommandStatus m_status = Created;
     int m_timeOutMs = 0;
+    bool m_isLatin1 = false;
 };
 
 Q_DECLARE_METATYPE(StandardCommand)

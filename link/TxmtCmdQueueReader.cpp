@@ -16,5 +16,5 @@ void TxmtCmdQueueReader::CheckTxmtCmdQueue()
     if (command->type() == StandardCommand::Marker)
         m_controller->StartTimeOutTmr(command->timeOutMs());
     else
-        m_controller->WriteToPort(command->timeOutMs(), command->commandText().toLocal8Bit());
+        m_controller->WriteToPort(command->timeOutMs(), command->commandBytes());
 }

@@ -14,5 +14,5 @@ void TxmtRemoteEyeAndStatusCmdQueueReader::CheckTxmtRemoteEyeAndStatusCmdQueue()
     if (m_controller->isPortFull())
         return; // comes again when the port has written
     if (const RemoteCommand *command = m_controller->txmtRemoteCmdQueue().takeNext())
-        m_controller->WriteToPort(command->timeOutMs(), command->commandText().toLocal8Bit());
+        m_controller->WriteToPort(command->timeOutMs(), command->commandBytes());
 }

@@ -66,9 +66,9 @@ void addDemodulatorRows()
         "report D1:ZZZZ:5; report D1:ZZZZ:6; report D1:ZZZZ:; lose D1:ZZZZ:7", "D1:ZZZZ:7",
         [](const Channel *channel) { return qobject_cast<const D *>(channel)->unknownValue(u"ZZZZ"_s); }, "6 < ");
 
-    row("set D2:DSRC:3; refuse U0:SDM3; set D3:DSRC:2; lose U0:SDM1:9; report U0:SDM2:1; set D2:DSRC:1",
-        "U0:SDM2:3; D2 U0 SDM2 3; U0:SDM3:2; D3 U0 SDM3 1; U0:SDM1:9; D1 U0 SDM1 1; D2 U0 SDM2 1", of(&D::getDSRC),
-        "1 < 3");
+    row("report U0:SDM2:2; set D2:DSRC:3; refuse U0:SDM3; set D3:DSRC:2; lose U0:SDM1:9; set D2:DSRC:3",
+        "D2 U0 SDM2 2; U0:SDM2:3; D2 U0 SDM2 3; U0:SDM3:2; D3 U0 SDM3 1; U0:SDM1:9; D1 U0 SDM1 1", of(&D::getDSRC),
+        "3 < 2");
     const QByteArray secondAlone = "DEMOD2 MPU 1.2 K3050 S2";
     on(secondAlone)("report U0:SDM1:3; report U0:SDM3:3; report U0:SDM2:2; set D2:DSRC:2", "D2 U0 SDM2 2",
                     of(&D::getDSRC), "2 < 1");
@@ -166,14 +166,17 @@ void addFurtherRows()
 /// The eye link of three demodulators, and a client's link that takes no channels until a test hands them over.
 struct EyeBench
 {
-    EyeBench() { eye.GenerateChannelList(&chassis.link); }
+    explicit EyeBench(const QByteArray &cards = LinkBench::kOlderDemodulators) : chassis({ cards })
+    {
+        eye.GenerateChannelList(&chassis.link);
+    }
     void send(const QByteArrayList &frames) { chassis.bench.eye().send("\2" + frames.join("\4\2") + "\4"); }
     [[nodiscard]] QByteArray block(const QString &address) const
     {
         return qobject_cast<DmdChan *>(chassis.channel(address))->lastEyeBlock().toHex();
     }
 
-    ChannelBench chassis{ { LinkBench::kOlderDemodulators } };
+    ChannelBench chassis;
     SerialPortController eye{ nullptr, SerialPortController::EYE_CONST_LINK, {} };
     SerialPortController client{ nullptr, SerialPortController::REMOTE_EYE_AND_STATUS_LINK, {} };
 };
@@ -281,7 +284,7 @@ void ChannelsTest::conversation_data()
     row("lose R1:FREQ:3", "R1:FREQ:3; R1 FREQ 2250.5", freq, "2250.5 < Unknown");
     row("ask R1:FREQ:3", "R1:FREQ; R1 FREQ 3", freq, "3 < 2250.5");
     row("ask R1:AFC:1; report R1:AFC:1", "R1:AFC; R1 AFC 1; R1 AFC 1", afc, "1 < Unknown");
-    row("refuse R1:FREQ; ask R1:FREQ:3", "R1:FREQ", freq, "2250.5 < Unknown");
+    row("refuse R1:FREQ; ask R1:FREQ:3", "R1:FREQ; R1:FREQ", freq, "2250.5 < Unknown");
     row("set R1:CINP:3; report R1:CINP:4", "R1:CINP:3; R1 CINP 3; R1 CINP 4", of(&RcvrChan::getCINP), "4 < Unknown");
     row("report R1:FLST:2300 2200,,5000 4400", "R1 FLST 2300 2200,,5000 4400", bounds,
         "2300 2200 5000 4400 < 2395.5 2200.5,1485.5 1435.5");
@@ -314,9 +317,9 @@ void ChannelsTest::conversation_data()
     row("set U0:NAME:Van; ask U0:NAME:Truck", "U0:NAME:Van; U0 NAME Van; U0:NAME; U0 NAME Truck");
     row("set U0:TMRF:1; set U0:TMRF:2; lose U0:TMRF:0", "U0:TMRF:2; U0 TMRF 2; U0:TMRF:0; U0 TMRF 2",
         of(&UniversalChan::getTMRF), "2 < 1");
-    row("set U0:TIME:3; set U0:TIME:3; lose U0:TIME:4; report U0:TIME:5", "U0:TIME:3; U0:TIME:4",
+    row("set U0:TIME:3; set U0:TIME:3; lose U0:TIME:4; report U0:TIME:5", "U0:TIME:3; U0:TIME:4; U0:TIME",
         of(&UniversalChan::getTIME), "5 < 3");
-    row("set U0:LOGC:3; set U0:LOGC:3; lose U0:LOGC:4; report U0:LOGC:5", "U0:LOGC:3; U0:LOGC:4",
+    row("set U0:LOGC:3; set U0:LOGC:3; lose U0:LOGC:4; report U0:LOGC:5", "U0:LOGC:3; U0:LOGC:4; U0:LOGC",
         of(&UniversalChan::getLOGC), "5 < 3");
     row("set U0:ABSSI:3; set U0:ABSSI:3; lose U0:ABSSI:4", "U0:ABSSI:3; U0:ABSSI:4", of(&UniversalChan::getABSSI),
         "3 < Unknown");
@@ -385,6 +388,13 @@ void ChannelsTest::eyeBlocks()
     FarEnd &far = bench.chassis.bench.remoteEyeAndStatus();
     bench.send({ "ED1SD0000000001" });
     QVERIFY(waitUntil([&bench] { return bench.block(u"D1"_s) == "0000000001"; }));
+    {
+        EyeBench lone("DEMOD2 MPU 1.2 K3050 S2"); // which is also the first of its kind
+        for (const QByteArray frame : { "ED2SD0000000002", "ED1SD0000000001" }) {
+            lone.send({ frame });
+            QVERIFY(waitUntil([&] { return lone.block(u"D2"_s) == frame.last(10); }));
+        }
+    }
 
     bench.client.GenerateChannelList(&bench.chassis.link);
     const QByteArray samples = QByteArray("80007Fff").repeated(256);

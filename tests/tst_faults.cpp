@@ -149,6 +149,7 @@ QString FaultsTest::outcome()
     QByteArrayList unasked = m_requests;
     for (const QString &address : m_requests.isEmpty() ? QStringList() : addresses)
         unasked += queries(address);
+    sent.removeAll("U0:TIME"); // the bench sets it, and it is read back behind what went wrong
     sent.removeIf([&unasked](const QByteArray &frame) { return unasked.removeOne(frame); });
     note(u"sent"_s, sent.join(','), QByteArray());
     note(u"unasked"_s, unasked.join(','), QByteArray());
@@ -343,13 +344,13 @@ void row(const char *name, const QString &script, const QString &outcome) { QTes
 void addWireFaults()
 {
     const QString unanswered = u"live; ignore R1:FREQ; tune 2260.5; await R1:FREQ:2260.5; timeout; settle"_s;
-    const QString gaveUp = u"sent=R1:FREQ:2260.5 R1 FREQ: no answer"_s;
+    const QString gaveUp = u"sent=R1:FREQ:2260.5,R1:FREQ R1 FREQ: no answer"_s;
     row("no answer", unanswered, gaveUp);
     row("ACK behind the time-out", unanswered + u"; send \x06; settle"_s, gaveUp);
     row("NAK behind the time-out", unanswered + u"; send \x15; settle"_s, gaveUp);
     row("value told behind the time-out", unanswered + u"; send R1:FREQ:2260.5; settle"_s, u"R1=2260.5 "_s + gaveUp);
     row("ACK twice", u"live; tune 2260.5; await R1:FREQ:2260.5; send \x06; settle; tune 2261.5; settle"_s,
-        u"R1=2261.5 sent=R1:FREQ:2260.5,R1:FREQ:2261.5"_s);
+        u"R1=2261.5 sent=R1:FREQ:2260.5,R1:FREQ,R1:FREQ:2261.5"_s);
 
     // Afterwards the panel still takes an entry.
     const auto mnemonics =
@@ -374,7 +375,7 @@ void addWireFaults()
     row("power cut behind an open dialog",
         u"live; value U0:PLIST=a b ; menu actionLoadPreset; box; power off; send loading; "_s
         u"press btnLoad; nobox; await U0:RESTORE:a; timeout; settle; power on; tune 2260.5; settle"_s,
-        u"R1=2260.5 sent=U0:PLIST,U0:RESTORE:a,R1:FREQ:2260.5 U0 RESTORE: no answer"_s);
+        u"R1=2260.5 sent=U0:PLIST,U0:RESTORE:a,R1:FREQ:2260.5,R1:FREQ U0 RESTORE: no answer"_s);
 }
 
 /// A head that starts.
@@ -428,10 +429,13 @@ void addPulledCables()
                "used spectral; settle"_s.arg(cardRequest)
             << QString();
     }
-    for (const LinkName &link : kLinks.sliced(1)) {
+    for (const LinkName &link : kLinks) {
+        const QString isLive = link.name == "command"_L1 ? QString() : u"used command; "_s;
         QTest::addRow("absent at start, %s", qPrintable(link.name))
-            << u"unplug %1; start 0; tick; used command; plug %1; settle"_s.arg(link.name)
-            << u"boxes=1 "_s + link.words + u"not present"_s;
+            << u"unplug %1; start 0; "_s.arg(link.name) + isLive +
+                   u"words %2not present; box; plug %1; nobox; use %1; used %1; used command; settle"_s.arg(link.name,
+                                                                                                            link.words)
+            << QString();
     }
     rows("live", u"live; used spectral"_s, u"tune 2260.5"_s, u"R1=2260.5 sent=R1:FREQ:2260.5"_s);
     row("cards changed meanwhile",

@@ -65,7 +65,26 @@ void addSystemTalk()
          "TM1:ADDR:10.0.0.5+; TM1-0:MASK:255.255.255.0+; TM1-3:RMIP:10.0.0.9+; TM1-3:FLOW:1+; TM1-3:FLOW:1",
          "TM1-0:TIME:7:14:05");
     talk({ "DEMOD2 MPU 1.2 K3050 S2" }, "client D1:DMOD?|D2:DMOD?; client D1:DMOD:4", "D2:DMOD:4",
-         "D1:DMOD:0+; D2:DMOD:-; D1:DMOD:4+; D2:DMOD:4");
+         "D1:DMOD:0+; D2:DMOD:0+; D1:DMOD:4+; D2:DMOD:4");
+    // The channel of that very address, or the one at that position of its kind
+    talk({ "0104 MPU 2.3 TUNER A2 X,0122 FPGA1 1.9 TUNER A2 X", "DEMOD2 MPU 1.2 K3050 S2", "TM2 2.0" },
+         "client U0:CHANS?|R1:AFC?|R2:AFC?|TM2-0:MASK?|TM1-2:FLOW?|TM3-0:MASK?; client TM2-1:FLOW:1|R2:AFC:4; "
+         "card R2:SSLV:-3|D2:FOFF:1|TM2-0:PHYS:Up|D2:IFFL:5|R1:SSLV:-4; client D2:IFFL?|TM2-0:PHYS?",
+         "TM2-1:FLOW:1; R2:AFC:4",
+         "U0:CHANS:U0,R2,D2,TM2-0,TM2-1,TM2-2,TM2-3+; R1:AFC:1+; R2:AFC:1+; TM2-0:MASK:255.255.255.0+; TM1-2:FLOW:0+; "
+         "TM3-0:MASK:-; TM2-1:FLOW:1+; R2:AFC:4+; TM2-1:FLOW:1; R2:AFC:4; D2:IFFL:5; D2:IFFL:5+; TM2-0:PHYS:Up+",
+         "R2:SSLV:-3; D2:FOFF:1; TM2-0:PHYS:Up; R2:SSLV:-4");
+    talk({ LinkBench::kReceivers }, "card U0:TLST:XX; client U0:TLST?; card U0:TLST:TM1x; client TM1:ADDR?", "",
+         "U0:TLST:XX; U0:TLST:XX+; U0:TLST:TM1x; TM1:ADDR:-");
+
+    // Text that is not UTF-8: read as Latin-1, and passed on as it is
+    talk(kOlderChassis, "card R1:NAME:Caf\xe9|D1:ZZZZ:\xe9|R1:MVAL:\xe9; client R1:NAME?|D1:YYYY:\xff|R1:LSCI:\xe4",
+         "D1:YYYY:\xff; R1:LSCI:\xe4",
+         "R1:NAME:Caf\xc3\xa9; D1:ZZZZ:\xe9; R1:MVAL:\xe9; R1:NAME:Caf\xc3\xa9+; D1:YYYY:\xff+; R1:LSCI:\xe4+; "
+         "D1:YYYY:\xff; R1:LSCI:\xe4");
+    talk(kChassis, "card R1:NAME:\xc3\xa9|R2:NAME:\xc3; client R1:NAME:\xc3\xa9\xc3\xa9", "R1:NAME:\xc3\xa9\xc3\xa9",
+         "R1:NAME:\xc3\xa9; R2:NAME:\xc3\x83; R1:NAME:\xc3\xa9\xc3\xa9+; R1:NAME:\xc3\xa9\xc3\xa9");
+
     talk(kChassis, "client R1:AFC?1|R2:FREQ??|R1:NAME:a:b|R1:FREQ:?|R1:FREQ?:1|R1:FREQ", "R1:NAME:a:b",
          "R1:AFC:1+; R2:FREQ:2250.5+; R1:NAME:a:b+; R1:NAME:a:b");
 }
@@ -77,7 +96,9 @@ void addRubbish()
     };
     row(":|?|R1|R1?|R1:FREQ|\x06|\x15");
     row("R1:FREQ?:1|R1:FREQ:1?|R1:F:Q?|?:?:?|D1:Z:?");
-    row("R1:AF\tC?|R\1:AFC:3|R1:AFC:3\1|R1:AFC:3\n|R1:AFC:\x06\x06|D1:\x1b?|D1:Z\x7f:5|X\1:A?");
+    row("R1:AF\tC?|R\1:AFC:3|R1:AFC:3\1|R1:AFC:3\n|D1:\x1b?|D1:Z\x7f:5|X\1:A?",
+        "R1:AFC:-; R:AFC:3-; R1:AFC:3-; R1:AFC:3-; D1::-; D1:Z:5-; X:A:-; "); // control characters
+    row("R1:AFC:\x06\x06|R1:AFC:\x01\x06");                                   // in an answer
     row("R1:AFC:3\x06|R1:AFC:3\x15|D1:ZZZZ:\x06");
     row("::|:?|R1:?|R1::5|D1:?|D1::5|U0::5|R1:AFC:", "::-; ::-; R1::-; R1::5-; D1::-; D1::5-; U0::5-; R1:AFC:-; ");
     row("R1:\xc3\xa4?|\xc2\xb2:AFC:1", "R1:\xc3\xa4:-; \xc2\xb2:AFC:1-; ");
@@ -121,6 +142,14 @@ void addDemodulatorTalk()
          "D1:DDQM:1+; D1:DFSZ:2+; D1:ADEQ:1+; D1:DDQM:1; D1:DFSZ:2; D1:ADEQ:1; D1:DFSZ:3; D1:DDQM:1+; D1:DFSZ:3+; "
          "D1:ADEQ:1+");
 
+    talk(kChassis, "refuse D1:RDRG|D1:SDM1|D1:SDM2; client D1:RDRG?|D1:CDRG:851|D1:RDRG:854321|D1:SDM1?|D1:SDM2?",
+         "D1:RDRG; D1:CDRG:851; D1:RDRG:854321; D1:SDM1; D1:SDM2",
+         "D1:RDRG:Unknown+; D1:CDRG:851+; D1:RDRG:854321+; D1:SDM1:1+; D1:SDM2:Unknown+; D1:DFWD:1; D1:RDRG:851");
+    talk(kChassis, "client D1:DREG:85|D1:DREG:; client D1:DFWD?", "D1:CDRG:85; D1:RDRG:85",
+         "D1:DREG:85+; D1:DREG:-; D1:RDRG:85; D1:DFWD:eb90+");
+    talk(kChassis, "client D1:TMID:0.354; client D1:TMID:0.350; client D1:TMID:x", "D1:TMID:0.354; D1:TMID:x",
+         "D1:TMID:0.354+; D1:TMID:0.35; D1:TMID:0.350+; D1:TMID:x+; D1:TMID:0.00");
+
     // What the head does not know is between the client and the card.
     talk(kOlderChassis, "refuse D1:ZZZZ; client D1:ZZZZ?; client D1:ZZZZ?; card D1:ZZZZ:5|D1:ZZZZ:; client D1:ZZZZ?",
          "D1:ZZZZ", "D1:ZZZZ:+; D1:ZZZZ:+; D1:ZZZZ:5; D1:ZZZZ:5+");
@@ -154,6 +183,7 @@ private Q_SLOTS:
     void everyMnemonic();
     void conversation_data();
     void conversation();
+    void openQuestions();
 };
 
 void RemoteTest::everyMnemonic_data()
@@ -282,6 +312,23 @@ void RemoteTest::conversation()
     const RemoteLinksBench::Record passed = bench.play(lines);
     QCOMPARE((QStringList{ passed.card.join(u"; "_s), passed.client.join(u"; "_s), passed.status.join(u"; "_s) }),
              record);
+}
+
+/// A client may ask the card for many things at once, though not without bound.
+void RemoteTest::openQuestions()
+{
+    RemoteLinksBench bench(kOlderChassis);
+    QStringList answers;
+    for (int i = 0; i < 18; ++i) {
+        const QString mnemonic = u"Z%1"_s.arg(i % 17);
+        bench.far.refuse("D1:" + mnemonic.toLatin1());
+        bench.link.channels()[3]->ProcessCmd(RemoteCommand::fromClient(u"D1:"_s + mnemonic + u'?'));
+        answers += u"D1:"_s + mnemonic + (i == 16 ? u":-"_s : u":+"_s);
+    }
+    QVERIFY(bench.settle());
+    QCOMPARE(RemoteLinksBench::taken(bench.client), answers);
+    QCOMPARE(RemoteLinksBench::taken(bench.far).size(), 16);
+    QCOMPARE(bench.play(u"client D1:Z16?"_s).card, QStringList{ u"D1:Z16"_s });
 }
 
 QTEST_MAIN(RemoteTest)

@@ -1,5 +1,8 @@
+#include "channels/BistChan.h"
 #include "channels/SpectralChan.h"
+#include "inventory/SilenceWatch.h"
 #include "link/LinkGuard.h"
+#include "link/RemoteCommand.h"
 #include "support/CommandLinkBench.h"
 
 #include <QSignalSpy>
@@ -32,6 +35,36 @@ struct SelfTestBench
     Link link{ nullptr, SPECTRAL_LINK, {} };
 };
 
+/// A chassis that reports at these times, in tenths of a second: the seconds at which it is read again.
+class Silence
+{
+public:
+    explicit Silence(bool isAcknowledged) : m_isAcknowledged(isAcknowledged) { m_watch.endReading(isAcknowledged); }
+
+    void run(int seconds, const std::function<bool(int now, int readingEnd)> &reports)
+    {
+        for (const int end = m_now + seconds * 10; m_now < end; ++m_now) {
+            if (m_now == m_readingEnd)
+                m_watch.endReading(m_isAcknowledged);
+            if (reports(m_now, m_readingEnd))
+                m_watch.noteReport();
+            if (m_now % 10 == 0 && m_now > m_readingEnd && m_watch.isOver(true)) {
+                m_readings += m_now / 10;
+                m_watch.beginReading();
+                m_readingEnd = m_now + 10;
+            }
+        }
+    }
+    [[nodiscard]] QList<int> readings() const { return m_readings; }
+
+private:
+    int m_now = 0;
+    SilenceWatch m_watch{ [this] { return m_now * 100; } };
+    bool m_isAcknowledged;
+    int m_readingEnd = 0;
+    QList<int> m_readings;
+};
+
 } // namespace
 
 /// A chassis that was there before: all its settings are read again, whatever happens meanwhile.
@@ -48,6 +81,7 @@ private Q_SLOTS:
     void answersLost();
     void answersLostAgain();
     void spectraGoOn();
+    void silence();
 };
 
 /// What the operator does while a chassis that is back is read again goes first, though not for ever.
@@ -200,7 +234,7 @@ void RepeatedReadingTest::awayWhileRead()
         bench.far.behave("R1:FREQ");
     bench.far.setAnswering(true);
     QVERIFY(waitUntil([&] { return bench.far.frames().count("U0:TRON:ON") == readings; }, 20'000) && bench.idle());
-    QCOMPARE(bench.receiver(1)->getFREQ(), !silent.contains("R1:FREQ") && readings == 2 ? u"2250.5"_s : u"Unknown"_s);
+    QVERIFY(silent.contains("R1:FREQ") || waitUntil([&] { return bench.receiver(1)->getFREQ() == "2250.5"_L1; }));
     QCOMPARE(bench.link.status().state, LinkStatus::State::Live);
     QCOMPARE(allSettings.count(), 1);
     QVERIFY(!waitUntil([&] { return bench.far.frames().count("U0:TRON:ON") > readings; }, 1500));
@@ -291,11 +325,42 @@ void RepeatedReadingTest::spectraGoOn()
     qobject_cast<SpectralChan *>(link.channels().value(1))->setData(u"1"_s);
     far.sendFrame("U0:VER:2.1");
     QVERIFY(far.waitForFrame("U0:NAME", 10'000));
+    link.channels().last()->ProcessCmd(RemoteCommand::fromClient(u"S1:NAME:Test"_s)); // the name held
     second->setData(u"0"_s); // no more of them, asked for while it is read again
     QVERIFY(far.waitForFrame("U0:TRON:ON", 10'000));
     QByteArrayList data = far.frames();
     data.removeIf([](const QByteArray &frame) { return !frame.contains(":DATA:"); });
     QCOMPARE(data, QByteArrayList({ "SP3:DATA:1", "SP1:DATA:1", "SP2:DATA:1", "SP1:DATA:0", "SP2:DATA:0" }));
+    QVERIFY(far.frames().contains("S1:NAME:Test"));
+}
+
+/// Who is read again for silence, and when.
+void RepeatedReadingTest::silence()
+{
+    const auto never = [](int, int) { return false; };
+    const auto regularly = [](int now, int) { return now % 2 == 0; };
+    Silence quiet(true); // it may have nothing to report
+    quiet.run(3600, never);
+    QCOMPARE(quiet.readings(), QList<int>());
+    Silence refusing(false);
+    refusing.run(3600, never);
+    QCOMPARE(refusing.readings(), (QList<int>{ 10, 31, 72 }));
+    Silence off(true);
+    off.run(60, regularly);
+    off.run(600, never);
+    QCOMPARE(off.readings(), (QList<int>{ 70, 91, 132, 213, 374 }));
+    Silence offTwice(true); // reports again as soon as it is asked to
+    for (const int offSince : { 3000, 6200 }) {
+        offTwice.run(300, regularly);
+        offTwice.run(20, [offSince](int now, int readingEnd) { return readingEnd > offSince && now >= readingEnd; });
+    }
+    QCOMPARE(offTwice.readings(), (QList<int>{ 310, 630 }));
+    Silence rare(true);
+    rare.run(3600, [](int now, int) { return now % 300 == 0; });
+    QVERIFY2(rare.readings().size() <= 3, qPrintable(QString::number(rare.readings().size())));
+    Silence once(true); // one report behind each reading, and no more
+    once.run(3600, [](int now, int readingEnd) { return now == readingEnd + 5; });
+    QVERIFY2(once.readings().size() <= 10, qPrintable(QString::number(once.readings().size())));
 }
 
 QTEST_MAIN(RepeatedReadingTest)

@@ -61,6 +61,7 @@ private Q_SLOTS:
     void cards();
     void cardListAskedAgainAndTakenOnce();
     void endsOnceWhateverIsMissing();
+    void tmoipListBeforeTheCards();
 };
 
 void StartupTest::everyRequestInOrder()
@@ -238,6 +239,23 @@ void StartupTest::endsOnceWhateverIsMissing()
     chassis.link.StartTimeOutTmr(1);
     QVERIFY(chassis.idle());
     QCOMPARE(chassis.allSettings.count(), 1);
+}
+
+/// A list that names no card is none, and one that comes early has its card asked once.
+void StartupTest::tmoipListBeforeTheCards()
+{
+    Chassis chassis;
+    chassis.far.ignore("U0:CLST");
+    chassis.open();
+    QVERIFY(chassis.far.waitForFrame("U0:CLST"));
+    chassis.far.sendFrame("U0:TLST:,XX 1,TMx");
+    chassis.far.sendFrame("U0:TLST:TM1 2.1");
+    chassis.far.behave("U0:CLST");
+    chassis.far.sendFrame("U0:CLST:" + kReceiver1);
+    QVERIFY(chassis.far.waitForFrame("U0:TRON:ON", 20'000));
+    QByteArrayList asked = chassis.far.frames();
+    asked.removeIf([](const QByteArray &frame) { return !frame.startsWith("TM"); });
+    QCOMPARE(asked, LinkBench::tmoipQueries());
 }
 
 QTEST_MAIN(StartupTest)

@@ -92,9 +92,11 @@ void LinkBench::fillChassis()
     for (const QByteArray address : { "D1", "D2", "D3" })
         fill(address, kOlderDemodulatorSettings);
     fill("T1", kTapeSettings);
-    fill("TM1-0", kTmoipCardSettings);
-    for (const QByteArray address : { "TM1-1", "TM1-2", "TM1-3" })
-        fill(address, kTmoipStreamSettings);
+    for (const QByteArray card : { "TM1", "TM2" }) {
+        fill(card + "-0", kTmoipCardSettings);
+        for (const QByteArray stream : { "-1", "-2", "-3" })
+            fill(card + stream, kTmoipStreamSettings);
+    }
     for (const QByteArray address : { "SP1", "SP2", "SP3" })
         fill(address, kSpectralSettings);
     fill("S1", kSelfTestSettings);
