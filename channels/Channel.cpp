@@ -116,7 +116,7 @@ void Channel::submit(int row, const QString &value, bool evenIfHeld)
     const bool isHeld = isSameValue(row, value, valueOf(row)) && !hasPendingSet(row);
     if (isHeld && !evenIfHeld && !flags.testFlag(Catalogue::AlwaysSent))
         return;
-    if (mayCardDiffer(row, value) && !isWrittenWhole(row))
+    if (!isWrittenWhole(row) && mayCardDiffer(row, value))
         m_wanted.insert(&sendQuery(queryOf(row)), { row, value });
     else
         write(row, value);

@@ -126,13 +126,13 @@ void Discovery::noteReport() { m_silence.noteReport(); }
 void Discovery::noteEnd(const StandardCommand &command)
 {
     using Commands = UniversalChan::Commands;
-    m_check.noteEnd(command, m_reading.isProbe(command));
+    const bool isCheck = m_check.noteEnd(command, m_reading.isProbe(command));
     if (command.status() == StandardCommand::TimedOut)
         m_silence.noteTimeOut();
     if (!m_isEstablished)
         return;
     const bool isAnswered = command.status() == StandardCommand::Completed;
-    if (command.mnemonic() == Commands::VERTSKB && !isAnswered)
+    if (command.mnemonic() == Commands::VERTSKB && !isAnswered && !isCheck)
         m_check.addMissing(command); // asked for together with the version, whose answer ends that
     if (command.mnemonic() == Commands::TRON && m_reading.isRunning()) {
         endReading(isAnswered);

@@ -46,9 +46,10 @@ void SettingsCheck::noteSet(const StandardCommand &set, bool isQueried)
         doubt(entry);
 }
 
-void SettingsCheck::noteEnd(const StandardCommand &command, bool isProbe)
+bool SettingsCheck::noteEnd(const StandardCommand &command, bool isProbe)
 {
-    if (m_asked == &command)
+    const bool isOwn = m_asked == &command;
+    if (isOwn)
         m_asked = nullptr;
     const bool isQuery = command.type() == StandardCommand::Query;
     const bool isTimedOut = command.status() == StandardCommand::TimedOut;
@@ -56,7 +57,7 @@ void SettingsCheck::noteEnd(const StandardCommand &command, bool isProbe)
     if (m_isActive && isTimedOut && (!isQuery || m_answeredOnce.contains(command.commandText())))
         m_trouble = m_clock.elapsed();
     if (!isQuery)
-        return;
+        return false;
     if (command.status() == StandardCommand::Failed && m_answeredOnce.contains(command.commandText()))
         noteStrayAnswer(); // the late one to a set, most likely
     if (command.status() == StandardCommand::Completed)
@@ -64,6 +65,7 @@ void SettingsCheck::noteEnd(const StandardCommand &command, bool isProbe)
     else
         failed(command, isProbe);
     askNext();
+    return isOwn;
 }
 
 void SettingsCheck::noteStrayAnswer()

@@ -34,7 +34,8 @@ public:
     void noteSet(const StandardCommand &set, bool isQueried);
     /// Any command has ended.
     /// @param isProbe somebody else repeats it if need be
-    void noteEnd(const StandardCommand &command, bool isProbe);
+    /// @return whether it was a query of this
+    bool noteEnd(const StandardCommand &command, bool isProbe);
     /// An acknowledgement has come that nobody waits for.
     void noteStrayAnswer();
     /// A message has come that answers no query. It may be the late answer to one, older than the last set.
