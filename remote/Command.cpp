@@ -2,6 +2,7 @@
 
 #include "ApplyCommand.h"
 #include "DumpCommand.h"
+#include "EndSignals.h"
 #include "GetCommand.h"
 #include "RecordCommand.h"
 #include "ReplayCommand.h"
@@ -38,7 +39,7 @@ void Command::end(int exitCode)
     if (m_ended)
         return;
     m_ended = true;
-    if (output().fault() == EINTR)
+    if (EndSignals::haveCome())
         return; // an interrupted command has not ended by itself
     Q_EMIT finished(hasLostOutput() ? ExitCode::NoAnswer : exitCode);
 }

@@ -17,9 +17,6 @@ public:
 
 private:
     void write(const SettingsReader::Values &values);
-    void replaceFile(const QString &path, const QByteArray &text);
-    void writeInto(const QString &path, const QByteArray &text);
-    void tellSaved();
 
     SettingsReader m_reader;
     QByteArrayList m_channels;

@@ -3,7 +3,6 @@
 #include "EndSignals.h"
 
 #include <cerrno>
-#include <cstdio>
 #include <cstring>
 
 #include <unistd.h>
@@ -11,6 +10,8 @@
 using namespace Qt::StringLiterals;
 
 namespace {
+
+const QByteArray kEraseLine = "\r\x1b[K";
 
 QByteArray inColour(const QByteArray &text, Output::Colour colour)
 {
@@ -45,7 +46,7 @@ void Output::error(const QString &text)
 {
     clearProgress();
     const QByteArray bytes = "zirvo-remote: " + text.toLocal8Bit();
-    std::fprintf(stderr, "%s\n", (m_errorColours ? inColour(bytes, Colour::Red) : bytes).constData());
+    EndSignals::tell(STDERR_FILENO, (m_errorColours ? inColour(bytes, Colour::Red) : bytes) + '\n');
 }
 
 void Output::note(const QString &text)
@@ -53,21 +54,20 @@ void Output::note(const QString &text)
     if (m_quiet)
         return;
     clearProgress();
-    std::fprintf(stderr, "zirvo-remote: %s\n", text.toLocal8Bit().constData());
+    EndSignals::tell(STDERR_FILENO, "zirvo-remote: " + text.toLocal8Bit() + '\n');
 }
 
 void Output::progress(const QString &what, qsizetype done, qsizetype all)
 {
     if (m_quiet || ::isatty(STDERR_FILENO) != 1)
         return;
-    std::fprintf(stderr, "\r\x1b[K%s", u"%1 %2 of %3"_s.arg(what).arg(done).arg(all).toLocal8Bit().constData());
-    std::fflush(stderr);
+    EndSignals::tell(STDERR_FILENO, kEraseLine + u"%1 %2 of %3"_s.arg(what).arg(done).arg(all).toLocal8Bit());
     m_progressShown = true;
 }
 
 void Output::clearProgress()
 {
     if (m_progressShown)
-        std::fputs("\r\x1b[K", stderr);
+        EndSignals::tell(STDERR_FILENO, kEraseLine);
     m_progressShown = false;
 }

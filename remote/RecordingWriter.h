@@ -1,21 +1,26 @@
 #pragma once
 
+#include "OutputFile.h"
+
 #include <QElapsedTimer>
-#include <QFile>
 #include <QObject>
 
 class ClientLink;
 
-/// Writes what goes over the links into a file, a line a frame.
+/// Writes what goes over the links into a file, a line a frame. The file holds whole lines only.
 class RecordingWriter : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Begins a new recording. @return what is wrong; empty if the file is open
-    [[nodiscard]] QString open(const QString &path);
+    /// Begins a new recording in place of an older one. @return false if the file cannot be made
+    [[nodiscard]] bool open(const QString &path);
     /// Records both directions of @p link.
     void attach(const ClientLink &link);
+    /// Ends the recording, if there is one. @return false if not all of it is on the disk
+    [[nodiscard]] bool close();
+    /// What is wrong with the file, and what that means for the program.
+    [[nodiscard]] const OutputFile &file() const { return m_file; }
 
 Q_SIGNALS:
     void recorded();
@@ -23,10 +28,9 @@ Q_SIGNALS:
     void failed(const QString &reason);
 
 private:
-    [[nodiscard]] bool put(const QByteArray &line);
     void write(const QByteArray &link, char direction, const QByteArray &frame);
 
-    QFile m_file;
-    int m_fault = 0; ///< why the file takes no more, as an errno
+    OutputFile m_file;
+    bool m_failed = false;
     QElapsedTimer m_clock;
 };

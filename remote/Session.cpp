@@ -1,6 +1,8 @@
 #include "Session.h"
 
+#include "EndSignals.h"
 #include "ExistingFile.h"
+#include "ExitCode.h"
 #include "Usage.h"
 
 #include <QDir>
@@ -31,7 +33,7 @@ QList<ClientLink *> Session::links() const
     return links;
 }
 
-QString Session::openRecording()
+std::optional<int> Session::openRecording()
 {
     const bool records = m_options.command == u"record";
     const QString path = records ? m_options.arguments[0] : m_options.recordFile;
@@ -39,9 +41,15 @@ QString Session::openRecording()
         return {};
     const bool usesFile = m_options.command == u"dump" || m_options.command == u"apply" || m_options.send;
     const QString used = usesFile ? m_options.arguments.value(0) : QString();
-    if (!used.isEmpty() && isOneFile(path, used))
-        return u"%1: the recording would destroy it"_s.arg(used);
-    return m_recorder.open(path);
+    if (!used.isEmpty() && isOneFile(path, used)) {
+        m_output.error(u"%1: the recording would destroy it"_s.arg(used));
+        return ExitCode::Usage;
+    }
+    if (m_recorder.open(path))
+        return {};
+    if (!EndSignals::haveCome())
+        m_output.error(m_recorder.file().problem());
+    return m_recorder.file().exitCode();
 }
 
 void Session::tellPresence()

@@ -7,6 +7,7 @@
 #include "Requester.h"
 
 #include <memory>
+#include <optional>
 
 /// What a command works with: its options, the links that it has open, and the output.
 class Session : public QObject
@@ -26,8 +27,9 @@ public:
 
     /// Opens the links that the command uses; nothing is sent yet. @return what is wrong; empty if nothing is
     [[nodiscard]] QString openLinks();
-    /// Begins the recording if one is wanted, over whatever the file holds. @return what is wrong; empty if nothing is
-    [[nodiscard]] QString openRecording();
+    /// Begins the recording if one is wanted, in place of an older one. @return the exit code if it cannot be, which
+    /// was told
+    [[nodiscard]] std::optional<int> openRecording();
     /// Tells the head that a client is there.
     void tellPresence();
 

@@ -65,8 +65,8 @@ constexpr auto kOptions = std::to_array<OptionRow>({
 });
 
 const char kExitCodes[] =
-    "\nExit codes: 0 all fine; 1 refused, or something differs in the end; 2 no answer, or a link\n"
-    "will not open or was lost; 64 wrong usage or a file that cannot be used.\n";
+    "\nExit codes: 0 all fine; 1 refused, or something differs in the end; 2 no answer, a link that\n"
+    "will not open or was lost, or output that nobody took; 64 wrong usage or a file that cannot be used.\n";
 
 QByteArray optionLine(const OptionRow &row)
 {

@@ -6,6 +6,8 @@
 #include <QCoreApplication>
 #include <QSocketNotifier>
 
+#include <optional>
+
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -33,9 +35,9 @@ void abandon(Session &session, const Command &command, const QString &reason)
     QCoreApplication::exit(ExitCode::NoAnswer);
 }
 
-int run(Session &session, Command &command)
+int run(Session &session, Command &command, int endEvent)
 {
-    const QSocketNotifier endNotifier(EndSignals::take(), QSocketNotifier::Read);
+    const QSocketNotifier endNotifier(endEvent, QSocketNotifier::Read);
     QObject::connect(&command, &Command::finished, &QCoreApplication::exit);
     QObject::connect(&endNotifier, &QSocketNotifier::activated, &command, [&session, &command] {
         if (command.isEndless())
@@ -56,20 +58,36 @@ int run(Session &session, Command &command)
     return QCoreApplication::exec();
 }
 
-/// A recording is written over an older one only when everything else is in order.
+/// Reads and makes the files of the command. @return the exit code if that cannot be, which was told
+std::optional<int> openFiles(Session &session, Command &command)
+{
+    const QString wrong = command.readInput();
+    if (!wrong.isEmpty() && !EndSignals::haveCome())
+        session.output().error(wrong);
+    std::optional<int> exitCode = wrong.isEmpty() ? session.openRecording() : ExitCode::Usage;
+    if (EndSignals::haveCome()) {
+        session.output().error(u"interrupted"_s);
+        exitCode = ExitCode::NoAnswer;
+    }
+    return exitCode;
+}
+
+/// A recording takes the place of an older one only when everything else is in order.
 int prepareAndRun(Session &session)
 {
-    const auto told = [&session](const QString &wrong) {
-        if (!wrong.isEmpty())
-            session.output().error(wrong);
-        return !wrong.isEmpty();
-    };
-    if (told(session.openLinks()))
+    const int endEvent = EndSignals::take();
+    if (const QString wrong = session.openLinks(); !wrong.isEmpty()) {
+        session.output().error(wrong);
         return ExitCode::NoAnswer;
+    }
     const auto command = Command::create(session);
-    if (told(command->readInput()) || told(session.openRecording()))
-        return ExitCode::Usage;
-    return run(session, *command);
+    if (const auto exitCode = openFiles(session, *command))
+        return *exitCode;
+    const int exitCode = run(session, *command, endEvent);
+    if (session.recorder().close())
+        return exitCode;
+    session.output().error(session.recorder().file().problem());
+    return ExitCode::NoAnswer;
 }
 
 } // namespace

@@ -14,19 +14,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QStringList words(const char *line) { return QString::fromLatin1(line).split(u' ', Qt::SkipEmptyParts); }
-
-/// A file of settings with these channels.
-QByteArray settingsFile(const QByteArray &channels)
-{
-    return R"({"format":"zirvo-settings","version":1,"channels":{)" + channels + "}}";
-}
-
-QByteArray channel(const QByteArray &address, const QByteArray &settings)
-{
-    return '"' + address + "\":{\"settings\":{" + settings + "}}";
-}
-
 /// Lines without the time at their start.
 QByteArray untimed(const QByteArray &lines)
 {

@@ -6,12 +6,28 @@
 #include <QFile>
 #include <QMap>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 
 #include <memory>
 
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
+
+/// The arguments of a command line.
+inline QStringList words(const char *line) { return QString::fromLatin1(line).split(u' ', Qt::SkipEmptyParts); }
+
+/// A file of settings with these channels.
+inline QByteArray settingsFile(const QByteArray &channels)
+{
+    return R"({"format":"zirvo-settings","version":1,"channels":{)" + channels + "}}";
+}
+
+inline QByteArray channel(const QByteArray &address, const QByteArray &settings)
+{
+    return '"' + address + "\":{\"settings\":{" + settings + "}}";
+}
 
 /// Runs zirvo-remote as a user starts it, against a head that a script makes.
 ///
@@ -70,6 +86,23 @@ public:
             else if (parts.size() == 2)
                 m_manners[parts[1]] = parts[0];
         }
+    }
+
+    /// Lets the program write files of up to @p bytes, as a disk with that much room does.
+    void limitFiles(rlim_t bytes)
+    {
+        m_process.setChildProcessModifier([bytes] {
+            const rlimit limit{ bytes, RLIM_INFINITY };
+            ::setrlimit(RLIMIT_FSIZE, &limit);
+        });
+    }
+    /// Whether the program has taken the end signals and waits for something.
+    [[nodiscard]] bool waitsForSignal() const
+    {
+        static const QRegularExpression catches(QStringLiteral("State:\\sS.*SigCgt:\\s[0-9a-f]*[4-7c-f][0-9a-f]{3}\\n"),
+                                                QRegularExpression::DotMatchesEverythingOption);
+        QFile status(QStringLiteral("/proc/%1/status").arg(m_process.processId()));
+        return status.open(QIODevice::ReadOnly) && catches.match(QString::fromLatin1(status.readAll())).hasMatch();
     }
 
     void start(const QStringList &arguments) { m_process.start(program(), options() + expanded(arguments)); }
