@@ -8,6 +8,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int kMostPasses = 3;
+constexpr qsizetype kMostTold = 10;
 
 } // namespace
 
@@ -44,8 +45,11 @@ QString ApplyCommand::progress() const
 void ApplyCommand::plan(const QByteArrayList &channels)
 {
     m_plan = ApplyPlan(m_file.settings(), channels);
-    for (const QByteArray &skipped : m_plan.skipped())
-        output().error(u"%1 is not known here and is skipped"_s.arg(QString::fromLocal8Bit(skipped)));
+    const QByteArrayList &skipped = m_plan.skipped();
+    for (const QByteArray &name : skipped.first(qMin(skipped.size(), kMostTold)))
+        output().error(u"%1 is not known here and is skipped"_s.arg(QString::fromLocal8Bit(name)));
+    if (const qsizetype more = skipped.size() - kMostTold; more > 0)
+        output().error(u"%1 more are not known here and are skipped"_s.arg(more));
     readPresent();
 }
 

@@ -2,6 +2,8 @@
 
 #include "Catalogue.h"
 
+#include <QSet>
+
 #include <algorithm>
 
 const QByteArray ApplyPlan::kSlaveKey = "U0:SLAVE";
@@ -28,13 +30,14 @@ ApplyPlan::ApplyPlan(const SettingsReader::Values &saved, const QByteArrayList &
 
 void ApplyPlan::skipUnknown(const QByteArrayList &channels)
 {
-    for (const QByteArray &key : m_saved.keys()) {
-        const QByteArray address = addressOf(key);
+    QSet<QByteArray> skipped;
+    for (auto setting = m_saved.begin(); setting != m_saved.end(); ++setting) {
+        const QByteArray address = addressOf(setting.key());
         const bool channelKnown = channels.contains(address);
-        const QByteArray what = channelKnown ? key : address;
-        if ((!channelKnown || !Catalogue::isSetting(address, mnemonicOf(key))) && !m_skipped.contains(what))
-            m_skipped.append(what);
+        if (!channelKnown || !Catalogue::isSetting(address, mnemonicOf(setting.key())))
+            skipped.insert(channelKnown ? setting.key() : address);
     }
+    m_skipped = QByteArrayList(skipped.begin(), skipped.end());
     std::ranges::sort(m_skipped);
 }
 

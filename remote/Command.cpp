@@ -5,6 +5,7 @@
 #include "EndSignals.h"
 #include "GetCommand.h"
 #include "RecordCommand.h"
+#include "Recording.h"
 #include "ReplayCommand.h"
 #include "ResendCommand.h"
 #include "SetCommand.h"
@@ -67,6 +68,15 @@ void Command::askForChannels(const std::function<void(const QByteArrayList &)> &
         channels.removeAll(QByteArray());
         handler(channels);
     });
+}
+
+QString Command::openInput(Recording &recording)
+{
+    const QString &path = options().arguments[0];
+    QString wrong = recording.open(path);
+    if (wrong.isEmpty() && recording.isCutOff())
+        output().error(u"%1: the last line is cut off and left out"_s.arg(path));
+    return wrong;
 }
 
 void Command::endSilent(const QString &what)

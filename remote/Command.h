@@ -6,6 +6,8 @@
 #include <functional>
 #include <memory>
 
+class Recording;
+
 /// One command of the command line. It works from the event loop and tells its exit code at the end.
 class Command : public QObject
 {
@@ -42,6 +44,8 @@ protected:
     /// Tells that the head stopped answering, and ends.
     void endSilent(const QString &what);
     [[nodiscard]] bool hasEnded() const { return m_ended; }
+    /// Opens the recording that the command works from. @return what is wrong; empty if nothing is
+    [[nodiscard]] QString openInput(Recording &recording);
 
 private:
     [[nodiscard]] bool hasLostOutput();

@@ -12,6 +12,7 @@ public:
 
     [[nodiscard]] bool exists() const { return m_exists; }
     [[nodiscard]] bool isRegular() const { return m_exists && S_ISREG(m_status.st_mode); }
+    [[nodiscard]] bool isPipe() const { return m_exists && S_ISFIFO(m_status.st_mode); }
     [[nodiscard]] bool isStandardOutput() const;
     /// Whether both are one file, whatever their paths.
     [[nodiscard]] bool isSameAs(const ExistingFile &other) const;

@@ -1,8 +1,9 @@
 #include "Recording.h"
 
+#include "EndSignals.h"
 #include "Escaping.h"
 
-#include <QFile>
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -10,6 +11,9 @@ namespace {
 
 const QByteArray kHeader = "zirvo-recording 1 ";
 constexpr qint64 kMicroseconds = 1'000'000;
+constexpr qint64 kLongestLine = 300'000; // four characters for each byte of the longest frame, and then some
+constexpr qint64 kMostThroughPipe = 64 * 1024 * 1024;
+constexpr double kLatestMs = 1e15; // nobody waits for it
 
 } // namespace
 
@@ -22,35 +26,65 @@ QByteArray Recording::line(const RecordedFrame &frame)
            (frame.fromHead ? " < " : " > ") + Escaping::escaped(frame.frame);
 }
 
-QString Recording::read(const QString &path)
+QString Recording::open(const QString &path)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return u"%1: %2"_s.arg(path, file.errorString());
-    const QByteArray header = file.readLine().trimmed();
+    if (QString wrong = m_file.open(path, kMostThroughPipe); !wrong.isEmpty())
+        return wrong;
+    const QByteArray header = readLine().trimmed();
     m_start = QDateTime::fromString(QString::fromLatin1(header.mid(kHeader.size())), Qt::ISODateWithMs);
     if (!header.startsWith(kHeader) || !m_start.isValid())
         return u"%1: not a recording, or of another version"_s.arg(path);
-    for (int number = 2; !file.atEnd(); ++number) {
-        QByteArray text = file.readLine();
-        if (text.endsWith('\n'))
-            text.chop(1);
+    const qint64 behindHeader = m_file.content().pos();
+    QString wrong = check(path);
+    m_file.content().seek(behindHeader);
+    return wrong;
+}
+
+/// The next line with its end, or as much of it as a line may have.
+QByteArray Recording::readLine()
+{
+    m_buffer.resize(kLongestLine);
+    const qint64 size = m_file.content().readLine(m_buffer.data(), m_buffer.size());
+    return m_buffer.first(std::max<qint64>(size, 0));
+}
+
+/// Counts the frames.
+QString Recording::check(const QString &path)
+{
+    qint64 microseconds = 0;
+    for (QByteArray text; !(text = readLine()).isEmpty();) {
+        m_cutOff = !text.endsWith('\n') && text.size() < kLongestLine - 1;
+        if (m_cutOff)
+            break;
         const auto frame = parse(text);
-        if (!frame || (!m_frames.isEmpty() && frame->microseconds < m_frames.constLast().microseconds))
-            return u"%1: line %2 is no frame of a recording"_s.arg(path).arg(number);
-        m_frames.append(*frame);
+        if (!frame || frame->microseconds < microseconds || EndSignals::haveCome())
+            return u"%1: line %2 is no frame of a recording"_s.arg(path).arg(m_left + 2);
+        microseconds = frame->microseconds;
+        ++m_left;
     }
     return {};
 }
 
-qint64 Recording::dueMs(qsizetype frame, double speed) const
+std::optional<RecordedFrame> Recording::next()
 {
-    return speed > 0 ? qint64(double(m_frames[frame].microseconds) / 1000 / speed) : 0;
+    if (atEnd())
+        return {};
+    auto frame = parse(readLine());
+    m_left -= frame ? 1 : 0;
+    return frame;
+}
+
+qint64 Recording::dueMs(const RecordedFrame &frame, double speed)
+{
+    const double due = speed > 0 ? double(frame.microseconds) / 1000 / speed : 0;
+    return qint64(std::min(due, kLatestMs));
 }
 
 std::optional<RecordedFrame> Recording::parse(const QByteArray &line)
 {
-    const QByteArrayList parts = line.split(' ');
+    if (!line.endsWith('\n'))
+        return {};
+    const QByteArrayList parts = line.chopped(1).split(' ');
     const QByteArrayList time = parts[0].split('.');
     if (parts.size() < 4 || time.size() != 2 || time[1].size() != 6)
         return {};

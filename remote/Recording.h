@@ -1,8 +1,9 @@
 #pragma once
 
+#include "InputFile.h"
+
 #include <QByteArray>
 #include <QDateTime>
-#include <QList>
 
 #include <optional>
 
@@ -23,16 +24,27 @@ public:
     [[nodiscard]] static QByteArray header(const QDateTime &start);
     [[nodiscard]] static QByteArray line(const RecordedFrame &frame);
 
-    /// Reads a recording. @return what is wrong, with the line number; empty if all was read
-    [[nodiscard]] QString read(const QString &path);
-    [[nodiscard]] const QList<RecordedFrame> &frames() const { return m_frames; }
+    /// Opens a recording of any length and checks all of it. @return what is wrong, with the line number; empty if
+    /// nothing is
+    [[nodiscard]] QString open(const QString &path);
     [[nodiscard]] QDateTime start() const { return m_start; }
+    /// Whether the writer was cut short; the last line is left out then.
+    [[nodiscard]] bool isCutOff() const { return m_cutOff; }
+    /// The next frame, from the first on; nothing behind the last, or if the file has changed since.
+    [[nodiscard]] std::optional<RecordedFrame> next();
+    /// Whether every frame was given.
+    [[nodiscard]] bool atEnd() const { return m_left == 0; }
     /// When a frame is due after the start of a replay, in ms. @param speed times the recorded pace; 0 for at once
-    [[nodiscard]] qint64 dueMs(qsizetype frame, double speed) const;
+    [[nodiscard]] static qint64 dueMs(const RecordedFrame &frame, double speed);
 
 private:
     [[nodiscard]] static std::optional<RecordedFrame> parse(const QByteArray &line);
+    [[nodiscard]] QString check(const QString &path);
+    [[nodiscard]] QByteArray readLine();
 
+    InputFile m_file;
+    QByteArray m_buffer; ///< for a line
     QDateTime m_start;
-    QList<RecordedFrame> m_frames;
+    bool m_cutOff = false;
+    qint64 m_left = 0; ///< frames
 };

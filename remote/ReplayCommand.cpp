@@ -1,6 +1,6 @@
 #include "ReplayCommand.h"
 
-#include <chrono>
+using namespace Qt::StringLiterals;
 
 ReplayCommand::ReplayCommand(Session &session)
     : Command(session)
@@ -8,21 +8,24 @@ ReplayCommand::ReplayCommand(Session &session)
 {
 }
 
-QString ReplayCommand::readInput() { return m_recording.read(options().arguments[0]); }
+QString ReplayCommand::readInput() { return openInput(m_recording); }
 
 void ReplayCommand::start()
 {
-    m_clock.start();
+    m_pace.start();
     showNext();
 }
 
 void ReplayCommand::showNext()
 {
-    if (m_next == m_recording.frames().size() || !output().isOpen())
+    const auto frame = output().isOpen() ? m_recording.next() : std::nullopt;
+    if (!frame && output().isOpen() && !m_recording.atEnd()) {
+        output().error(u"%1: it has changed meanwhile"_s.arg(options().arguments[0]));
+        return end(ExitCode::Usage);
+    }
+    if (!frame)
         return end(ExitCode::Fine);
-    const qint64 due = m_recording.dueMs(m_next, options().speed);
-    QTimer::singleShot(std::chrono::milliseconds(qMax(qint64(0), due - m_clock.elapsed())), this, [this] {
-        const RecordedFrame &frame = m_recording.frames().at(m_next++);
+    m_pace.await(Recording::dueMs(*frame, options().speed), this, [this, frame = *frame] {
         if (frame.fromHead)
             m_printer.print(m_recording.start().addMSecs(frame.microseconds / 1000), frame.link, frame.frame);
         showNext();

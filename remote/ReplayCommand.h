@@ -1,10 +1,9 @@
 #pragma once
 
 #include "Command.h"
+#include "Pace.h"
 #include "Recording.h"
 #include "ValuePrinter.h"
-
-#include <QElapsedTimer>
 
 /// Shows what the head had sent in a recording.
 class ReplayCommand : public Command
@@ -22,6 +21,5 @@ private:
 
     ValuePrinter m_printer;
     Recording m_recording;
-    QElapsedTimer m_clock;
-    qsizetype m_next = 0;
+    Pace m_pace;
 };

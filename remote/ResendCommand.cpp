@@ -2,23 +2,28 @@
 
 #include "Escaping.h"
 
-#include <algorithm>
-#include <chrono>
+#include <QHash>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr qsizetype kMostBytes = 64 * 1024 * 1024;
+
+} // namespace
 
 QString ResendCommand::readInput()
 {
     Recording recording;
-    QString wrong = recording.read(options().arguments[0]);
-    if (wrong.isEmpty())
-        pair(recording);
+    QString wrong = openInput(recording);
+    if (wrong.isEmpty() && !pair(recording))
+        wrong = u"%1: more requests than can be sent again at a time"_s.arg(options().arguments[0]);
     return wrong;
 }
 
 void ResendCommand::start()
 {
-    m_clock.start();
+    m_pace.start();
     sendNext();
 }
 
@@ -28,23 +33,27 @@ QString ResendCommand::progress() const
 }
 
 /// Gives each recorded request its recorded answer: those of one key come in the order of the requests.
-void ResendCommand::pair(const Recording &recording)
+/// @return false if they would take too much memory
+bool ResendCommand::pair(Recording &recording)
 {
-    for (qsizetype i = 0; i < recording.frames().size(); ++i) {
-        const RecordedFrame &frame = recording.frames().at(i);
-        const auto message = frame.link == "remote" ? Message::parse(frame.frame) : std::nullopt;
-        if (!message)
+    QHash<QByteArray, QList<qsizetype>> unanswered; // positions
+    qsizetype bytes = 0;
+    while (const auto frame = recording.next()) {
+        const auto message = frame->link == "remote" ? Message::parse(frame->frame) : std::nullopt;
+        if (!message || message->isAnswer() != frame->fromHead)
             continue;
-        if (!frame.fromHead && !message->isAnswer())
-            m_requests.append({ recording.dueMs(i, options().speed), *message, {} });
-        if (!frame.fromHead || !message->isAnswer())
-            continue;
-        const auto request = std::ranges::find_if(m_requests, [&message](const Request &r) {
-            return r.answer.isEmpty() && r.message.key() == message->key();
-        });
-        if (request != m_requests.end())
-            request->answer = frame.frame;
+        bytes += frame->frame.size() + qsizetype(sizeof(Request));
+        if (bytes > kMostBytes)
+            return false;
+        QList<qsizetype> &waiting = unanswered[message->key()];
+        if (!frame->fromHead) {
+            waiting.append(m_requests.size());
+            m_requests.append({ Recording::dueMs(*frame, options().speed), *message, {} });
+        } else if (!waiting.isEmpty()) {
+            m_requests[waiting.takeFirst()].answer = frame->frame;
+        }
     }
+    return true;
 }
 
 void ResendCommand::sendNext()
@@ -53,8 +62,7 @@ void ResendCommand::sendNext()
         output().line(progress().toLocal8Bit());
         return end(m_different == 0 ? ExitCode::Fine : ExitCode::Refused);
     }
-    const qint64 wait = qMax(qint64(0), m_requests[m_answered].dueMs - m_clock.elapsed());
-    QTimer::singleShot(std::chrono::milliseconds(wait), this, [this] { send(m_requests[m_answered]); });
+    m_pace.await(m_requests[m_answered].dueMs, this, [this] { send(m_requests[m_answered]); });
 }
 
 void ResendCommand::send(const Request &request)

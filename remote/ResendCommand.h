@@ -1,9 +1,8 @@
 #pragma once
 
 #include "Command.h"
+#include "Pace.h"
 #include "Recording.h"
-
-#include <QElapsedTimer>
 
 /// Sends the client's requests of a recording again and compares the answers.
 class ResendCommand : public Command
@@ -24,7 +23,7 @@ private:
         QByteArray answer; ///< recorded; empty if there is none
     };
 
-    void pair(const Recording &recording);
+    [[nodiscard]] bool pair(Recording &recording);
     void sendNext();
     void send(const Request &request);
     void compare(const Request &request, const Requester::Answer &answer);
@@ -32,5 +31,5 @@ private:
     QList<Request> m_requests;
     qsizetype m_answered = 0;
     qsizetype m_different = 0;
-    QElapsedTimer m_clock;
+    Pace m_pace;
 };

@@ -1,9 +1,9 @@
 #include "SettingsFile.h"
 
 #include "Catalogue.h"
+#include "InputFile.h"
 #include "Json.h"
 
-#include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
 
@@ -13,6 +13,7 @@ namespace {
 
 const QString kFormat = u"zirvo-settings"_s;
 constexpr int kVersion = 1;
+constexpr qint64 kMostBytes = 16 * 1024 * 1024; // a full chassis takes some 30 KiB
 const QByteArray kSystemAddress = "U0";
 
 QList<Json::Member> known(const QByteArray &address, std::span<const std::string_view> mnemonics,
@@ -66,11 +67,14 @@ QByteArray SettingsFile::text(const QByteArrayList &channels, const SettingsRead
 
 QString SettingsFile::read(const QString &path)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return u"%1: %2"_s.arg(path, file.errorString());
+    InputFile file;
+    if (QString wrong = file.open(path, kMostBytes); !wrong.isEmpty())
+        return wrong;
+    const QByteArray text = file.content().read(kMostBytes + 1);
+    if (text.size() > kMostBytes)
+        return u"%1: larger than %2 MiB, not a file of settings"_s.arg(path).arg(kMostBytes / 1024 / 1024);
     QJsonParseError error;
-    const QJsonObject root = QJsonDocument::fromJson(file.readAll(), &error).object();
+    const QJsonObject root = QJsonDocument::fromJson(text, &error).object();
     if (error.error != QJsonParseError::NoError)
         return u"%1: no JSON: %2 at byte %3"_s.arg(path, error.errorString()).arg(error.offset);
     if (root[u"format"].toString() != kFormat)

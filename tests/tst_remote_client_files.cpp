@@ -48,6 +48,9 @@ private Q_SLOTS:
     void fullDisk();
     void fullDiskWhileRecording_data();
     void fullDiskWhileRecording();
+    void hostileFiles_data();
+    void hostileFiles();
+    void cutOffRecording();
     void interrupted_data();
     void interrupted();
 };
@@ -117,24 +120,86 @@ void RemoteClientFilesTest::fullDiskWhileRecording()
     QCOMPARE(bench.run(words("replay --speed 0 @file")), 0);
 }
 
+void RemoteClientFilesTest::hostileFiles_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<int>("exitCode");
+    QTest::addColumn<QByteArray>("problem");
+    const auto row = [](const char *name, const char *line, int exitCode, const char *problem) {
+        QTest::newRow(name) << words(line) << exitCode << QByteArray(problem);
+    };
+    row("settings from a device", "apply /dev/zero", 64, "/dev/zero: a folder or a device, not a file\n");
+    row("a recording from a device", "replay /dev/zero", 64, "/dev/zero: a folder or a device, not a file\n");
+    row("requests from a device", "replay --send /dev/zero", 64, "/dev/zero: a folder or a device, not a file\n");
+    row("settings from a folder", "apply @", 64, ": a folder or a device, not a file\n");
+    row("settings from nobody", "apply @fifo", 64, "/fifo: nobody writes into it\n");
+    row("a recording from nobody", "replay @fifo", 64, "/fifo: nobody writes into it\n");
+    row("large settings", "apply @large", 64, "/large: larger than 16 MiB, not a file of settings\n");
+    row("a large recording", "replay @large", 64, "/large: not a recording");
+    row("a long line", "replay @longline", 64, "/longline: line 2 is no frame of a recording\n");
+    row("many unknown settings", "apply --dry-run @unknown", 1,
+        "R1:X100009 is not known here and is skipped\n"
+        "zirvo-remote: 299990 more are not known here and are skipped\n");
+}
+
+/// Whatever is given for a file ends with a message, soon and without taking much memory.
+void RemoteClientFilesTest::hostileFiles()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QByteArray, problem);
+    RemoteBench bench("U0:CHANS=U0,R1;U0:SLAVE=0");
+    ::close(bench.makeFifo("fifo"));
+    QByteArrayList unknown;
+    for (int i = 100'000; problem.contains("more") && i < 400'000; ++i)
+        unknown.append("\"X" + QByteArray::number(i) + R"(":"1")");
+    bench.write("unknown", settingsFile(channel("R1", unknown.join(','))));
+    QVERIFY(QFile::resize(bench.write("large", ""), 2'147'483'648));
+    QVERIFY(QFile::resize(bench.write("longline", kRecording + "0.000000 remote < "), 2'147'483'648));
+    QTEST(bench.run(arguments), "exitCode");
+    const QByteArray said = bench.process().readAllStandardError();
+    QVERIFY2(said.contains(problem), said.left(2000));
+    QVERIFY2(said.count('\n') <= 11, said.left(2000));
+    rusage used = {};
+    QVERIFY(::getrusage(RUSAGE_CHILDREN, &used) == 0);
+    QVERIFY2(used.ru_maxrss < 512 * 1024, QByteArray::number(qint64(used.ru_maxrss)));
+}
+
+void RemoteClientFilesTest::cutOffRecording()
+{
+    RemoteBench bench("R1:FREQ=1;R1:FR=1");
+    bench.write("file", kRecording + "0.000000 remote > R1:FREQ?\n0.000001 remote > R1:FR?");
+    QCOMPARE(bench.run(words("replay --send @file")), 0);
+    QCOMPARE(bench.sent(), "R1:FREQ?"_ba);
+    QVERIFY(bench.process().readAllStandardError().endsWith("/file: the last line is cut off and left out\n"));
+}
+
 void RemoteClientFilesTest::interrupted_data()
 {
     QTest::addColumn<QStringList>("arguments");
-    QTest::newRow("waits for a reader to record") << words("set --record @unread R1:FREQ 2");
-    QTest::newRow("waits for a reader to save") << words("dump @unread");
-    QTest::newRow("waits for an answer") << words("get --timeout 60000 R1:MUTE");
-    QTest::newRow("tells a problem") << words("get R1:XX");
+    QTest::addColumn<int>("exitCode");
+    QTest::newRow("reads settings") << words("apply @silent") << 2;
+    QTest::newRow("reads a recording") << words("replay @silent") << 2;
+    QTest::newRow("waits for a reader to record") << words("set --record @unread R1:FREQ 2") << 2;
+    QTest::newRow("waits for a reader to save") << words("dump @unread") << 2;
+    QTest::newRow("waits for an answer") << words("get --timeout 60000 R1:MUTE") << 2;
+    QTest::newRow("tells a problem") << words("get R1:XX") << 2;
+    QTest::newRow("waits for next month") << words("replay @month") << 0;
+    QTest::newRow("waits for ever") << words("replay --speed 1e-300 @month") << 0;
 }
 
 void RemoteClientFilesTest::interrupted()
 {
     QFETCH(QStringList, arguments);
+    QFETCH(int, exitCode);
     RemoteBench bench("U0:CHANS=U0;U0:NAME=Rack;R1:FREQ=1;silent R1:MUTE");
     ::close(bench.makeFifo("unread"));
+    // A timer of 32 bits takes these milliseconds for none.
+    bench.write("month", kRecording + "4294967.296000 remote < R1:FREQ:1\n");
     const int silent = bench.makeFifo("silent");
     const int writer = ::open(QFile::encodeName(bench.path("silent")).constData(), O_WRONLY | O_CLOEXEC);
     const int messages = bench.makeFifo("messages", 4096);
-    if (arguments.contains(u"R1:XX"_s)) {
+    const bool pipeFull = arguments.contains(u"R1:XX"_s);
+    if (pipeFull) {
         const int full = ::open(QFile::encodeName(bench.path("messages")).constData(), O_WRONLY | O_CLOEXEC);
         QCOMPARE(::write(full, QByteArray(4096, ' ').constData(), 4096), 4096);
         ::close(full);
@@ -144,10 +209,12 @@ void RemoteClientFilesTest::interrupted()
     const bool sends = arguments[0] == u"get" || arguments[0] == u"dump";
     QVERIFY(waitUntil([&] { return bench.waitsForSignal() && !(sends && bench.sent().isEmpty()); }));
     bench.process().terminate();
-    QCOMPARE(bench.finish(), 2);
+    QCOMPARE(bench.finish(), exitCode);
     QByteArray said(8192, 0);
     said.truncate(::read(messages, said.data(), size_t(said.size())));
-    QVERIFY2(said.contains("zirvo-remote: interrupted\n") || said.startsWith("    "), said);
+    const char *wanted = pipeFull ? "    " : exitCode == 0 ? "" : "zirvo-remote: interrupted\n";
+    QVERIFY2(said.endsWith(wanted), said);
+    QCOMPARE(bench.process().readAllStandardOutput(), ""_ba);
     QCOMPARE(bench.sets(), ""_ba);
     for (const int end : { silent, writer, messages })
         ::close(end);
