@@ -2,6 +2,8 @@
 
 namespace {
 
+constexpr qsizetype kHexEscapeSize = 4;
+
 QByteArray hexEscape(char c) { return "\\x" + QByteArray(1, c).toHex(); }
 
 bool isControl(char c) { return uchar(c) < 0x20 || c == 0x7f; }
@@ -25,22 +27,22 @@ QByteArray Escaping::escaped(const QByteArray &bytes)
 std::optional<QByteArray> Escaping::unescaped(const QByteArray &text)
 {
     QByteArray bytes;
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        if (text[i] != '\\') {
-            bytes += text[i];
-        } else if (text.sliced(i).startsWith("\\\\")) {
-            bytes += text[i++];
+    qsizetype plain = 0; // what is no escape begins here
+    for (qsizetype i = text.indexOf('\\'); i >= 0; i = text.indexOf('\\', plain)) {
+        bytes += QByteArrayView(text).sliced(plain, i - plain);
+        const QByteArray escape = text.mid(i, kHexEscapeSize);
+        if (escape.startsWith("\\\\")) {
+            bytes += '\\';
+            plain = i + 2;
         } else {
-            const QByteArray digits = text.mid(i + 2, 2);
-            bool read = false;
-            const int value = digits.toInt(&read, 16);
-            if (!read || digits.size() != 2 || text[i + 1] != 'x')
+            const QByteArray byte = QByteArray::fromHex(escape.sliced(1));
+            if (byte.size() != 1 || escape.toLower() != hexEscape(byte[0]))
                 return {};
-            bytes += char(value);
-            i += 3;
+            bytes += byte;
+            plain = i + kHexEscapeSize;
         }
     }
-    return bytes;
+    return bytes += QByteArrayView(text).sliced(plain);
 }
 
 QByteArray Escaping::printable(const QByteArray &text)

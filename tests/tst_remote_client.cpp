@@ -324,6 +324,8 @@ void RemoteClientTest::wrongFiles_data()
         "line 3");
     row("an escape", "replay --send @file",
         "zirvo-recording 1 2026-01-01T00:00:00.000Z\n0.000001 remote > R1:NAME:\\x0\n", "line 2");
+    row("a sign in an escape", "replay --send @file",
+        "zirvo-recording 1 2026-01-01T00:00:00.000Z\n0.000001 remote > R1:NAME:\\x+1\n", "line 2");
 }
 
 void RemoteClientTest::wrongFiles()
