@@ -47,7 +47,7 @@ void ApplyCommand::plan(const QByteArrayList &channels)
     m_plan = ApplyPlan(m_file.settings(), channels);
     const QByteArrayList &skipped = m_plan.skipped();
     for (const QByteArray &name : skipped.first(qMin(skipped.size(), kMostTold)))
-        output().error(u"%1 is not known here and is skipped"_s.arg(QString::fromLocal8Bit(name)));
+        output().error(u"%1 is not known here and is skipped"_s.arg(QString::fromLocal8Bit(Escaping::brief(name))));
     if (const qsizetype more = skipped.size() - kMostTold; more > 0)
         output().error(u"%1 more are not known here and are skipped"_s.arg(more));
     readPresent();
@@ -58,8 +58,10 @@ void ApplyCommand::readPresent() { m_reader.read(m_plan.keys() + QByteArrayList{
 void ApplyCommand::takePresent(const SettingsReader::Values &values)
 {
     m_present = values;
-    if (!m_known)
+    if (!m_known) {
         m_slavingBefore = presentSlaving();
+        m_allCanBeSent = tellUnsendable();
+    }
     m_known = true;
     if (m_passesOver)
         return report();
@@ -79,7 +81,7 @@ bool ApplyCommand::isSlaved() const { return Message::isKnown(presentSlaving()) 
 /// Empty if slaving stays as it is.
 QByteArray ApplyCommand::finalSlaving() const
 {
-    if (Message::valueProblem(m_plan.wantedSlaving()).isEmpty())
+    if (Message::setProblem(ApplyPlan::kSlaveKey, m_plan.wantedSlaving()).isEmpty())
         return m_plan.wantedSlaving();
     return m_slavingOff ? m_slavingBefore : QByteArray();
 }
@@ -179,17 +181,16 @@ void ApplyCommand::showDryRun(QList<Step> steps)
         else
             output().line(step.key + ' ' + (step.isCommit ? "" : Escaping::printable(present) + " -> ") + step.value);
     }
-    const bool allCanBeSent = tellUnsendable();
-    end(allCanBeSent && m_plan.skipped().isEmpty() ? ExitCode::Fine : ExitCode::Refused);
+    end(m_allCanBeSent && m_plan.skipped().isEmpty() ? ExitCode::Fine : ExitCode::Refused);
 }
 
 bool ApplyCommand::tellUnsendable()
 {
     const QByteArrayList keys = m_plan.unsendable(m_present);
     for (const QByteArray &key : keys) {
-        const QString problem = Message::valueProblem(m_plan.wanted(key));
+        const QString problem = Message::setProblem(key, m_plan.wanted(key));
         output().error(u"%1 wanted %2: %3"_s.arg(QString::fromLocal8Bit(key),
-                                                 QString::fromLocal8Bit(Escaping::printable(m_plan.wanted(key))),
+                                                 QString::fromLocal8Bit(Escaping::brief(m_plan.wanted(key))),
                                                  problem.isEmpty() ? u"the head does not know it"_s : problem));
     }
     return keys.isEmpty();

@@ -47,6 +47,7 @@ private:
     SettingsReader::Values m_present;
     QByteArray m_slavingBefore;
     bool m_known = false; ///< the present values were read once
+    bool m_allCanBeSent = false;
     bool m_slavingOff = false;
     bool m_passesOver = false;
     int m_pass = 0;

@@ -80,5 +80,5 @@ QByteArrayList ApplyPlan::unsendable(const SettingsReader::Values &present) cons
 
 bool ApplyPlan::canBeSent(const QByteArray &key, const SettingsReader::Values &present) const
 {
-    return present.contains(key) && Message::valueProblem(wanted(key)).isEmpty();
+    return present.contains(key) && Message::setProblem(key, wanted(key)).isEmpty();
 }

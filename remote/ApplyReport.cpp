@@ -12,8 +12,8 @@ QByteArray ApplyReport::text() const
     if (!refused.isEmpty())
         text += ':';
     for (const Refusal &refusal : refused) {
-        const QByteArray value = refusal.value.isEmpty() ? "refused" : "still " + Escaping::printable(refusal.value);
-        text += "\n" + refusal.key + " wanted " + refusal.wanted + ", " + value;
+        const QByteArray value = refusal.value.isEmpty() ? "refused" : "still " + Escaping::brief(refusal.value);
+        text += "\n" + refusal.key + " wanted " + Escaping::brief(refusal.wanted) + ", " + value;
     }
     return text;
 }

@@ -3,6 +3,7 @@
 namespace {
 
 constexpr qsizetype kHexEscapeSize = 4;
+constexpr qsizetype kBriefSize = 80;
 
 QByteArray hexEscape(char c) { return "\\x" + QByteArray(1, c).toHex(); }
 
@@ -51,4 +52,10 @@ QByteArray Escaping::printable(const QByteArray &text)
     for (const char c : text)
         shown += isControl(c) ? hexEscape(c) : QByteArray(1, c);
     return shown;
+}
+
+QByteArray Escaping::brief(const QByteArray &text)
+{
+    const QByteArray shown = printable(text.first(qMin(text.size(), kBriefSize)));
+    return text.size() > kBriefSize ? shown + "..." : shown;
 }

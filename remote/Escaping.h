@@ -13,5 +13,7 @@ namespace Escaping {
 [[nodiscard]] std::optional<QByteArray> unescaped(const QByteArray &text);
 /// @p text with its control characters escaped, for a terminal.
 [[nodiscard]] QByteArray printable(const QByteArray &text);
+/// The same for a message: of a long text only the beginning.
+[[nodiscard]] QByteArray brief(const QByteArray &text);
 
 } // namespace Escaping

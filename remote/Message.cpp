@@ -10,6 +10,7 @@ namespace {
 
 constexpr char kAck = '\x06';
 constexpr char kNak = '\x15';
+constexpr qsizetype kLongestFrame = 4096;
 
 /// A plain decimal number; "nan", "inf" and hexadecimal texts are none.
 std::optional<double> number(const QByteArray &text)
@@ -18,6 +19,13 @@ std::optional<double> number(const QByteArray &text)
     bool read = false;
     const double value = text.toDouble(&read);
     return plain && read ? std::optional(value) : std::nullopt;
+}
+
+/// A longer frame is dropped by the head.
+QString lengthProblem(const QByteArray &frame)
+{
+    return frame.size() > kLongestFrame ? u"with %1 bytes it is longer than a message may be"_s.arg(frame.size())
+                                        : QString();
 }
 
 } // namespace
@@ -59,14 +67,22 @@ QString Message::keyProblem(const QByteArray &key)
     return {};
 }
 
-QString Message::valueProblem(const QByteArray &value)
+QString Message::queryProblem(const QByteArray &key)
+{
+    const QString wrong = keyProblem(key);
+    return wrong.isEmpty() ? lengthProblem(query(key)) : wrong;
+}
+
+QString Message::setProblem(const QByteArray &key, const QByteArray &value)
 {
     if (value.isEmpty())
         return u"an empty value cannot be set"_s;
     if (hasControlCharacter(value))
         return u"a value holds no control characters"_s;
     // The head takes such a frame for a garbled query and never answers it.
-    return value.contains('?') ? u"a value with a question mark cannot be set from here"_s : QString();
+    if (value.contains('?'))
+        return u"a value with a question mark cannot be set from here"_s;
+    return lengthProblem(set(key, value));
 }
 
 bool Message::hasControlCharacter(QByteArrayView text)

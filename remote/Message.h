@@ -27,8 +27,10 @@ struct Message
 
     /// Why @p key cannot be the key of a setting; empty if it can.
     [[nodiscard]] static QString keyProblem(const QByteArray &key);
-    /// Why @p value cannot be sent; empty if it can.
-    [[nodiscard]] static QString valueProblem(const QByteArray &value);
+    /// Why @p key cannot be asked for; empty if it can.
+    [[nodiscard]] static QString queryProblem(const QByteArray &key);
+    /// Why @p key cannot be set to @p value; empty if it can.
+    [[nodiscard]] static QString setProblem(const QByteArray &key, const QByteArray &value);
     [[nodiscard]] static bool hasControlCharacter(QByteArrayView text);
 
     /// Whether two values mean the same: numbers are compared as numbers, everything else as text.

@@ -1,5 +1,6 @@
 #include "Options.h"
 
+#include "Escaping.h"
 #include "ExitCode.h"
 #include "Message.h"
 #include "Usage.h"
@@ -190,14 +191,15 @@ QString Options::checkCommand(const Given &given) const
         return u"replay takes --record only with --send"_s;
     const bool namesSettings = command == u"get" || command == u"set";
     for (const QString &argument : command == u"set" ? arguments.first(1) : arguments) {
-        const QString wrong = namesSettings ? Message::keyProblem(argument.toLocal8Bit()) : QString();
+        const QByteArray key = argument.toLocal8Bit();
+        const QString wrong = namesSettings ? Message::queryProblem(key) : QString();
         if (!wrong.isEmpty())
-            return u"\"%1\": %2"_s.arg(argument.simplified(), wrong);
+            return u"\"%1\": %2"_s.arg(QString::fromLocal8Bit(Escaping::brief(key)), wrong);
     }
     QStringList wrongPatterns;
     for (const QString &pattern : patterns())
         wrongPatterns.append(ValuePrinter::patternProblem(pattern));
     if (const QString wrong = firstOf(wrongPatterns); !wrong.isEmpty())
         return wrong;
-    return command == u"set" ? Message::valueProblem(arguments[1].toLocal8Bit()) : QString();
+    return command == u"set" ? Message::setProblem(arguments[0].toLocal8Bit(), arguments[1].toLocal8Bit()) : QString();
 }

@@ -1,6 +1,7 @@
 #include "Output.h"
 
 #include "EndSignals.h"
+#include "Escaping.h"
 
 #include <cerrno>
 #include <cstring>
@@ -45,7 +46,7 @@ QByteArray Output::painted(const QByteArray &text, Colour colour) const
 void Output::error(const QString &text)
 {
     clearProgress();
-    const QByteArray bytes = "zirvo-remote: " + text.toLocal8Bit();
+    const QByteArray bytes = "zirvo-remote: " + Escaping::printable(text.toLocal8Bit());
     EndSignals::tell(STDERR_FILENO, (m_errorColours ? inColour(bytes, Colour::Red) : bytes) + '\n');
 }
 

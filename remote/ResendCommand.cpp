@@ -10,6 +10,17 @@ namespace {
 
 constexpr qsizetype kMostBytes = 64 * 1024 * 1024;
 
+constexpr int kMostTold = 10;
+
+/// Why the head would not answer @p request; empty if it would.
+QString problem(const Message &request)
+{
+    const QString wrong = Message::queryProblem(request.key());
+    if (!wrong.isEmpty() || request.data.isEmpty())
+        return wrong;
+    return Message::setProblem(request.key(), request.data);
+}
+
 } // namespace
 
 QString ResendCommand::readInput()
@@ -29,7 +40,9 @@ void ResendCommand::start()
 
 QString ResendCommand::progress() const
 {
-    return u"%1 of %2 requests answered, %3 differently"_s.arg(m_answered).arg(m_requests.size()).arg(m_different);
+    const QString text =
+        u"%1 of %2 requests answered, %3 differently"_s.arg(m_answered).arg(m_requests.size()).arg(m_different);
+    return m_skipped == 0 ? text : text + u", %1 skipped"_s.arg(m_skipped);
 }
 
 /// Gives each recorded request its recorded answer: those of one key come in the order of the requests.
@@ -45,6 +58,10 @@ bool ResendCommand::pair(Recording &recording)
         bytes += frame->frame.size() + qsizetype(sizeof(Request));
         if (bytes > kMostBytes)
             return false;
+        if (const QString wrong = frame->fromHead ? QString() : problem(*message); !wrong.isEmpty()) {
+            skip(message->key(), wrong);
+            continue;
+        }
         QList<qsizetype> &waiting = unanswered[message->key()];
         if (!frame->fromHead) {
             waiting.append(m_requests.size());
@@ -56,11 +73,18 @@ bool ResendCommand::pair(Recording &recording)
     return true;
 }
 
+void ResendCommand::skip(const QByteArray &key, const QString &why)
+{
+    ++m_skipped;
+    if (m_skipped <= kMostTold)
+        output().error(u"%1: %2, skipped"_s.arg(QString::fromLocal8Bit(Escaping::brief(key)), why));
+}
+
 void ResendCommand::sendNext()
 {
     if (m_answered == m_requests.size()) {
         output().line(progress().toLocal8Bit());
-        return end(m_different == 0 ? ExitCode::Fine : ExitCode::Refused);
+        return end(m_different == 0 && m_skipped == 0 ? ExitCode::Fine : ExitCode::Refused);
     }
     m_pace.await(m_requests[m_answered].dueMs, this, [this] { send(m_requests[m_answered]); });
 }

@@ -24,6 +24,7 @@ private:
     };
 
     [[nodiscard]] bool pair(Recording &recording);
+    void skip(const QByteArray &key, const QString &why);
     void sendNext();
     void send(const Request &request);
     void compare(const Request &request, const Requester::Answer &answer);
@@ -31,5 +32,6 @@ private:
     QList<Request> m_requests;
     qsizetype m_answered = 0;
     qsizetype m_different = 0;
+    qsizetype m_skipped = 0; ///< requests that cannot be sent
     Pace m_pace;
 };

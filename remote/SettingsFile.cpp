@@ -1,6 +1,7 @@
 #include "SettingsFile.h"
 
 #include "Catalogue.h"
+#include "Escaping.h"
 #include "InputFile.h"
 #include "Json.h"
 
@@ -15,6 +16,8 @@ const QString kFormat = u"zirvo-settings"_s;
 constexpr int kVersion = 1;
 constexpr qint64 kMostBytes = 16 * 1024 * 1024; // a full chassis takes some 30 KiB
 const QByteArray kSystemAddress = "U0";
+
+QString brief(const QString &name) { return QString::fromLocal8Bit(Escaping::brief(name.toLocal8Bit())); }
 
 QList<Json::Member> known(const QByteArray &address, std::span<const std::string_view> mnemonics,
                           const SettingsReader::Values &values)
@@ -97,18 +100,18 @@ QString SettingsFile::readChannel(const QString &address, const QJsonValue &chan
 {
     const QJsonValue settings = channel.toObject()[u"settings"];
     if (!settings.isObject())
-        return u"%1 holds no \"settings\""_s.arg(address);
+        return u"%1 holds no \"settings\""_s.arg(brief(address));
     const QJsonObject object = settings.toObject();
     for (auto setting = object.begin(); setting != object.end(); ++setting) {
         const QString name = address + u':' + setting.key();
         const QByteArray key = name.toLocal8Bit();
         const QByteArray value = setting->toString().toLocal8Bit();
         if (const QString wrong = Message::keyProblem(key); !wrong.isEmpty())
-            return u"\"%1\": %2"_s.arg(name.simplified(), wrong);
+            return u"\"%1\": %2"_s.arg(brief(name), wrong);
         if (!setting->isString())
-            return u"%1: the value is not a text"_s.arg(name);
+            return u"%1: the value is not a text"_s.arg(brief(name));
         if (value.isEmpty() || Message::hasControlCharacter(value))
-            return u"%1: the value is empty or holds control characters"_s.arg(name);
+            return u"%1: the value is empty or holds control characters"_s.arg(brief(name));
         m_settings.insert(key, value);
     }
     return {};

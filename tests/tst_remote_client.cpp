@@ -55,6 +55,7 @@ private Q_SLOTS:
     void replayPace();
     void resend_data();
     void resend();
+    void resendsWhatCanBeSent();
 };
 
 void RemoteClientTest::conversations_data()
@@ -161,6 +162,8 @@ void RemoteClientTest::wrongUsage_data()
     row("query mark in the mnemonic", { u"set"_s, u"R1:FREQ?"_s, u"1"_s }, "no blanks");
     row("empty value", { u"set"_s, u"R1:NAME"_s, QString() }, "empty value");
     row("frame in the value", { u"set"_s, u"R1:NAME"_s, u"x\r\x02U0:SLAVE:1"_s }, "control characters");
+    row("a long name", { u"get"_s, u"R1:"_s + QString(4093, u'x') }, "with 4097 bytes it is longer");
+    row("a long value", { u"set"_s, u"R1:NAME"_s, QString(4089, u'x') }, "with 4097 bytes it is longer");
     row("query in the value", { u"set"_s, u"R1:NAME"_s, u"who?"_s }, "question mark");
 }
 
@@ -202,10 +205,12 @@ void RemoteClientTest::dumpAndApply()
     QCOMPARE(bench.sets(), "R1:NAME:\xc3\xa9 \"x\" R1:IFBW:1"_ba);
     QCOMPARE(bench.process().readAllStandardOutput(),
              "3 settings the same, 2 changed back, 0 refused: everything equals the file\n"_ba);
-    bench.write("lost.json", settingsFile(channel("R1", R"("NAME":"who?","AGCT":"1","FREQ":"2250.5")")));
+    const QByteArray tooLong = QByteArray(R"("CAMF":")") + QByteArray(4089, 'x') + R"(",)";
+    bench.write("lost.json", settingsFile(channel("R1", tooLong + R"("NAME":"who?","AGCT":"1","FREQ":"2250.5")")));
     QCOMPARE(bench.run(words("apply --dry-run @lost.json")), 1);
     const QByteArray said = bench.process().readAllStandardError();
     QVERIFY2(said.contains("R1:NAME wanted who?: a value with a question mark"), said);
+    QVERIFY2(said.contains("R1:CAMF wanted xxx") && said.contains("xxx...: with 4097 bytes it is longer"), said);
     QVERIFY2(said.contains("R1:AGCT wanted 1: the head does not know it") && !said.contains("FREQ"), said);
     bench.play("keep R1:IFBW;R1:IFBW=0");
     QCOMPARE(bench.run(words("apply --json @rack.json")), 1);
@@ -228,8 +233,8 @@ void RemoteClientTest::apply_data()
     QTest::addColumn<QByteArray>("output");
     QTest::addColumn<QByteArray>("sets");
     const auto row = [](const char *name, const QByteArray &channels, const char *script, int exitCode,
-                        const char *output, const char *sets) {
-        QTest::newRow(name) << channels << QByteArray(script) << exitCode << QByteArray(output) << QByteArray(sets);
+                        const QByteArray &output, const QByteArray &sets) {
+        QTest::newRow(name) << channels << QByteArray(script) << exitCode << output << sets;
     };
     const QByteArray receiver = channel("R1", R"("IFBW":"3","FREQ":"2251.5")");
     const QByteArray slaved = channel("U0", R"("SLAVE":"1")") + ',' + receiver;
@@ -273,6 +278,13 @@ void RemoteClientTest::apply_data()
     row("unknown channels and the time are skipped",
         receiver + ',' + channel("R7", R"("FREQ":"1")") + ',' + channel("U0", R"("TIME":"1")"),
         "R1:FREQ=2251.5;R1:IFBW=3;U0:TIME=2", 1, "2 settings the same, 0 changed back, 0 refused", "");
+    row("a value that fits", channel("R1", "\"NAME\":\"" + QByteArray(4088, 'x') + '"'), "R1:NAME=y;keep R1:NAME", 1,
+        "0 settings the same, 0 changed back, 1 refused:\nR1:NAME wanted " + QByteArray(80, 'x') + "..., still y",
+        "R1:NAME:" + QByteArray(4088, 'x'));
+    row("a value too long for a frame", channel("R1", "\"FREQ\":\"2\",\"NAME\":\"" + QByteArray(4089, 'x') + '"'),
+        "R1:NAME=y;R1:FREQ=1", 1,
+        "0 settings the same, 1 changed back, 1 refused:\nR1:NAME wanted " + QByteArray(80, 'x') + "..., still y",
+        "R1:FREQ:2");
     row("answers stop", receiver, "R1:FREQ=1;R1:IFBW=1;mute R1:IFBW", 2, "", "R1:FREQ:2251.5 R1:IFBW:3");
 }
 
@@ -319,6 +331,7 @@ void RemoteClientTest::wrongFiles_data()
     row("a number", "apply @file", settingsFile(channel("R1", R"("NAME":"x","FREQ":1)")), "R1:FREQ: the value is not");
     row("a frame", "apply @file", settingsFile(channel("R1", R"("NAME":"x\r\u0002U0:SLAVE:1")")), "R1:NAME: the value");
     row("a key", "apply @file", settingsFile(channel("R1", R"("NA ME":"x")")), "no blanks");
+    row("what moves the cursor", "apply @file", settingsFile(R"("R1\u001b[2J":{})"), "/file: R1\\x1b[2J holds no");
     row("no recording", "replay @file", "zirvo-recording 2 2026-01-01T00:00:00.000Z\n", "not a recording");
     row("a line", "replay @file", "zirvo-recording 1 2026-01-01T00:00:00.000Z\n0.000001 remote < a\n0.1 remote < b\n",
         "line 3");
@@ -562,6 +575,21 @@ void RemoteClientTest::resend_data()
     QTest::newRow("known now") << "R1:XX=3"_ba << 1
                                << "R1:XX was refused, now 3\n3 of 3 requests answered, 1 differently\n"_ba;
     QTest::newRow("no answer") << "silent R1:XX"_ba << 2 << ""_ba;
+}
+
+void RemoteClientTest::resendsWhatCanBeSent()
+{
+    RemoteBench bench("R1:FREQ=1;R1:NAME=n");
+    QByteArray traffic = "zirvo-recording 1 2026-01-01T00:00:00.000Z\n";
+    for (const QByteArray &frame : { "R1:NAME:" + QByteArray(4089, 'x'), "R1:NAME:x\\x0d\\x02U0:SLAVE:1"_ba,
+                                     "R1:NAME:who?"_ba, "R1:FR?EQ?"_ba, "R1:FREQ:"_ba, "R1:FREQ?"_ba })
+        traffic += "0.000000 remote > " + frame + "\n";
+    bench.write("traffic", traffic + "0.000000 remote < R1:FREQ:\\x06\n");
+    QCOMPARE(bench.run(words("replay --send @traffic")), 1);
+    QCOMPARE(bench.sent(), "R1:FREQ: R1:FREQ?"_ba);
+    QCOMPARE(bench.process().readAllStandardOutput(), "2 of 2 requests answered, 0 differently, 4 skipped\n"_ba);
+    const QByteArray said = bench.process().readAllStandardError();
+    QVERIFY2(said.count("R1:NAME: ") == 3 && said.count(", skipped\n") == 4, said);
 }
 
 void RemoteClientTest::resend()
