@@ -110,13 +110,14 @@ bool Chassis::start(const Family &family, QString &error)
 {
     if (!m_setup.presetsFile.isEmpty() && !m_presetStore.useFile(m_setup.presetsFile, error))
         return false;
+    m_scene = std::make_unique<RadioScene>(family.scene, derivedSeed(m_setup.seed, 0));
+    if (!buildUnits(family, error) || !openLinks(error))
+        return false;
+    // Last, for it empties an older trace.
     if (!m_setup.traceFile.isEmpty() && !m_trace.open(m_setup.traceFile)) {
         error = QStringLiteral("cannot write %1").arg(m_setup.traceFile);
         return false;
     }
-    m_scene = std::make_unique<RadioScene>(family.scene, derivedSeed(m_setup.seed, 0));
-    if (!buildUnits(family, error) || !openLinks(error))
-        return false;
     powerCycle(m_setup.bootSeconds);
     m_clock.start();
     m_timer.start(kStepMs);
@@ -274,6 +275,12 @@ bool Chassis::reconfigure()
     }
     m_announcer.start("UPDT", changes);
     return true;
+}
+
+QString Chassis::takeFileProblem()
+{
+    const QString problem = m_trace.takeProblem();
+    return problem.isEmpty() ? m_presetStore.takeProblem() : problem;
 }
 
 QByteArray Chassis::summary() const

@@ -74,6 +74,8 @@ public:
     [[nodiscard]] double bootSeconds() const { return m_setup.bootSeconds; }
     /// The receivers set themselves up anew and tell so. False if another change is under way.
     [[nodiscard]] bool reconfigure();
+    /// Why the trace or the presets could not be written, once.
+    [[nodiscard]] QString takeFileProblem();
     /// One line about power, links and channels.
     [[nodiscard]] QByteArray summary() const;
 

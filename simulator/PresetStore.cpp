@@ -66,8 +66,13 @@ bool PresetStore::replace(const QJsonObject &presets)
     if (!m_path.isEmpty()) {
         QSaveFile file(m_path);
         const QByteArray text = QJsonDocument(presets).toJson();
-        if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.commit())
+        // What the commit itself flushes may get lost without a word.
+        const bool written =
+            file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.flush() && file.commit();
+        if (!written) {
+            m_problem = QStringLiteral("%1 cannot be written, the presets stay as they were").arg(m_path);
             return false;
+        }
     }
     m_presets = presets;
     return true;

@@ -5,6 +5,8 @@
 #include <QJsonObject>
 #include <QString>
 
+#include <utility>
+
 /// The presets a chassis keeps by name, in memory and, if wanted, in a file that outlives the run.
 class PresetStore
 {
@@ -24,10 +26,13 @@ public:
     [[nodiscard]] bool store(const QByteArray &name, const QJsonObject &state);
     /// False if there is none of that name or the file cannot be written.
     [[nodiscard]] bool remove(const QByteArray &name);
+    /// Why the file could not be written, once.
+    [[nodiscard]] QString takeProblem() { return std::exchange(m_problem, {}); }
 
 private:
     [[nodiscard]] bool replace(const QJsonObject &presets);
 
     QString m_path;
     QJsonObject m_presets;
+    QString m_problem;
 };

@@ -4,7 +4,7 @@ bool Trace::open(const QString &path)
 {
     m_file.setFileName(path);
     m_clock.start();
-    return m_file.open(QIODevice::WriteOnly | QIODevice::Truncate);
+    return m_file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered);
 }
 
 void Trace::write(Direction direction, const QString &link, const QByteArray &text)
@@ -12,8 +12,14 @@ void Trace::write(Direction direction, const QString &link, const QByteArray &te
     if (!m_file.isOpen())
         return;
     const QByteArray seconds = QByteArray::number(double(m_clock.elapsed()) / 1000.0, 'f', 3);
-    m_file.write(seconds + ' ' + char(direction) + ' ' + link.toLatin1() + ' ' + readable(text) + '\n');
-    m_file.flush();
+    const QByteArray line = seconds + ' ' + char(direction) + ' ' + link.toLatin1() + ' ' + readable(text) + '\n';
+    if (m_file.write(line) == line.size()) {
+        m_wholeSize += line.size();
+        return;
+    }
+    m_problem = QStringLiteral("%1 takes no more, the trace ends").arg(m_file.fileName());
+    m_file.resize(m_wholeSize); // not that of a device
+    m_file.close();
 }
 
 QByteArray Trace::readable(const QByteArray &text)

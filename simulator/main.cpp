@@ -16,12 +16,13 @@
 
 namespace {
 
+constexpr int kFileLost = 1;
 constexpr int kCannotStart = 2;
 
-int fail(const QString &reason)
+int fail(const QString &reason, int exitCode = kCannotStart)
 {
     std::fprintf(stderr, "zirvo-chassis-sim: %s\n", qPrintable(reason));
-    return kCannotStart;
+    return exitCode;
 }
 
 void say(const QByteArray &line)
@@ -41,6 +42,7 @@ int takeEndSignals()
     // A reader of standard output that goes away, or a terminal that is not ours to read, ends nothing.
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGTTIN, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN); // nor does a file that has reached its limit
     return signalfd(-1, &endSignals, SFD_CLOEXEC);
 }
 
@@ -75,10 +77,18 @@ int main(int argc, char *argv[])
         for (const QByteArray &order : script.takeDue(seconds))
             execute(order);
     });
+    int endCode = 0;
+    const auto tellFileProblem = [&chassis, &endCode] {
+        if (const QString problem = chassis.takeFileProblem(); !problem.isEmpty())
+            endCode = fail(problem, kFileLost);
+    };
+    QObject::connect(&chassis, &Chassis::stepped, &application, tellFileProblem);
     if (!chassis.start(*family, error))
         return fail(error);
     LineReader input;
     QObject::connect(&input, &LineReader::lineRead, &application, execute);
     say("ready " + family->title.toUtf8());
-    return QCoreApplication::exec();
+    QCoreApplication::exec();
+    tellFileProblem();
+    return endCode;
 }

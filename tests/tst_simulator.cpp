@@ -6,6 +6,8 @@
 
 #include <algorithm>
 
+#include <sys/resource.h>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -40,6 +42,7 @@ private Q_SLOTS:
     void conversations_data();
     void conversations();
     void presets();
+    void fullDisk();
     void speaksUnasked();
     void sameSeedSameReports();
     void garblesAndFloods();
@@ -150,6 +153,36 @@ void SimulatorTest::presets()
     SimHarness again(keep);
     QCOMPARE(again.talk("U0:PLIST > :pass7[ ]; R2:NAME > :Rcvr CH.2; U0:RESTORE:pass7 > ACK.*; R2:NAME >> .*:East"),
              ""_ba);
+}
+
+/// The chassis goes on; of the trace there are whole lines, and an older trace goes only when all else is in order.
+void SimulatorTest::fullDisk()
+{
+    QTemporaryDir folder;
+    QFile trace(folder.filePath(u"trace"_s));
+    QVERIFY(trace.open(QIODevice::ReadWrite) && trace.write("older\n") == 6 && trace.flush());
+    const QStringList traced{ u"--trace"_s, trace.fileName() };
+    QCOMPARE(SimHarness(traced + QStringList{ u"--device-dir"_s, trace.fileName() }).end(), 2);
+    QVERIFY(trace.seek(0));
+    QCOMPARE(trace.readAll(), "older\n"_ba);
+
+    rlimit room = {};
+    QVERIFY(::getrlimit(RLIMIT_FSIZE, &room) == 0);
+    const rlimit little{ 300, room.rlim_max };
+    QVERIFY(::setrlimit(RLIMIT_FSIZE, &little) == 0);
+    SimHarness sim(traced + QStringList{ u"--presets"_s, folder.filePath(u"presets"_s) });
+    QVERIFY(::setrlimit(RLIMIT_FSIZE, &room) == 0);
+    QCOMPARE(sim.talk("U0:STORE:p > NAK; U0:PLIST > :.*; R1:FREQ:2260.5 > ACK; R1:FREQ > :2260.5; R2:AFC > :.*"),
+             ""_ba);
+    QCOMPARE(sim.end(), 1);
+    QVERIFY(trace.seek(0));
+    const QByteArray text = trace.readAll();
+    QVERIFY2(text.size() > 200 && text.startsWith("0.") && text.endsWith('\n'), text);
+    QCOMPARE(QDir(folder.path()).entryList(QDir::Files), QStringList(u"trace"_s));
+
+    SimHarness full({ u"--trace"_s, u"/dev/full"_s });
+    QCOMPARE(full.talk("R1:FREQ:2260.5 > ACK"), ""_ba);
+    QCOMPARE(full.end(), 1);
 }
 
 void SimulatorTest::speaksUnasked()
