@@ -11,6 +11,8 @@
 #include "SetCommand.h"
 #include "WatchCommand.h"
 
+#include <QSet>
+
 #include <cerrno>
 
 using namespace Qt::StringLiterals;
@@ -64,8 +66,13 @@ void Command::askForChannels(const std::function<void(const QByteArrayList &)> &
             output().error(u"the head knows no channels yet"_s);
             return end(ExitCode::Refused);
         }
-        QByteArrayList channels = answer.data.split(',');
-        channels.removeAll(QByteArray());
+        QByteArrayList channels;
+        QSet<QByteArray> known{ QByteArray() };
+        for (const QByteArray &address : answer.data.split(',')) {
+            if (!known.contains(address))
+                channels.append(address);
+            known.insert(address);
+        }
         handler(channels);
     });
 }

@@ -39,7 +39,7 @@ protected:
     [[nodiscard]] Output &output() { return m_session.output(); }
     /// Ends with @p exitCode, or with that of an output that took not everything.
     void end(int exitCode);
-    /// Asks for the addresses of the channels; ends when there are none to be had.
+    /// Asks for the addresses of the channels, each once; ends when there are none to be had.
     void askForChannels(const std::function<void(const QByteArrayList &)> &handler);
     /// Tells that the head stopped answering, and ends.
     void endSilent(const QString &what);

@@ -185,6 +185,9 @@ QString Options::checkCommand(const Given &given) const
     }
     if (arguments.size() < row->least || arguments.size() > row->most)
         return u"%1 takes %2"_s.arg(command, QString::fromLatin1(row->synopsis));
+    const bool namesFile = QByteArrayView(row->synopsis).contains("FILE");
+    if (namesFile && !arguments.isEmpty() && arguments[0].isEmpty())
+        return u"the name of a file is empty"_s;
     if ((row->usesLink || send) && link.isEmpty())
         return u"no link: give --link or --device-dir"_s;
     if (command == u"replay" && !send && !recordFile.isEmpty())

@@ -156,6 +156,7 @@ void RemoteClientTest::wrongUsage_data()
     row("pattern", words("watch R1:* ["), "\"[\" is no pattern");
     row("recording of what sends nothing", words("replay --record @file @file"), "--record only with --send");
     row("too few", words("set R1:FREQ"), "set takes ADDR:MNEM VALUE (see: zirvo-remote help set)");
+    row("no name for a file", { u"record"_s, QString() }, "the name of a file is empty");
     row("no colon", words("get R1FREQ"), "ADDRESS:MNEMONIC");
     row("two colons", words("get R1:FREQ:1"), "ADDRESS:MNEMONIC");
     row("blank", { u"get"_s, u"R1: FREQ"_s }, "no blanks");
@@ -285,6 +286,8 @@ void RemoteClientTest::apply_data()
         "R1:NAME=y;R1:FREQ=1", 1,
         "0 settings the same, 1 changed back, 1 refused:\nR1:NAME wanted " + QByteArray(80, 'x') + "..., still y",
         "R1:FREQ:2");
+    row("a channel listed twice", receiver, "U0:CHANS=U0,R1,,R1;R1:FREQ=1;R1:IFBW=3;keep R1:FREQ", 1,
+        "1 settings the same, 0 changed back, 1 refused:\nR1:FREQ wanted 2251.5, still 1", "R1:FREQ:2251.5");
     row("answers stop", receiver, "R1:FREQ=1;R1:IFBW=1;mute R1:IFBW", 2, "", "R1:FREQ:2251.5 R1:IFBW:3");
 }
 
