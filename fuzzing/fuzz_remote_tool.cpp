@@ -13,6 +13,11 @@ void checkMessage(const QByteArray &frame)
     if (!message)
         return;
     Fuzz::require(!message->address.isEmpty() && !message->address.contains(':'), "a message has an address");
+    const bool isSendable =
+        Message::queryProblem(message->key()).isEmpty() && Message::setProblem(message->key(), message->data).isEmpty();
+    const QByteArray sent = FrameCutter::framed(Message::set(message->key(), message->data));
+    Fuzz::require(!isSendable || (sent.size() <= 4098 && FrameCutter().feed(sent).size() == 1),
+                  "what can be sent is one frame that the head takes");
     if (message->kind == Message::Kind::Query) {
         Fuzz::require(Message::query(message->key()) == frame, "a query written again is the same");
         return;
@@ -31,8 +36,13 @@ void checkText(const QByteArray &bytes)
     Fuzz::require(!Message::hasControlCharacter(text), "escaped bytes are printable");
     Fuzz::require(Escaping::unescaped(text) == bytes, "escaped bytes come back");
     Fuzz::require(!Message::hasControlCharacter(Escaping::printable(bytes)), "what goes to a terminal is printable");
-    if (const auto unescaped = Escaping::unescaped(bytes))
+    Fuzz::require(
+        Escaping::printable(bytes).startsWith(Escaping::brief(bytes.first(qMin(bytes.size(), qsizetype(80))))),
+        "a message shows the beginning");
+    if (const auto unescaped = Escaping::unescaped(bytes)) {
         Fuzz::require(unescaped->size() <= bytes.size(), "escapes are no shorter than what they stand for");
+        Fuzz::require(Escaping::unescaped(Escaping::escaped(*unescaped)) == unescaped, "what was read comes back");
+    }
 }
 
 } // namespace

@@ -14,6 +14,7 @@ namespace {
 
 const QString kFormat = u"zirvo-settings"_s;
 constexpr int kVersion = 1;
+constexpr qint64 kPieceBytes = 65'536;
 constexpr qint64 kMostBytes = 16 * 1024 * 1024; // a full chassis takes some 30 KiB
 const QByteArray kSystemAddress = "U0";
 
@@ -73,7 +74,9 @@ QString SettingsFile::read(const QString &path)
     InputFile file;
     if (QString wrong = file.open(path, kMostBytes); !wrong.isEmpty())
         return wrong;
-    const QByteArray text = file.content().read(kMostBytes + 1);
+    QByteArray text;
+    for (QByteArray piece; text.size() <= kMostBytes && !(piece = file.content().read(kPieceBytes)).isEmpty();)
+        text += piece;
     if (text.size() > kMostBytes)
         return u"%1: larger than %2 MiB, not a file of settings"_s.arg(path).arg(kMostBytes / 1024 / 1024);
     QJsonParseError error;
