@@ -16,8 +16,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int kWriterWaitMs = 800;
-constexpr qint64 kMebibyte = 1024 * 1024;
+constexpr int kWriterWaitMs = 800; // all in all within a second
 
 /// @return 0, otherwise what went wrong as an errno
 int readToEnd(int file, qint64 mostBytes, QByteArray &bytes)

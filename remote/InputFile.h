@@ -9,6 +9,8 @@
 class InputFile
 {
 public:
+    static constexpr qint64 kMebibyte = qint64(1024) * 1024;
+
     /// Opens it for reading. End signals cut the wait for a writer short. @param mostBytes of a pipe
     /// @return what is wrong; empty if it is open
     [[nodiscard]] QString open(const QString &path, qint64 mostBytes);

@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr qint64 kLongestTimerMs = 24 * 60 * 60 * 1000;
+constexpr qint64 kLongestTimerMs = qint64(24) * 60 * 60 * 1000;
 
 } // namespace
 

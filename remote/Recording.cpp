@@ -12,7 +12,7 @@ namespace {
 const QByteArray kHeader = "zirvo-recording 1 ";
 constexpr qint64 kMicroseconds = 1'000'000;
 constexpr qint64 kLongestLine = 300'000; // four characters for each byte of the longest frame, and then some
-constexpr qint64 kMostThroughPipe = 64 * 1024 * 1024;
+constexpr qint64 kMostThroughPipe = 64 * InputFile::kMebibyte;
 constexpr double kLatestMs = 1e15; // nobody waits for it
 
 } // namespace

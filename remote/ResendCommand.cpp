@@ -8,14 +8,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qsizetype kMostBytes = 64 * 1024 * 1024;
+constexpr qsizetype kMostBytes = 64 * InputFile::kMebibyte;
 
 constexpr int kMostTold = 10;
 
 /// Why the head would not answer @p request; empty if it would.
 QString problem(const Message &request)
 {
-    const QString wrong = Message::queryProblem(request.key());
+    QString wrong = Message::queryProblem(request.key());
     if (!wrong.isEmpty() || request.data.isEmpty())
         return wrong;
     return Message::setProblem(request.key(), request.data);

@@ -15,7 +15,7 @@ namespace {
 const QString kFormat = u"zirvo-settings"_s;
 constexpr int kVersion = 1;
 constexpr qint64 kPieceBytes = 65'536;
-constexpr qint64 kMostBytes = 16 * 1024 * 1024; // a full chassis takes some 30 KiB
+constexpr qint64 kMostBytes = 16 * InputFile::kMebibyte; // a full chassis takes some 30 KiB
 const QByteArray kSystemAddress = "U0";
 
 QString brief(const QString &name) { return QString::fromLocal8Bit(Escaping::brief(name.toLocal8Bit())); }
@@ -78,7 +78,7 @@ QString SettingsFile::read(const QString &path)
     for (QByteArray piece; text.size() <= kMostBytes && !(piece = file.content().read(kPieceBytes)).isEmpty();)
         text += piece;
     if (text.size() > kMostBytes)
-        return u"%1: larger than %2 MiB, not a file of settings"_s.arg(path).arg(kMostBytes / 1024 / 1024);
+        return u"%1: larger than %2 MiB, not a file of settings"_s.arg(path).arg(kMostBytes / InputFile::kMebibyte);
     QJsonParseError error;
     const QJsonObject root = QJsonDocument::fromJson(text, &error).object();
     if (error.error != QJsonParseError::NoError)
