@@ -56,6 +56,7 @@ constexpr auto kNullModems = std::to_array<NullModemPlan>({ { 3, 6 }, { 4, 7 } }
 constexpr quint32 kFirstDemodulatorSeed = 10;
 constexpr quint32 kFirstStreamSeed = 20;
 constexpr quint32 kSpectralSeed = 30;
+constexpr quint32 kSeedsOfTmoipCard = 100;
 constexpr double kTmoipReportHz = 3;
 
 int stepsIn(double seconds) { return int(std::lround(seconds * kStepsPerSecond)); }
@@ -146,8 +147,10 @@ bool Chassis::buildUnits(const Family &family, QString &error)
         if (!addChannel(m_tape.get(), *family.tape, error))
             return false;
     }
-    if (family.tmoip && !buildTmoip(*family.tmoip, error))
-        return false;
+    for (auto card = family.tmoipCards.cbegin(); card != family.tmoipCards.cend(); ++card) {
+        if (!buildTmoipCard(card.key(), card.value(), error))
+            return false;
+    }
     if (!family.spectral)
         return true;
     m_spectral = std::make_unique<SpectralCard>(*m_links.at(kSpectralLink), m_faults, m_trace);
@@ -166,16 +169,17 @@ bool Chassis::buildDemodulators(const Family &family, QString &error)
     return true;
 }
 
-bool Chassis::buildTmoip(const QJsonObject &values, QString &error)
+bool Chassis::buildTmoipCard(int number, const QJsonObject &values, QString &error)
 {
-    m_tmoip = std::make_unique<TmoipCardUnit>(
-        [this](int stream) { return derivedSeed(m_setup.seed, kFirstStreamSeed + quint32(stream)); });
-    m_tmoipUnits = m_tmoip->units();
-    for (ChannelUnit *unit : m_tmoipUnits) {
+    const quint32 firstSeed = kFirstStreamSeed + quint32(number - 1) * kSeedsOfTmoipCard;
+    m_tmoipCards.push_back(std::make_unique<TmoipCardUnit>(
+        number, [this, firstSeed](int stream) { return derivedSeed(m_setup.seed, firstSeed + quint32(stream)); }));
+    for (ChannelUnit *unit : m_tmoipCards.back()->units()) {
+        m_tmoipUnits.append(unit);
         if (!addUnit(unit, values.value(QString::fromLatin1(unit->address())).toObject(), error))
             return false;
     }
-    m_tmoip->commit();
+    m_tmoipCards.back()->commit();
     return true;
 }
 
@@ -347,14 +351,11 @@ void Chassis::stepSignals()
         m_combiner->step(inputs);
     for (const auto &demodulator : m_demodulators)
         demodulator->step(output(m_system->source(demodulator->number())), kStepSeconds);
-    if (m_tmoip)
-        stepTmoip();
+    stepTmoip();
 }
 
 void Chassis::stepTmoip()
 {
-    for (ChannelUnit *unit : m_tmoipUnits)
-        unit->setFitted(m_system->listsTmoip("TM1"));
     // A bit synchroniser without lock still gives a clock, at the rate it is set to.
     const auto bitRate = [this](int stream) {
         for (const auto &demodulator : m_demodulators) {
@@ -363,7 +364,12 @@ void Chassis::stepTmoip()
         }
         return 0.0;
     };
-    m_tmoip->step(bitRate, kStepSeconds);
+    for (const auto &card : m_tmoipCards) {
+        const bool isFitted = m_system->listsTmoip("TM" + QByteArray::number(card->number()));
+        for (ChannelUnit *unit : card->units())
+            unit->setFitted(isFitted);
+        card->step(bitRate, kStepSeconds);
+    }
 }
 
 std::optional<IfSignal> Chassis::output(const QByteArray &source) const

@@ -86,7 +86,7 @@ Q_SIGNALS:
 private:
     [[nodiscard]] bool buildUnits(const Family &family, QString &error);
     [[nodiscard]] bool buildDemodulators(const Family &family, QString &error);
-    [[nodiscard]] bool buildTmoip(const QJsonObject &values, QString &error);
+    [[nodiscard]] bool buildTmoipCard(int number, const QJsonObject &values, QString &error);
     [[nodiscard]] bool addUnit(Unit *unit, const QJsonObject &values, QString &error);
     [[nodiscard]] bool addChannel(ChannelUnit *unit, const QJsonObject &values, QString &error);
     /// What a demodulator gets from the source of that name; nothing from one that is not there.
@@ -123,9 +123,9 @@ private:
     std::vector<std::unique_ptr<ReceiverUnit>> m_receivers;
     std::unique_ptr<CombinerUnit> m_combiner; // null without such a card
     std::vector<std::unique_ptr<DemodulatorUnit>> m_demodulators;
-    std::unique_ptr<TapeUnit> m_tape;       // null without such a card
-    std::unique_ptr<TmoipCardUnit> m_tmoip; // null without such a card
-    QList<ChannelUnit *> m_channels;        // what signals go through
+    std::unique_ptr<TapeUnit> m_tape; // null without such a card
+    std::vector<std::unique_ptr<TmoipCardUnit>> m_tmoipCards;
+    QList<ChannelUnit *> m_channels; // what signals go through
     QList<ChannelUnit *> m_tmoipUnits;
     std::unique_ptr<EyePort> m_eyePort;
     std::unique_ptr<SpectralCard> m_spectral; // null without such a card

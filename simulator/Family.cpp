@@ -54,6 +54,15 @@ QMap<int, QJsonObject> readNumbered(const QJsonObject &object)
     return units;
 }
 
+/// Those that an address of them names, as "TM2-1" does the second.
+QMap<int, QJsonObject> readTmoipCards(const QJsonObject &units)
+{
+    QMap<int, QJsonObject> cards;
+    for (const QString &address : units.keys())
+        cards.insert(address.section(u'-', 0, 0).mid(2).toInt(), units);
+    return cards;
+}
+
 bool areNumberedUpTo(int last, const QMap<int, QJsonObject> &units)
 {
     return units.isEmpty() || (units.firstKey() >= 1 && units.lastKey() <= last);
@@ -83,6 +92,8 @@ QString faultIn(const QJsonObject &object, const Family &family)
         return QStringLiteral("receivers are numbered 1 and 2");
     if (!areNumberedUpTo(kMostDemodulators, family.demodulators))
         return QStringLiteral("demodulators are numbered 1 to 3");
+    if (!family.tmoipCards.isEmpty() && family.tmoipCards.firstKey() < 1)
+        return QStringLiteral("telemetry-over-IP cards are numbered from 1");
     for (const QJsonValue &entry : object[u"scene"].toArray()) {
         if (!entry[u"mode"].isUndefined() && modeCode(entry[u"mode"].toString()) < 0)
             return QStringLiteral("no modulation \"%1\"").arg(entry[u"mode"].toString());
@@ -124,8 +135,7 @@ std::optional<Family> Family::load(const QString &nameOrPath, QString &error)
         family.combiner = object[u"combiner"].toObject();
     if (cards.contains(u"0110"))
         family.tape = object[u"tape"].toObject();
-    if (object.contains(u"tmoip"))
-        family.tmoip = object[u"tmoip"].toObject();
+    family.tmoipCards = readTmoipCards(object[u"tmoip"].toObject());
     if (object.contains(u"spectral"))
         family.spectral = readSpectral(object[u"spectral"].toObject());
     family.scene = readScene(object[u"scene"].toArray());

@@ -18,7 +18,7 @@ struct Family
     std::optional<QJsonObject> combiner; ///< start values of "C1", if there is one
     QMap<int, QJsonObject> demodulators; ///< start values by demodulator number, 1 to 3
     std::optional<QJsonObject> tape;     ///< start values of "T1", if the card list names one
-    std::optional<QJsonObject> tmoip;    ///< start values by address, if there may be such a card
+    QMap<int, QJsonObject> tmoipCards;   ///< start values by address, by the number of a card that may be there
     std::optional<QJsonObject> spectral; ///< start values by address on the spectral link, if a card answers there
     /// Whether the card list names demodulators of the older kind.
     bool hasOlderDemodulators = false;

@@ -34,11 +34,12 @@ constexpr double kSearchSeconds = 3;
 
 } // namespace
 
-TmoipCardUnit::TmoipCardUnit(const std::function<quint32(int stream)> &seed, QObject *parent)
-    : ChannelUnit("TM1-0", kRows, kReported, parent)
+TmoipCardUnit::TmoipCardUnit(int number, const std::function<quint32(int stream)> &seed, QObject *parent)
+    : ChannelUnit("TM" + QByteArray::number(number) + "-0", kRows, kReported, parent)
+    , m_number(number)
 {
     for (int stream = 1; stream <= kStreams; ++stream)
-        m_streams.push_back(std::make_unique<TmoipStreamUnit>(stream, seed(stream)));
+        m_streams.push_back(std::make_unique<TmoipStreamUnit>(number, stream, seed(stream)));
     commit();
 }
 

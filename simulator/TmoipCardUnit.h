@@ -7,14 +7,17 @@
 #include <memory>
 #include <vector>
 
-/// The telemetry-over-IP card, "TM1-0", with its three streams. New network settings wait until they are committed.
+/// A telemetry-over-IP card, such as "TM1-0", with its three streams. New network settings wait until they are
+/// committed.
 class TmoipCardUnit : public ChannelUnit
 {
     Q_OBJECT
 
 public:
-    explicit TmoipCardUnit(const std::function<quint32(int stream)> &seed, QObject *parent = nullptr);
+    /// `number` from 1.
+    TmoipCardUnit(int number, const std::function<quint32(int stream)> &seed, QObject *parent = nullptr);
 
+    [[nodiscard]] int number() const { return m_number; }
     /// The card itself and its streams.
     [[nodiscard]] QList<ChannelUnit *> units();
     /// Puts the network settings into force; the network is down for a while.
@@ -32,6 +35,7 @@ protected:
 private:
     [[nodiscard]] QByteArray time() const;
 
+    int m_number;
     std::vector<std::unique_ptr<TmoipStreamUnit>> m_streams;
     QByteArrayList m_inForce; // in the order of the network settings
     double m_seconds = 0;     // since power on

@@ -46,8 +46,8 @@ QByteArray whole(double number) { return QByteArray::number(qint64(number)); }
 
 } // namespace
 
-TmoipStreamUnit::TmoipStreamUnit(int number, quint32 seed, QObject *parent)
-    : ChannelUnit("TM1-" + QByteArray::number(number), kRows, kReported, parent)
+TmoipStreamUnit::TmoipStreamUnit(int card, int number, quint32 seed, QObject *parent)
+    : ChannelUnit("TM" + QByteArray::number(card) + '-' + QByteArray::number(number), kRows, kReported, parent)
     , m_number(number)
     , m_noise(seed)
 {

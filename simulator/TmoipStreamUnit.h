@@ -5,14 +5,15 @@
 
 #include <array>
 
-/// One PCM stream of the telemetry-over-IP card, "TM1-1" to "TM1-3": it cuts a bit stream into packets and counts them.
+/// One PCM stream of a telemetry-over-IP card, "TM1-1" to "TM1-3" of the first: it cuts a bit stream into packets and
+/// counts them.
 class TmoipStreamUnit : public ChannelUnit
 {
     Q_OBJECT
 
 public:
-    /// `number` 1 to 3.
-    TmoipStreamUnit(int number, quint32 seed, QObject *parent = nullptr);
+    /// `card` from 1, `number` 1 to 3.
+    TmoipStreamUnit(int card, int number, quint32 seed, QObject *parent = nullptr);
 
     [[nodiscard]] int number() const { return m_number; }
     /// Passes simulated time with `bitRate` bits a second at the input, 0 without a clock.

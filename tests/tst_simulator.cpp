@@ -68,6 +68,7 @@ void SimulatorTest::startUp_data()
 void SimulatorTest::startUp()
 {
     QFETCH(QByteArray, model);
+    row("gaps", "QLN424", "R2 D2");
     QFETCH(QByteArray, channels);
     SimHarness sim({ u"--family"_s, QString::fromLatin1(QTest::currentDataTag()) });
     QCOMPARE(sim.talk("U0:VER > :ZIRVO-.*; U0:SYSID:ZX-17 > ACK"), ""_ba);

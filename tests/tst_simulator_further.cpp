@@ -10,7 +10,8 @@ namespace {
 
 /// What the head asks at the start, and the status values, after each address.
 const QByteArray kQueries =
-    "T1 NAME TFREQ TGAINCH1 TGAINCH2 TGAINCMB SLAVE;TM1-2 FLOW;TM1-3 OOPS;TM1-4 FLOW;TM2-0 ADDR;"
+    "T1 NAME TFREQ TGAINCH1 TGAINCH2 TGAINCMB SLAVE;TM1-2 FLOW;TM1-3 OOPS;TM1-4 FLOW;TM2-0 ADDR CHAN;TM2-1 FLOW;TM2-3 "
+    "OOPS;"
     "TM1-0 ADDR MASK GWAY PORT IRIG TSRC NTPS TIME PHYS IEBS IEBR IREV CHAN NAME;"
     "TM1-1 NAME FLOW PROT RMIP PORT HEAD BUFF MTUS RBUF INPZ ID10 SPRT ENDN STAT RATE RRAT TXRT TXBT RXBT RETX DROP "
     "OOPS;"
@@ -67,6 +68,10 @@ void SimulatorFurtherTest::conversations_data()
     row("all fitted", queries("T1 TM1-0 TM1-1 TM1-2 TM1-3"));
     row("all on the spectral link", queries("SP1 SP2 SP3 S1"), true);
     row("no tape", queries("TM1-0 TM1-1 TM1-2 TM1-3"), false, u"qln424"_s);
+    row("second TMoIP card alone",
+        queries("TM2-0 TM2-1 TM2-3") + ";TM2-0:ADDR > :10.9.2.20; TM2-0:PHYS >> :Up; TM2-1:FLOW:1 > ACK;"
+                                       "TM2-1:STAT >> :No Clock; TM2-2:STAT > :Transmitting; TM2-2:RATE > :5000000",
+        false, u"gaps"_s);
     row("tape", "T1:TFREQ:2200000 > ACK; T1:TFREQ > :2200000; T1:TFREQ:2.2 > NAK; T1:TFREQ:9999 > NAK;"
                 "T1:TGAINCH2:256 > NAK; T1:TGAINCMB:12.5 > NAK; T1:TGAINCH1:255 > ACK; R1:FREQ:2390.5 > ACK;"
                 "R1:CARL >> :0; R1:PLYB:1 > ACK; R1:SSLV >> :-40.0; R1:CARL > :1; T1:TGAINCH1:26 > ACK;"
