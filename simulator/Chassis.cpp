@@ -211,6 +211,13 @@ Unit *Chassis::unit(const QByteArray &address) const
     return unit || !m_spectral ? unit : m_spectral->port().unit(address);
 }
 
+QList<Unit *> Chassis::units() const
+{
+    QList<Unit *> all = m_port->units() + (m_spectral ? m_spectral->port().units() : QList<Unit *>());
+    all.removeIf([this](const Unit *candidate) { return unit(candidate->address()) != candidate; });
+    return all;
+}
+
 QStringList Chassis::linkRoles() const
 {
     QStringList roles;

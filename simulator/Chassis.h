@@ -62,6 +62,9 @@ public:
     /// The unit of that address, first on the command link, then on the spectral link; null if there is none.
     [[nodiscard]] Unit *unit(const QByteArray &address) const;
 
+    /// Every unit that unit() finds.
+    [[nodiscard]] QList<Unit *> units() const;
+
     /// Names of the links that can be unplugged and plugged.
     [[nodiscard]] QStringList linkRoles() const;
     /// Plugs or unplugs the link of that role, a remote one with its client's end, or "all". False with `error` set if

@@ -4,6 +4,8 @@
 #include "Trace.h"
 #include "Unit.h"
 
+#include <algorithm>
+
 namespace {
 const QByteArray kAcknowledged(1, Wire::kAck);
 const QByteArray kRefused(1, Wire::kNak);
@@ -74,8 +76,12 @@ void CommandPort::step(int ms)
 {
     for (LateAnswer &answer : m_lateAnswers)
         answer.leftMs -= ms;
-    while (!m_lateAnswers.isEmpty() && m_lateAnswers.first().leftMs <= 0)
-        sendText(m_lateAnswers.takeFirst().text);
+    const auto due = std::stable_partition(m_lateAnswers.begin(), m_lateAnswers.end(),
+                                           [](const LateAnswer &answer) { return answer.leftMs > 0; });
+    const QList<LateAnswer> leaving(due, m_lateAnswers.end());
+    m_lateAnswers.erase(due, m_lateAnswers.end());
+    for (const LateAnswer &answer : leaving)
+        sendText(answer.text);
 }
 
 void CommandPort::receive(const QByteArray &bytes)
@@ -101,7 +107,7 @@ void CommandPort::handleRequest(const QByteArray &text)
         return;
     const bool refused = m_faults.strikes(FaultRules::Fault::Refuse, address, mnemonic);
     const QByteArray answer = refused ? kRefused : answerTo(address, mnemonic, hasData ? &data : nullptr);
-    if (answer.isEmpty())
+    if (answer.isEmpty() || m_faults.strikes(FaultRules::Fault::Lose, address, mnemonic))
         return;
     const int late = m_faults.delayMs(address, mnemonic);
     if (late > 0)

@@ -34,7 +34,7 @@ public:
     bool sendText(const QByteArray &text);
     /// Sends bytes just as they are. False if they were lost.
     bool sendRaw(const QByteArray &bytes);
-    /// Passes simulated time: answers whose delay is over leave.
+    /// Passes simulated time: each answer leaves when its own delay is over, also before earlier ones.
     void step(int ms);
 
 private:

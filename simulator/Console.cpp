@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <iterator>
 #include <limits>
+#include <optional>
 
 namespace {
 
@@ -27,6 +28,37 @@ FaultRules::Target readTarget(const QByteArray &word)
     return colon < 0 ? FaultRules::Target{ word, {} } : FaultRules::Target{ word.left(colon), word.mid(colon + 1) };
 }
 
+/// Whether a word says how often, and is not an address.
+bool isShare(const QByteArray &word)
+{
+    return !word.isEmpty() && (word.front() == '#' || (word.front() >= '0' && word.front() <= '9'));
+}
+
+/// "3" for the next three, "#3" for the third alone, "3%" for some of all, nothing for all.
+std::optional<FaultRules::Share> readShare(const QByteArray &word)
+{
+    if (word.isEmpty())
+        return FaultRules::Share{};
+    const bool isPercent = word.endsWith('%');
+    const bool isOrdinal = word.startsWith('#');
+    const int number = readIndex(word.sliced(isOrdinal ? 1 : 0).chopped(isPercent ? 1 : 0));
+    if (number < 1 || (isPercent && (isOrdinal || number > FaultRules::kAll)))
+        return std::nullopt;
+    if (isPercent)
+        return FaultRules::Share{ .percent = number };
+    return isOrdinal ? FaultRules::Share{ .count = 1, .skipped = number - 1 } : FaultRules::Share{ .count = number };
+}
+
+/// "900", or "0-3000" for any time between.
+std::optional<FaultRules::Range> readRange(const QByteArray &word)
+{
+    const qsizetype dash = word.indexOf('-');
+    const FaultRules::Range range{ readIndex(word.first(dash < 0 ? word.size() : dash)),
+                                   readIndex(word.sliced(dash + 1)) };
+    const bool isRange = range.least >= 0 && range.most >= range.least && range.most <= kLongestDelayMs;
+    return isRange ? std::optional(range) : std::nullopt;
+}
+
 bool readSeconds(const QByteArray &word, double &seconds)
 {
     return readDecimal(word, seconds) && seconds >= 0 && seconds <= kLongestSeconds;
@@ -35,11 +67,14 @@ bool readSeconds(const QByteArray &word, double &seconds)
 } // namespace
 
 const Console::Command Console::kCommands[] = {
-    { "refuse", "refuse [ADDR[:MNEM]] [COUNT] | refuse off", "answer requests with NAK, e.g. refuse R1:FREQ 1", 0, 2,
+    { "refuse", "refuse [ADDR[:MNEM]] [SHARE] | refuse off", "answer requests with NAK, e.g. refuse R1:FREQ 1", 0, 2,
       &Console::refuse },
-    { "silent", "silent [ADDR[:MNEM]] [COUNT] | silent off", "ignore requests, e.g. silent U0:VER 3", 0, 2,
+    { "silent", "silent [ADDR[:MNEM]] [SHARE] | silent off", "ignore requests, e.g. silent U0:VER 3", 0, 2,
       &Console::silent },
-    { "delay", "delay MS [ADDR[:MNEM]]", "answer late; delay 0 ends it, e.g. delay 900 R2", 1, 2, &Console::delay },
+    { "lose", "lose [ADDR[:MNEM]] [SHARE] | lose off", "carry out requests, but lose their answers, e.g. lose 20%", 0,
+      2, &Console::lose },
+    { "delay", "delay MS[-MS] [ADDR[:MNEM]] [PERCENT%]", "answer late; delay 0 ends it, e.g. delay 0-3000 R2 10%", 1, 3,
+      &Console::delay },
     { "garble", "garble [COUNT]", "damage the next messages sent: a flipped bit or a lost CR", 0, 1, &Console::garble },
     { "flood", "flood RATE SECONDS", "unprompted valid messages, RATE a second, e.g. flood 2000 5", 2, 2,
       &Console::flood },
@@ -47,6 +82,7 @@ const Console::Command Console::kCommands[] = {
     { "raw", "raw HEX", "bytes as they are, e.g. raw 02 52 31 0d", 1, kAnyNumber, &Console::raw },
     { "set", "set ADDR MNEM VALUE", "the chassis changes a setting and reports it, e.g. set R1 FREQ 2260.5", 3,
       kAnyNumber, &Console::set },
+    { "values", "values [ADDR]", "current answer to every query, separated by tabs", 0, 1, &Console::values },
     { "signal", "signal FREQ LEVEL", "put a signal on the air or move its level, e.g. signal 2260.5 -40", 2, 2,
       &Console::signal },
     { "unplug", "unplug LINK", "pull a cable: one of those that show names, or all", 1, 1, &Console::unplug },
@@ -94,29 +130,40 @@ QByteArray Console::refuse(const Order &order) { return addRule(FaultRules::Faul
 
 QByteArray Console::silent(const Order &order) { return addRule(FaultRules::Fault::Ignore, order); }
 
+QByteArray Console::lose(const Order &order) { return addRule(FaultRules::Fault::Lose, order); }
+
 QByteArray Console::addRule(FaultRules::Fault fault, const Order &order)
 {
     if (order.word(1) == "off") {
         m_chassis.faults().cancel(fault);
         return ok("off");
     }
-    const bool countFirst = readIndex(order.word(1)) >= 0;
-    const QByteArray target = countFirst ? QByteArray() : order.word(1);
-    const QByteArray countWord = countFirst ? order.word(1) : order.word(2);
-    const int count = countWord.isEmpty() ? FaultRules::kEvery : readIndex(countWord);
-    if (count == 0 || (count < 0 && !countWord.isEmpty()))
-        return error("COUNT is a whole number above 0");
-    m_chassis.faults().add(fault, readTarget(target), count);
+    const bool isForAll = isShare(order.word(1));
+    const QByteArray target = isForAll ? QByteArray() : order.word(1);
+    const QByteArray word = order.word(isForAll ? 1 : 2);
+    const auto share = readShare(word);
+    if (!share)
+        return error("SHARE is COUNT for the next ones, #COUNT for the last of them alone, or PERCENT% of all");
+    m_chassis.faults().add(fault, readTarget(target), *share);
     return ok((target.isEmpty() ? QByteArray("every request") : target) +
-              (countWord.isEmpty() ? QByteArray(" until off") : " x " + countWord));
+              (word.isEmpty() ? QByteArray(" until off") : ", " + word));
 }
 
 QByteArray Console::delay(const Order &order)
 {
-    const int ms = readIndex(order.word(1));
-    if (ms < 0 || ms > kLongestDelayMs)
+    const auto range = readRange(order.word(1));
+    if (!range)
         return error("MS is a whole number up to " + QByteArray::number(kLongestDelayMs));
-    m_chassis.faults().delay(ms, readTarget(order.word(2)));
+    if (range->most == 0) {
+        m_chassis.faults().cancelDelays();
+        return ok();
+    }
+    const bool isForAll = isShare(order.word(2));
+    const QByteArray word = order.word(isForAll ? 2 : 3);
+    const auto share = readShare(word);
+    if (!share || (!word.isEmpty() && !word.endsWith('%')))
+        return error("PERCENT is a whole number from 1 to 100");
+    m_chassis.faults().delay(*range, readTarget(isForAll ? QByteArray() : order.word(2)), share->percent);
     return ok();
 }
 
@@ -162,6 +209,16 @@ QByteArray Console::set(const Order &order)
         return error(order.word(2) + " cannot become \"" + order.tail(3) + '"');
     unit->report(order.word(2));
     return ok();
+}
+
+QByteArray Console::values(const Order &order)
+{
+    QByteArrayList texts;
+    for (Unit *const unit : m_chassis.units()) {
+        if (order.words.size() == 1 || unit->address() == order.word(1))
+            texts += unit->values();
+    }
+    return texts.isEmpty() ? error("no unit " + order.word(1)) : ok(texts.join('\t'));
 }
 
 QByteArray Console::signal(const Order &order)

@@ -46,12 +46,14 @@ private:
 
     QByteArray refuse(const Order &order);
     QByteArray silent(const Order &order);
+    QByteArray lose(const Order &order);
     QByteArray delay(const Order &order);
     QByteArray garble(const Order &order);
     QByteArray flood(const Order &order);
     QByteArray send(const Order &order);
     QByteArray raw(const Order &order);
     QByteArray set(const Order &order);
+    QByteArray values(const Order &order);
     QByteArray signal(const Order &order);
     QByteArray unplug(const Order &order);
     QByteArray plug(const Order &order);

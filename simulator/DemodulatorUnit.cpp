@@ -118,6 +118,16 @@ QByteArray DemodulatorUnit::reply(QByteArrayView mnemonic)
     return address() + ":RDRG:" + mnemonic.toByteArray() + value(mnemonic);
 }
 
+QByteArrayList DemodulatorUnit::values()
+{
+    QByteArrayList texts = ChannelUnit::values();
+    for (const SettingRow &row : DemodulatorRows::all(true)) {
+        if (row.has(Inner))
+            texts.append(address() + ":RDRG:" + row.name().toByteArray() + value(row.name()));
+    }
+    return texts;
+}
+
 bool DemodulatorUnit::accepts(const SettingRow &row, const QByteArray &value) const
 {
     const QByteArrayView name = row.name();

@@ -25,6 +25,7 @@ public:
 
     [[nodiscard]] std::optional<QByteArray> lookUp(QByteArrayView mnemonic, const QByteArray &argument) const override;
     [[nodiscard]] QByteArray reply(QByteArrayView mnemonic) override;
+    [[nodiscard]] QByteArrayList values() override;
 
 protected:
     [[nodiscard]] bool accepts(const SettingRow &row, const QByteArray &value) const override;

@@ -1,46 +1,55 @@
 #include "FaultRules.h"
 
-#include <algorithm>
+#include <utility>
 
 bool FaultRules::Target::matches(const QByteArray &toAddress, const QByteArray &toMnemonic) const
 {
     return (address.isEmpty() || address == toAddress) && (mnemonic.isEmpty() || mnemonic == toMnemonic);
 }
 
-void FaultRules::add(Fault fault, const Target &target, int count) { m_rules.append({ fault, target, count }); }
+void FaultRules::add(Fault fault, const Target &target, const Share &share)
+{
+    m_rules.append({ fault, target, share });
+}
 
 void FaultRules::cancel(Fault fault)
 {
     m_rules.removeIf([fault](const Rule &rule) { return rule.fault == fault; });
 }
 
-void FaultRules::delay(int ms, const Target &target)
+void FaultRules::delay(const Range &ms, const Target &target, int percent)
 {
-    if (ms == 0)
-        m_delays.clear();
-    else
-        m_delays.prepend({ target, ms });
+    m_delays.prepend({ target, ms, percent });
 }
 
 bool FaultRules::strikes(Fault fault, const QByteArray &address, const QByteArray &mnemonic)
 {
-    const auto rule = std::find_if(m_rules.begin(), m_rules.end(), [&](const Rule &candidate) {
-        return candidate.fault == fault && candidate.target.matches(address, mnemonic);
-    });
-    if (rule == m_rules.end())
-        return false;
-    if (rule->left != kEvery && --rule->left == 0)
-        m_rules.erase(rule);
-    return true;
+    for (auto rule = m_rules.begin(); rule != m_rules.end(); ++rule) {
+        if (rule->fault != fault || !rule->target.matches(address, mnemonic))
+            continue;
+        Share &left = rule->left;
+        const bool isSpared = left.skipped > 0;
+        left.skipped -= isSpared ? 1 : 0;
+        if (isSpared || !happens(left.percent))
+            continue;
+        if (left.count != kEvery && --left.count == 0)
+            m_rules.erase(rule);
+        return true;
+    }
+    return false;
 }
 
-int FaultRules::delayMs(const QByteArray &address, const QByteArray &mnemonic) const
+int FaultRules::delayMs(const QByteArray &address, const QByteArray &mnemonic)
 {
-    const auto delay = std::find_if(m_delays.cbegin(), m_delays.cend(), [&](const Delay &candidate) {
-        return candidate.target.matches(address, mnemonic);
-    });
-    return delay == m_delays.cend() ? 0 : delay->ms;
+    for (const Delay &delay : std::as_const(m_delays)) {
+        if (delay.target.matches(address, mnemonic) && happens(delay.percent))
+            return m_random.bounded(delay.ms.least, delay.ms.most + 1);
+    }
+    return 0;
 }
+
+/// Certainty draws nothing, so that it does not move what chance does elsewhere.
+bool FaultRules::happens(int percent) { return percent >= kAll || m_random.bounded(kAll) < percent; }
 
 QByteArray FaultRules::onTheWire(QByteArray frame)
 {

@@ -51,6 +51,16 @@ QByteArray Unit::reply(QByteArrayView mnemonic)
     return m_address + ':' + mnemonic.toByteArray() + ':' + query(mnemonic).value_or(QByteArray());
 }
 
+QByteArrayList Unit::values()
+{
+    QByteArrayList texts;
+    for (const SettingRow &row : m_rows) {
+        if (query(row.name()))
+            texts.append(reply(row.name()));
+    }
+    return texts;
+}
+
 void Unit::reportSideEffects()
 {
     for (const QByteArray &mnemonic : std::exchange(m_sideEffects, {}))

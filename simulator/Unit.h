@@ -37,6 +37,8 @@ public:
     [[nodiscard]] virtual std::optional<QByteArray> lookUp(QByteArrayView mnemonic, const QByteArray &argument) const;
     /// The reply text "address:mnemonic:value".
     [[nodiscard]] virtual QByteArray reply(QByteArrayView mnemonic);
+    /// The current answer to every query, as reply texts.
+    [[nodiscard]] virtual QByteArrayList values();
     /// Sends the present value unprompted.
     void report(QByteArrayView mnemonic) { Q_EMIT reported(reply(mnemonic)); }
     /// Sends what has changed along with other settings since the last call. A set never does so itself: its answer

@@ -1,7 +1,9 @@
 #include "support/SimHarness.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFileInfo>
+#include <QSet>
 #include <QTest>
 
 #include <algorithm>
@@ -41,6 +43,10 @@ private Q_SLOTS:
     void startUp();
     void conversations_data();
     void conversations();
+    void chance();
+    void overtakes();
+    void tellsEveryValue_data();
+    void tellsEveryValue();
     void presets();
     void fullDisk();
     void speaksUnasked();
@@ -62,13 +68,13 @@ void SimulatorTest::startUp_data()
     row("k412w", "K412W", "R1 R2 C1 D1 D2");
     row("qldx", "QLDX203", "R1 R2 C1 D1 D2");
     row("one-receiver", "VM5270", "R1");
+    row("gaps", "QLN424", "R2 D2");
     row("empty", "", "");
 }
 
 void SimulatorTest::startUp()
 {
     QFETCH(QByteArray, model);
-    row("gaps", "QLN424", "R2 D2");
     QFETCH(QByteArray, channels);
     SimHarness sim({ u"--family"_s, QString::fromLatin1(QTest::currentDataTag()) });
     QCOMPARE(sim.talk("U0:VER > :ZIRVO-.*; U0:SYSID:ZX-17 > ACK"), ""_ba);
@@ -118,12 +124,19 @@ void SimulatorTest::conversations_data()
                   "R2:AFC:1 > ACK; $refuse 1 > ok.*; R2:FREQ > NAK; R2:FREQ > :2275.5");
     row("silent", "$silent R1:FREQ 2 > ok.*; R1:FREQ:2260.5 > ; R1:FREQ > ; R1:FREQ > :2250.5; $silent R2 > ok.*;"
                   "R2:FREQ > ; R2:AFC:1 > ; R1:AFC:1 > ACK; $silent off > ok off; R2:AFC:1 > ACK");
+    row("lose", "$lose R1:FREQ 2 > ok.*; R1:FREQ:2260.5 > ; R1:FREQ > ; R1:FREQ > :2260.5; $lose R2 #3 > ok.*;"
+                "R2:AFC:0 > ACK; R1:AFC:2 > ACK; R2:AFC > :0; R2:AFC:2 > ; R2:AFC > :2; $refuse R1:AFC > ok.*;"
+                "$lose 100% > ok.*; $lose off > ok off; R1:AFC:0 > NAK");
+    row("values", "R1:FREQ:2260.5 > ACK; R2:NAME:Far  East > ACK; $values R1 > ok R1:NAME:.*\tR1:FREQ:2260.5\t.*;"
+                  "$values R2 > ok R2:NAME:Far  East\t.*; $values X1 > error: .*");
     // The answer may come behind that to the later query, too.
     row("delay", "$delay 1000 U0:NAME > ok; U0:NAME > ; U0:TMRF >> ( ?U0:(NAME:Range Station 7|TMRF:1)){2};"
                  "$delay 0 > ok; U0:NAME > :Range Station 7");
     row("send", "$send U0:UPDT:0 > ok; U0:TMRF > U0:UPDT:0 U0:TMRF:1; $raw 41 02 5231 0d > ok; U0:TMRF > R1 U0:TMRF:1;"
                 "$set R2 NAME Far  East > ok; R2:NAME > R2:NAME:Far  East R2:NAME:Far  East");
-    row("bad orders", "$refuse R1 none > error: .*; $silent 0 > error: .*; $delay x > error: .*; $raw 0x > error: .*;"
+    row("bad orders", "$refuse R1 none > error: .*; $silent 0 > error: .*; $delay x > error: .*;"
+                      "$lose 0% > error: .*; $lose 101% > error: .*; $lose R1 #0 > error: .*; $delay 9-5 > error: .*;"
+                      "$delay 5 R1 3 > error: .*; $raw 0x > error: .*;"
                       "$set R1 FREQ 9 > error: .*; $set R1 SSLV 0 > error: .*; $nonsense > error: .*");
 }
 
@@ -132,6 +145,66 @@ void SimulatorTest::conversations()
     QFETCH(QByteArray, steps);
     SimHarness sim;
     QCOMPARE(sim.talk(steps), ""_ba);
+}
+
+void SimulatorTest::chance()
+{
+    const auto refusals = [](const QString &seed) {
+        SimHarness sim({ u"--seed"_s, seed });
+        sim.order("refuse R1:FREQ 30%");
+        QByteArray verdicts;
+        while (verdicts.size() < 100)
+            verdicts += sim.ask("R1:FREQ") == "NAK" ? 'x' : '.';
+        return verdicts;
+    };
+    const QByteArray first = refusals(u"7"_s);
+    QVERIFY2(first.count('x') > 15 && first.count('x') < 45, first);
+    QCOMPARE(refusals(u"7"_s), first);
+    QVERIFY(refusals(u"8"_s) != first);
+}
+
+/// Each late answer leaves in its own time, and tells what was in force when it was asked for.
+void SimulatorTest::overtakes()
+{
+    SimHarness sim;
+    QCOMPARE(sim.talk("$delay 900 R1:FREQ > ok; $delay 200-400 R1:AFC > ok"), ""_ba);
+    QElapsedTimer clock;
+    clock.start();
+    sim.write("R1:FREQ");
+    sim.write("R1:FREQ:2260.5");
+    sim.write("R1:AFC");
+    sim.write("R2:AFC");
+    QCOMPARE(sim.nextFrame(), "R2:AFC:1"_ba);
+    QCOMPARE(sim.nextFrame(), "R1:AFC:1"_ba);
+    QVERIFY2(clock.elapsed() >= 180, "too early by more than the step in which it is asked for");
+    QCOMPARE(sim.nextFrame(), "R1:FREQ:2250.5"_ba);
+    QCOMPARE(sim.nextFrame(), "ACK"_ba);
+}
+
+void SimulatorTest::tellsEveryValue_data()
+{
+    QTest::addColumn<QByteArray>("addresses"); // as the values tell them
+    QTest::newRow("demod-k3050") << "C1 D1 D2 D3 R1 R2 S1 SP1 SP2 SP3 T1 TM1-0 TM1-1 TM1-2 TM1-3 U0"_ba;
+    QTest::newRow("gaps") << "D2 R2 TM2-0 TM2-1 TM2-2 TM2-3 U0"_ba;
+}
+
+void SimulatorTest::tellsEveryValue()
+{
+    QFETCH(QByteArray, addresses);
+    SimHarness sim({ u"--family"_s, QString::fromLatin1(QTest::currentDataTag()) });
+    QSet<QByteArray> told;
+    for (const QByteArray &text : sim.order("values").sliced(3).split('\t')) {
+        const QByteArray address = text.left(text.indexOf(':'));
+        told.insert(address);
+        if (address.startsWith('S') || text.startsWith("U0:VERTSKB:"))
+            continue; // asked on a link of its own; asked by ask() itself
+        const bool isRegister = text.contains(":RDRG:");
+        const QByteArray key = text.left(text.indexOf(':', address.size() + 1) + (isRegister ? 3 : 0));
+        QVERIFY2(sim.ask(key).startsWith(key), text); // readings move on meanwhile
+    }
+    QByteArrayList sorted = told.values();
+    std::sort(sorted.begin(), sorted.end());
+    QCOMPARE(sorted.join(' '), addresses);
 }
 
 void SimulatorTest::presets()
