@@ -1,9 +1,9 @@
+#include "support/ClientView.h"
 #include "support/HealthWatch.h"
-#include "support/Program.h"
+#include "support/SimulatedChassis.h"
 
 #include <QCoreApplication>
 #include <QRandomGenerator>
-#include <QTemporaryDir>
 #include <QTextStream>
 
 using namespace Qt::StringLiterals;
@@ -13,6 +13,7 @@ namespace {
 constexpr int kSettledMinute = 10; // growth is counted from here
 constexpr int kActionMs = 100;
 constexpr int kFlowMs = 60'000; // a chassis that was off is noticed, and all its settings are read again
+constexpr int kAgreeMs = 10'000;
 constexpr int kLookSeconds = 2;
 
 // What a client is told while it looks on, and the least of it. The line to it carries a second's eye blocks in about
@@ -31,17 +32,10 @@ constexpr Told kTold[] = {
 class Soak
 {
 public:
-    explicit Soak(quint32 seed)
-        : m_random(seed)
-        , m_chassis(program(u"zirvo-chassis-sim"_s),
-                    { u"--device-dir"_s, m_folder.path(), u"--boot-seconds"_s, u"0"_s, u"--report-hz"_s, u"50"_s })
-        , m_watch(m_panel, m_folder.filePath(u"log"_s))
+    explicit Soak(quint32 seed) : m_random(seed), m_watch(m_panel, m_chassis.path(u"log"_s))
     {
-        (void)m_chassis.nextLine();
-        qputenv("ZIRVO_DEVICE_DIR", m_folder.path().toLocal8Bit());
-        qputenv("ZIRVO_STARTUP_SECONDS", "0");
         qputenv("QT_LOGGING_RULES", "zirvo.health=true");
-        m_panel.setStandardErrorFile(m_folder.filePath(u"log"_s));
+        m_panel.setStandardErrorFile(m_chassis.path(u"log"_s));
         m_panel.start(program(u"zirvo-frontpanel"_s), { u"RACK-7"_s });
     }
     ~Soak()
@@ -63,6 +57,12 @@ public:
     {
         return waitUntil([this] { return client({ u"get"_s, u"R1:FREQ"_s, u"SP1:SPAN"_s }).exitCode == 0; }, 30'000);
     }
+
+    /// Notes what a client knows before anything has happened.
+    void takeView() { m_view = ClientView::read(m_chassis); }
+
+    /// What a client is told that is not what the chassis holds, now that all is right; it tries for a while.
+    [[nodiscard]] QString untrue() { return ClientView::differencesAfter(kAgreeMs, m_chassis, m_view).join(u", "_s); }
 
     /// A minute of anything; less if something goes wrong. Returns the number of actions.
     int actForAMinute()
@@ -97,12 +97,6 @@ public:
     }
 
 private:
-    struct Outcome
-    {
-        int exitCode = -1;
-        QByteArray output;
-    };
-
     static QString program(const QString &name) { return QStringLiteral(ZIRVO_BIN_DIR "/") + name; }
     static void pause(int ms)
     {
@@ -125,11 +119,11 @@ private:
         else if (choice < 930)
             operate({ u"key"_s, u"ctrl+a"_s, u"type"_s, u"2%1.5"_s.arg(number(200, 300)) });
         else if (choice < 950)
-            client({ u"dump"_s, m_folder.filePath(u"dump"_s) });
+            (void)client({ u"dump"_s, m_chassis.path(u"dump"_s) });
         else if (choice < 960)
             turnSpectraOn();
         else if (choice < 975)
-            client({ u"watch"_s, u"--for"_s, u"2"_s });
+            (void)client({ u"watch"_s, u"--for"_s, u"2"_s });
         else
             trouble();
     }
@@ -159,7 +153,7 @@ private:
     void turnSpectraOn()
     {
         for (const QString &channel : { u"SP1"_s, u"SP2"_s, u"SP3"_s })
-            client({ u"set"_s, u"--no-confirm"_s, channel + u":DATA"_s, u"1"_s });
+            (void)client({ u"set"_s, u"--no-confirm"_s, channel + u":DATA"_s, u"1"_s });
     }
 
     QString look()
@@ -179,28 +173,20 @@ private:
     /// says.
     void order(const QByteArray &line)
     {
-        m_chassis.write(line + '\n');
-        const QByteArray answer = m_chassis.nextLine();
+        const QByteArray answer = m_chassis.order(line);
         const bool isDone = answer.startsWith("ok") || answer == "error: the chassis is busy"; // with a preset
         if (!isDone && m_fault.isEmpty())
             m_fault = u"the simulator does not \"%1\": %2"_s.arg(QLatin1StringView(line), QLatin1StringView(answer));
     }
     void operate(const QStringList &arguments) { (void)m_screen.operate(arguments); }
-    Outcome client(const QStringList &arguments)
-    {
-        QProcess process;
-        process.start(program(u"zirvo-remote"_s), QStringList{ u"--quiet"_s } + arguments);
-        process.waitForFinished();
-        return { process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
-                 process.readAllStandardOutput() };
-    }
+    SimulatedChassis::Outcome client(const QStringList &arguments) const { return m_chassis.client(arguments); }
 
     QRandomGenerator m_random;
-    QTemporaryDir m_folder;
     Screen m_screen;
-    Program m_chassis;
+    SimulatedChassis m_chassis{ { u"--report-hz"_s, u"50"_s }, SimulatedChassis::Record::None };
     QProcess m_panel;
     HealthWatch m_watch;
+    ClientView m_view;
     QString m_fault;
 };
 
@@ -209,6 +195,7 @@ QString run(Soak &soak, int minutes, QTextStream &out)
 {
     if (!soak.answers())
         return u"the front panel does not start"_s;
+    soak.takeView();
     out << "minute   rss KiB  descriptors  cpu %  program's own counts" << Qt::endl;
     HealthWatch::Counts settled;
     qint64 cpuBefore = 0;
@@ -238,6 +225,8 @@ QString run(Soak &soak, int minutes, QTextStream &out)
     fault = soak.fault();
     if (fault.isEmpty() && !soak.answers())
         fault = u"the front panel does not answer"_s;
+    if (fault.isEmpty())
+        fault = soak.untrue();
     if (fault.isEmpty())
         fault = HealthWatch::faultAtRest(end);
     return fault.isEmpty() && minutes > kSettledMinute ? HealthWatch::growth(settled, end) : fault;

@@ -1,7 +1,6 @@
 #include "support/LinkBench.h"
-#include "support/Program.h"
+#include "support/SimulatedChassis.h"
 
-#include <QFile>
 #include <QTest>
 
 #include <csignal>
@@ -11,42 +10,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const QString kFrontPanel = QStringLiteral(ZIRVO_BIN_DIR "/zirvo-frontpanel");
-
-/// The simulated chassis, and the environment that leads the program to it.
-struct Chassis
-{
-    Chassis()
-    {
-        if (!program.nextLine().startsWith("ready"))
-            qFatal("the simulated chassis does not start");
-        qputenv("ZIRVO_DEVICE_DIR", folder.path().toLocal8Bit());
-        qputenv("ZIRVO_STARTUP_SECONDS", "0");
-    }
-    /// One line on its console, and the line that answers it.
-    QByteArray order(const QByteArray &command)
-    {
-        program.write(command + '\n');
-        return program.nextLine();
-    }
-
-    QTemporaryDir folder;
-    const QString record = folder.filePath(u"trace"_s);
-    Program program{ QStringLiteral(ZIRVO_BIN_DIR "/zirvo-chassis-sim"),
-                     { u"--device-dir"_s, folder.path(), u"--boot-seconds"_s, u"0"_s, u"--trace"_s, record } };
-};
-
-/// Requests in the simulator's record of the command link so far, oldest first.
-QByteArrayList requests(const QString &record)
-{
-    QFile file(record);
-    QByteArrayList requests;
-    for (const QByteArray &line : file.open(QIODevice::ReadOnly) ? file.readAll().split('\n') : requests) {
-        static const QByteArray mark = " < command ";
-        if (line.contains(mark))
-            requests += line.mid(line.indexOf(mark) + mark.size());
-    }
-    return requests;
-}
 
 } // namespace
 
@@ -183,17 +146,17 @@ void ProgramTest::endsWithChassis()
     QFETCH(QByteArray, orders);
     QFETCH(QByteArray, moment);
     QFETCH(bool, isHeard);
-    Chassis chassis;
+    SimulatedChassis chassis;
     if (!orders.startsWith('|'))
         QVERIFY(chassis.order(orders.split('|')[0]).startsWith("ok"));
     Program program(kFrontPanel, { u"RACK-7"_s });
-    QVERIFY(waitUntil([&] { return requests(chassis.record).contains(moment); }, kStartMs));
+    QVERIFY(waitUntil([&] { return chassis.requests().contains(moment); }, kStartMs));
     if (!orders.endsWith('|'))
         QVERIFY(chassis.order(orders.split('|')[1]).startsWith("ok"));
     QVERIFY(program.signal(SIGTERM));
     QVERIFY2(program.ends(0), qPrintable(u"exit code %1"_s.arg(program.exitCode())));
     const auto isLast = [&] {
-        const QByteArrayList all = requests(chassis.record);
+        const QByteArrayList all = chassis.requests();
         return all.count("U0:TRON:OFF") == 2 && all.constLast() == "U0:TRON:OFF";
     };
     QCOMPARE(waitUntil(isLast, isHeard ? 5000 : 100), isHeard);
@@ -201,11 +164,10 @@ void ProgramTest::endsWithChassis()
 
 void ProgramTest::fromKeyToChassis()
 {
-    Chassis chassis;
-    const QString &record = chassis.record;
+    SimulatedChassis chassis;
     Screen screen;
     Program program(kFrontPanel, { u"RACK-7"_s });
-    QVERIFY(waitUntil([&] { return requests(record).contains("U0:TRON:ON"); }, kStartMs));
+    QVERIFY(waitUntil([&] { return chassis.requests().contains("U0:TRON:ON"); }, kStartMs));
     QVERIFY(screen.focus(u"SystemID: RACK-7"_s));
 
     const auto order = [&](const QByteArray &command) { return chassis.order(command); };
@@ -213,7 +175,7 @@ void ProgramTest::fromKeyToChassis()
     // goes back to the neutral place 3 s after the last key, so a try that came too late is made again from there.
     const auto tune = [&](const QString &frequency, const QByteArray &inForce) {
         const QByteArray request = "R1:FREQ:" + frequency.toLatin1();
-        const auto arrived = [&] { return requests(record).count(request) == 1; };
+        const auto arrived = [&] { return chassis.requests().count(request) == 1; };
         for (int attempt = 0; attempt < 4 && !arrived(); ++attempt) {
             const QStringList way = attempt > 0 ? QStringList{ u"key"_s, u"Tab"_s } : QStringList();
             if (!screen.operate(way + QStringList{ u"key"_s, u"ctrl+a"_s, u"type"_s, u"--args"_s, u"1"_s, frequency,
@@ -228,27 +190,26 @@ void ProgramTest::fromKeyToChassis()
     QVERIFY(order("refuse R1:FREQ 1").startsWith("ok"));
     QVERIFY(tune(u"2262.5"_s, "2261.5"));
     QVERIFY(tune(u"2263.5"_s, "2263.5"));
-    QCOMPARE(requests(record).count("R1:FREQ:2261.5"), 1); // what snapped back was shown, not sent
+    QCOMPARE(chassis.requests().count("R1:FREQ:2261.5"), 1); // what snapped back was shown, not sent
     QVERIFY(order("power-cycle 0").startsWith("ok"));
     QVERIFY(tune(u"2264.5"_s, "2264.5"));
 
     QVERIFY(program.signal(SIGTERM));
     QVERIFY(program.ends(0));
-    QVERIFY(waitUntil([&] { return requests(record).constLast() == "U0:TRON:OFF"; }));
+    QVERIFY(waitUntil([&] { return chassis.requests().constLast() == "U0:TRON:OFF"; }));
 }
 
 /// The remote client's program saves a chassis through the head, and puts back what was changed meanwhile.
 void ProgramTest::chassisBroughtBack()
 {
-    Chassis chassis;
+    SimulatedChassis chassis;
     Program head(kFrontPanel, { u"RACK-7"_s });
     // Exit code and output of one run
-    const auto client = [](const QStringList &arguments) {
-        Program program(QStringLiteral(ZIRVO_BIN_DIR "/zirvo-remote"), QStringList{ u"--quiet"_s } + arguments);
-        (void)waitUntil([&program] { return program.state() == QProcess::NotRunning; }, kStartMs);
-        return QByteArray::number(program.exitCode()) + ' ' + program.readAllStandardOutput();
+    const auto client = [&chassis](const QStringList &arguments) {
+        const auto outcome = chassis.client(arguments);
+        return QByteArray::number(outcome.exitCode) + ' ' + outcome.output;
     };
-    const QString file = chassis.folder.filePath(u"rack.json"_s);
+    const QString file = chassis.path(u"rack.json"_s);
     QVERIFY(waitUntil([&] { return client({ u"get"_s, u"SP1:SPAN"_s }) == "0 SP1:SPAN 10\n"; }, kStartMs));
     QCOMPARE(client({ u"dump"_s, file }), "0 ");
     for (const QByteArray change : { "R1 FREQ 2299.5", "R2 IFBW 2", "C1 CMOD 1", "D1 DMOD 4", "D1 RATEA 1000000",
