@@ -14,34 +14,54 @@ PresetMenu::PresetMenu(FocusReturn &focusReturn, QWidget *window)
     m_patience.setSingleShot(true);
     m_patience.setInterval(kLongestWaitMs);
     // Or a choice that a silent link never answered would meet the list of a much later one.
-    QObject::connect(&m_patience, &QTimer::timeout, &m_patience, [this] { forgetChoice(); });
+    QObject::connect(&m_patience, &QTimer::timeout, &m_patience, [this] { forgetChoices(); });
 }
 
-void PresetMenu::choose(bool &pending)
+void PresetMenu::setLink(SerialPortController *link)
+{
+    m_link = link;
+    // Queued like the lists, so that outcomes come in the order of the requests.
+    QObject::connect(
+        link, &SerialPortController::RequestFailed, &m_patience,
+        [this](const QString &, const QString &mnemonic) {
+            if (mnemonic == UniversalChan::Commands::PLIST)
+                endRequest();
+        },
+        Qt::QueuedConnection);
+}
+
+void PresetMenu::choose(Choice choice)
 {
     if (!m_link)
         return;
-    pending = true;
+    m_asked.append(choice);
     m_patience.start();
     m_link->AddCmdToTxmtCmdQueue(new StandardCommand(nullptr, UniversalChan::Address, UniversalChan::Commands::PLIST,
                                                      {}, StandardCommand::Queued, StandardCommand::Query,
                                                      StandardCommand::kTimeOutMs));
 }
 
-void PresetMenu::forgetChoice()
+void PresetMenu::forgetChoices()
 {
-    m_loadPending = false;
-    m_savePending = false;
+    m_asked.fill(Choice::Nothing);
     m_patience.stop();
+}
+
+/// The oldest request has its outcome, and the choice that made it is over.
+void PresetMenu::endRequest()
+{
+    if (!m_asked.isEmpty())
+        m_asked.removeFirst();
 }
 
 void PresetMenu::takeList(const QString &list)
 {
     m_presetNames = list.split(u' ');
     m_presetNames.removeLast(); // every name is followed by a blank, so the last part is not one
-    const bool load = m_loadPending;
-    const bool save = m_savePending;
-    forgetChoice();
+    const bool load = LoadPresetPending();
+    const bool save = SavePresetPending();
+    forgetChoices();
+    endRequest();
     if (m_dialogOpen)
         return;
     if (load)

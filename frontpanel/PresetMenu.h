@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QList>
 #include <QStringList>
 #include <QTimer>
 
@@ -18,22 +19,30 @@ public:
     PresetMenu(FocusReturn &focusReturn, QWidget *window);
 
     /// The command link, once all settings are known; until then a choice does nothing. Not owned.
-    void setLink(SerialPortController *link) { m_link = link; }
+    void setLink(SerialPortController *link);
 
-    void load() { choose(m_loadPending); }
-    void save() { choose(m_savePending); }
+    void load() { choose(Choice::Load); }
+    void save() { choose(Choice::Save); }
 
     /// Takes the chassis' list, each name followed by a blank. Returns when the dialog it may open has closed; one
     /// that comes meanwhile opens no second dialog.
     void takeList(const QString &list);
 
     [[nodiscard]] const QStringList &PresetNames() const { return m_presetNames; }
-    [[nodiscard]] bool LoadPresetPending() const { return m_loadPending; }
-    [[nodiscard]] bool SavePresetPending() const { return m_savePending; }
+    [[nodiscard]] bool LoadPresetPending() const { return m_asked.contains(Choice::Load); }
+    [[nodiscard]] bool SavePresetPending() const { return m_asked.contains(Choice::Save); }
 
 private:
-    void choose(bool &pending);
-    void forgetChoice();
+    /// What the operator wants of a list that is asked for.
+    enum class Choice {
+        Nothing, ///< any more
+        Load,
+        Save,
+    };
+
+    void choose(Choice choice);
+    void forgetChoices();
+    void endRequest();
     template <typename Dialog>
     void run();
 
@@ -41,8 +50,7 @@ private:
     QWidget *m_window;
     SerialPortController *m_link = nullptr;
     QStringList m_presetNames; ///< of the last list
-    bool m_loadPending = false;
-    bool m_savePending = false;
+    QList<Choice> m_asked;     ///< one for each request without an outcome, the oldest first
     bool m_dialogOpen = false;
     QTimer m_patience;
 };

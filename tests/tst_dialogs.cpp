@@ -136,16 +136,26 @@ private Q_SLOTS:
         QVERIFY(!window().LoadPresetPending() && !window().SavePresetPending());
         QVERIFY(m_bench->goLive() && !chassis().frames().contains("U0:PLIST"));
         m_bench->report({ "U0:PLIST:unasked " });
-        chassis().ignore("U0:PLIST");
-        const auto unanswered = [&] { choose(entries[0] + u"Preset"_s); };
-        QCOMPARE(m_bench->sentBy(unanswered), QByteArrayList{ "U0:PLIST" });
-        QTimer *const patience = m_bench->runningTimer(10'000);
-        QVERIFY(patience);
-        patience->start(1);
-        QVERIFY(waitUntil([this] { return !window().LoadPresetPending() && !window().SavePresetPending(); }));
-        m_bench->report({ "U0:PLIST:late " });
-        QCOMPARE(state(), "closed");
-        patience->setInterval(10'000);
+        const auto isNothingPending = [this] { return !window().LoadPresetPending() && !window().SavePresetPending(); };
+        const QString other = entries.last() == "Load"_L1 ? u"SavePreset"_s : u"LoadPreset"_s;
+        for (const bool isRefused : { true, false }) { // the choice ends with its request, or would come up below
+            isRefused ? chassis().refuse("U0:PLIST") : chassis().ignore("U0:PLIST");
+            QCOMPARE(m_bench->sentBy([&] { choose(other); }), QByteArrayList{ "U0:PLIST" });
+            QVERIFY(isNothingPending());
+        }
+        const auto waits = [&] { // longer than the operator does
+            choose(other);
+            QVERIFY(chassis().waitForFrame("U0:PLIST"));
+            QTimer *const patience = m_bench->runningTimer(10'000);
+            QVERIFY(patience);
+            patience->start(1);
+            QVERIFY(waitUntil(isNothingPending, 500));
+            patience->setInterval(10'000);
+            chassis().sendFrame("U0:PLIST:late ");
+        };
+        chassis().clear();
+        (void)m_bench->sentBy(waits);
+        QVERIFY(state() == "closed" && window().PresetNames() == QStringList{ u"late"_s });
 
         m_bench->typeHalfAnEntry();
         chassis().clear();
