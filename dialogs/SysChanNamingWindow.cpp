@@ -5,10 +5,14 @@
 #include "channels/RcvrChan.h"
 #include "channels/UniversalChan.h"
 #include "dialogs/NameValidator.h"
+#include "dialogs/RefusalBox.h"
 #include "link/SerialPortController.h"
 #include "ui_SysChanNamingWindow.h"
 
+#include <algorithm>
 #include <utility>
+
+using namespace Qt::StringLiterals;
 
 SysChanNamingWindow::SysChanNamingWindow(QWidget *parent, SerialPortController *controller, bool *open)
     : QDialog(parent)
@@ -48,19 +52,46 @@ void SysChanNamingWindow::showNames()
         if (row.channel)
             row.line->setText(row.channel->getNAME());
         row.line->setValidator(validator);
+        if (row.channel)
+            connect(row.channel, &Channel::SettingChanged, this, &SysChanNamingWindow::endSaving, Qt::QueuedConnection);
     }
 }
 
 void SysChanNamingWindow::btnSAVE_clicked()
 {
-    if (!isVisible()) // a second click, queued behind the first
+    if (!isVisible() || m_isSaving) // a second click, queued behind the first
         return;
     for (const Row &row : std::as_const(m_rows)) {
-        // A set without data would read as a query.
-        if (row.channel && !row.line->text().isEmpty())
+        if (row.isNamed())
             row.channel->setNAME(row.line->text());
     }
-    close();
+    m_isSaving = true;
+    endSaving();
+}
+
+void SysChanNamingWindow::endSaving()
+{
+    const auto isPending = [](const Row &row) {
+        return row.channel && row.channel->isSetPending(Channel::Commands::NAME);
+    };
+    if (!m_isSaving || std::ranges::any_of(m_rows, isPending))
+        return;
+    m_isSaving = false;
+    QStringList refused;
+    for (const Row &row : std::as_const(m_rows)) {
+        if (row.isNamed() && row.channel->getNAME() != row.line->text())
+            refused += row.label->text();
+    }
+    if (refused.isEmpty())
+        close();
+    else
+        RefusalBox::open(QMessageBox::Warning, windowTitle(), u"The chassis did not take:\n"_s + refused.join(u'\n'),
+                         this);
+}
+
+bool SysChanNamingWindow::Row::isNamed() const
+{
+    return channel && !line->text().isEmpty(); // a set without data would read as a query
 }
 
 void SysChanNamingWindow::btnCancel_clicked() { close(); }

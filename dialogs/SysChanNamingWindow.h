@@ -28,7 +28,8 @@ public:
     ~SysChanNamingWindow() override;
 
 public Q_SLOTS:
-    /// Asks for every name that differs from the one in force, and closes. An emptied field changes nothing.
+    /// Asks for every name that differs from the one in force, and closes when the chassis has taken them all; else a
+    /// box tells which names it has not taken, and what was typed stays. An emptied field changes nothing.
     void btnSAVE_clicked();
     void btnCancel_clicked();
 
@@ -38,9 +39,13 @@ private:
         QLabel *label;
         QLineEdit *line;
         Channel *channel; ///< null if the chassis has none
+
+        /// Whether there is a channel, and a name for it.
+        [[nodiscard]] bool isNamed() const;
     };
 
     void createRows();
+    void endSaving();
     void showNames();
     template <typename C>
     [[nodiscard]] Channel *channel(qsizetype index) const
@@ -52,4 +57,5 @@ private:
     ChannelDirectory m_directory;
     QList<Row> m_rows; ///< from top to bottom
     bool *m_open;
+    bool m_isSaving = false; ///< until every name has its answer
 };

@@ -318,6 +318,42 @@ private Q_SLOTS:
         QCOMPARE(before.join(u','), row[3]);
     }
 
+    void namesNotTaken_data()
+    {
+        QTest::addColumn<bool>("isPlugged");
+        QTest::addColumn<QString>("told");
+        QTest::newRow("one refused") << true << u"RCV.2 Name"_s;
+        QTest::newRow("cable out") << false << u"System Name\nRCV.2 Name"_s;
+    }
+
+    /// The window stays with what was typed, and can save it once more.
+    void namesNotTaken()
+    {
+        QFETCH(bool, isPlugged);
+        QFETCH(QString, told);
+        QVERIFY(m_bench->goLive());
+        const QPointer<SysChanNamingWindow> naming(open<SysChanNamingWindow>(u"SystemChannelNaming"_s));
+        QVERIFY(naming);
+        const auto line = [&](const QString &name) { return naming->findChild<QLineEdit *>(u"line"_s + name); };
+        line(u"SysName"_s)->setText(u"Range 5"_s);
+        line(u"Rcv2Name"_s)->setText(u"South"_s);
+        const auto save = [&] { QTest::mouseClick(naming->findChild<QPushButton *>(u"btnSAVE"_s), Qt::LeftButton); };
+        chassis().refuse("R2:NAME");
+        if (!isPlugged)
+            chassis().unplug();
+        save();
+        const QString text = u"The chassis did not take:\n"_s + told;
+        QVERIFY(waitUntil([&] { return WindowBench::box(text); }));
+        QVERIFY(naming && naming->isVisible() && WindowBench::boxCount() == 1);
+        QTest::keyClick(WindowBench::box(text), Qt::Key_Return);
+        QCOMPARE(line(u"SysName"_s)->text() + u'|' + line(u"Rcv2Name"_s)->text(), u"Range 5|South"_s);
+        if (!isPlugged)
+            return;
+        chassis().behave("R2:NAME");
+        QCOMPARE(m_bench->sentBy(save), QByteArrayList{ "R2:NAME:South" });
+        QVERIFY(waitUntil([&] { return !naming; }));
+    }
+
     void end_data()
     {
         QTest::addColumn<QString>("entries");
