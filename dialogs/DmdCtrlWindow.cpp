@@ -33,7 +33,7 @@ const QStringList kAutomaticModes{ u"2"_s, u"3"_s, u"4"_s, u"5"_s, u"6"_s, u"7"_
 
 /// What an output configuration has no use for.
 const QHash<QString, QStringList> kLockedByOutput{
-    { u"0"_s, { Commands::BSDP, Commands::BSCP, Commands::BSCL } },
+    { u"0"_s, { Commands::BSDP, Commands::BSCP } },
     { u"1"_s, { Commands::VIDP, Commands::VCP1, Commands::VDE1 } },
 };
 /// What a mode has no use for.
@@ -332,6 +332,7 @@ void DmdCtrlWindow::ShowHideControls()
         setUsable(choice.label, choice.box, !locked.contains(choice.mnemonic));
     for (const Entry &entry : std::as_const(m_entries))
         setUsable(entry.label, entry.line, !locked.contains(entry.number->mnemonic));
+    ui->lblClkPoldmd->setEnabled(ui->lblClkPoldmd->buddy()->isEnabled()); // stands for one of two settings
     if (kAutomaticModes.contains(m_channel->getDMOD()) && isOn(m_channel->getASRG()))
         emptySweepRange();
 }

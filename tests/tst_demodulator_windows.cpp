@@ -239,7 +239,7 @@ void DemodulatorWindowsTest::halfTypedEntries()
 void DemodulatorWindowsTest::lockedControls_data()
 {
     QString rows =
-        u"VCFG:2|; VCFG:0|ClkPhase ClkPol DataPol; VCFG:1|AnalogPol Coupling DeEmphasis; DMOD:11 ALBW:1 ASRG:1 "
+        u"VCFG:2|; VCFG:0|ClkPol DataPol; VCFG:1|AnalogPol Coupling DeEmphasis; DMOD:11 ALBW:1 ASRG:1 "
         u"ASRT:1|; "
         "DMOD:0 ASRG:1|CarrierLoopBW Interleaving LoopBWDiv ModIndex%2; "
         "DMOD:0 ALBW:1|%1 Interleaving LoopBWDiv ModIndex%2; DMOD:1 TMID:0|%1 FMSweep Interleaving%2; "
@@ -284,6 +284,8 @@ void DemodulatorWindowsTest::layouts()
     QCOMPARE(m_window->findChild<QLabel *>(u"lblMPUvaldmd"_s)->text(), u"v23"_s); // the register holds 0017
     open(3);
     QVERIFY(isFocusReturned());
+    QCOMPARE(sentOn("VCFG:0"), kNothing); // locks the clock polarity, which this layout has not
+    QVERIFY(box(u"ClkPhasedmd"_s)->isEnabled() && m_window->findChild<QLabel *>(u"lblClkPoldmd"_s)->isEnabled());
     QCOMPARE(controls(isHidden), u"ClkPol Coupling DeEmphasis LowPassFilter"_s);
     open(-1);
     QCOMPARE(sentOn("DSDM:-1"), kNothing);
