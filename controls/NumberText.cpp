@@ -35,10 +35,16 @@ QString NumberText::significant(double value)
     return QString::number(value + 0.0, 'g', 6); // turns -0 into 0
 }
 
+QString NumberText::fixed(double value, int decimals)
+{
+    constexpr double kAbsurd = 1e12;
+    return std::abs(value) < kAbsurd ? QString::number(value, 'f', decimals) : significant(value);
+}
+
 QString NumberText::trimmed(double value, int decimals)
 {
-    QString text = QString::number(value, 'f', decimals);
-    while (text.contains(u'.') && (text.endsWith(u'0') || text.endsWith(u'.')))
+    QString text = fixed(value, decimals);
+    while (text.contains(u'.') && !text.contains(u'e') && (text.endsWith(u'0') || text.endsWith(u'.')))
         text.chop(1);
     return text;
 }

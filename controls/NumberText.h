@@ -16,6 +16,9 @@ namespace NumberText {
 /// Up to six significant digits, without trailing zeros.
 [[nodiscard]] QString significant(double value);
 
+/// Fixed decimals; an absurdly large number has six significant digits instead.
+[[nodiscard]] QString fixed(double value, int decimals);
+
 /// Fixed decimals without trailing zeros: "10.5", "3".
 [[nodiscard]] QString trimmed(double value, int decimals);
 

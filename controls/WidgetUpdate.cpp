@@ -1,7 +1,9 @@
 #include "controls/WidgetUpdate.h"
 
+#include "controls/ChoiceBox.h"
 #include "controls/NumberText.h"
 #include "controls/OnOff.h"
+#include "controls/ValueText.h"
 
 #include <QComboBox>
 #include <QLabel>
@@ -59,12 +61,22 @@ void WidgetUpdate::index(QComboBox *box, const QString &data)
 
 void WidgetUpdate::onOff(QPushButton *button, const QString &data)
 {
-    if (!isOn(data) && !isOff(data))
-        return;
-    const bool on = isOn(data);
-    button->setText(on ? u"ON"_s : u"OFF"_s);
-    description(button, button->text());
-    style(button, on ? u"color:#28c125"_s : u"color:#000000"_s);
+    constexpr qsizetype kLongestWord = 6; // a longer one would push the other controls aside
+    const bool isSwitched = isOn(data) || isOff(data);
+    button->setText(isOn(data)    ? u"ON"_s
+                    : isOff(data) ? u"OFF"_s
+                                  : ValueText::shown(data, kLongestWord).replace(u'&', "&&"_L1));
+    description(button, isSwitched ? button->text() : ValueText::shown(data));
+    if (isSwitched)
+        style(button, isOn(data) ? u"color:#28c125"_s : u"color:#000000"_s);
+    else if (!ValueText::isKnown(data))
+        style(button, {});
+}
+
+void WidgetUpdate::reading(QLabel *label, const QString &data, QLatin1StringView unit)
+{
+    if (!ValueText::isKnown(data) || NumberText::parse(data))
+        text(label, ValueText::withUnit(data, unit));
 }
 
 void WidgetUpdate::lamp(QLabel *lampLabel, QLabel *mark, bool good, const QString &word)
@@ -93,13 +105,15 @@ void WidgetUpdate::agcSlope(QProgressBar *bar, const QString &slope)
 {
     static constexpr std::array kFullScaleMillivolts{ 2500, 6000, 12000 };
     const auto index = NumberText::parseWhole(slope);
-    if (index && *index >= 0 && std::size_t(*index) < kFullScaleMillivolts.size())
+    if (!ValueText::isKnown(slope))
+        range(bar, bar->minimum(), kFullScaleMillivolts.back());
+    else if (index && *index >= 0 && std::size_t(*index) < kFullScaleMillivolts.size())
         range(bar, bar->minimum(), kFullScaleMillivolts[std::size_t(*index)]);
 }
 
-void WidgetUpdate::agcSlope(QComboBox *box, QProgressBar *bar, const QString &slope)
+void WidgetUpdate::agcSlope(ChoiceBox *box, QProgressBar *bar, const QString &slope)
 {
-    index(box, slope);
+    box->showPosition(slope);
     agcSlope(bar, slope);
 }
 

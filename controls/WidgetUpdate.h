@@ -2,6 +2,7 @@
 
 #include <QString>
 
+class ChoiceBox;
 class QComboBox;
 class QLabel;
 class QProgressBar;
@@ -22,8 +23,11 @@ void clampedValue(QProgressBar *bar, int value);
 void range(QProgressBar *bar, int minimum, int maximum);
 /// Selects the item at the position that @p data holds; any other text leaves the box as it is.
 void index(QComboBox *box, const QString &data);
-/// Shows an on/off setting: "1" on, "0" off; any other text leaves the button as it is.
+/// Shows an on/off setting: "1" on, "0" off; any other text stands on the button itself, "--" for an
+/// unknown one, and the style of a known one stays.
 void onOff(QPushButton *button, const QString &data);
+/// Shows a reading with its unit, "--" for one that never came; a text that is no number leaves the label as it is.
+void reading(QLabel *label, const QString &data, QLatin1StringView unit);
 /// Shows a state on a lamp, three ways: by colour, by the word in the mark beside it, and to a screen reader.
 void lamp(QLabel *lamp, QLabel *mark, bool good, const QString &word);
 /// Sets the title as it is; Qt would take "[*]" in it for a mark of its own.
@@ -32,10 +36,11 @@ void windowTitle(QWidget *window, const QString &title);
 [[nodiscard]] QString plainTitle(const QWidget *window);
 /// Shows a lock on a lamp: "1" locked, "0" lost; any other text leaves the lamp as it is.
 void lockLamp(QLabel *lamp, QLabel *mark, const QString &data);
-/// Scales an AGC bar to the slope of its output: "0" 50 dB/V, "1" 20 dB/V, "2" 10 dB/V.
+/// Scales an AGC bar to the slope of its output: "0" 50 dB/V, "1" 20 dB/V, "2" and one that is not known 10 dB/V. Any
+/// other text leaves the bar as it is.
 void agcSlope(QProgressBar *bar, const QString &slope);
 /// Shows the slope of an AGC output and scales its bar.
-void agcSlope(QComboBox *box, QProgressBar *bar, const QString &slope);
+void agcSlope(ChoiceBox *box, QProgressBar *bar, const QString &slope);
 /// Shows an AGC level.
 /// @param level    millivolts as wire text; any other text leaves the bar as it is
 /// @param polarity "1" for an output that falls with the signal

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "channels/Channel.h"
+#include "controls/ChoiceBox.h"
 #include "controls/ControlGuard.h"
 #include "controls/FocusReturn.h"
 #include "controls/OnOff.h"
@@ -7,7 +9,6 @@
 
 #include <QWidget>
 
-class Channel;
 class QGroupBox;
 class QPushButton;
 class StaleMark;
@@ -70,6 +71,17 @@ protected:
             return;
         focusReturn().start();
         action();
+    }
+
+    /// Has @p show select what is in force whenever the items of @p box have been exchanged, unless the operator has
+    /// asked for another one.
+    template <typename Show>
+    void onRefilled(const ChoiceBox *box, QLatin1StringView mnemonic, Show show)
+    {
+        connect(box, &ChoiceBox::refilled, this, [this, mnemonic, show] {
+            if (!m_channel->isSetPending(mnemonic))
+                show();
+        });
     }
 
     /// Sends the position that the operator chose in a combo box.

@@ -2,6 +2,7 @@
 
 #include "channels/CmbrChan.h"
 #include "controls/OnOff.h"
+#include "controls/ValueText.h"
 #include "controls/WheelGuard.h"
 #include "controls/WidgetUpdate.h"
 #include "ui_CombinerPanel.h"
@@ -68,19 +69,19 @@ void CombinerPanel::showParts(const CardFamilies &families)
 
 void CombinerPanel::fill()
 {
-    if (!ui->cboIFBW->isHidden())
-        ui->cboIFBW->addItems(m_channel->ifBandwidths());
-    WidgetUpdate::index(ui->cboVideoMode, m_channel->getCVMD());
-    WidgetUpdate::index(ui->cboOutputMode, m_channel->getCMOD());
-    WidgetUpdate::index(ui->cboIFBW, m_channel->getIFBW());
+    ui->cboIFBW->refill(m_channel->ifBandwidths());
+    ui->cboVideoMode->showPosition(m_channel->getCVMD());
+    ui->cboOutputMode->showPosition(m_channel->getCMOD());
+    ui->cboIFBW->showPosition(m_channel->getIFBW());
     AGCZerocmb(m_channel->getCHZC());
     CH1Zero(m_channel->getCHZ1());
     CH2Zero(m_channel->getCHZ2());
     SLPAcmb(m_channel->getSLPA());
     SLPBcmb(m_channel->getSLPB());
-    WidgetUpdate::index(ui->cboPOLA, m_channel->getPOLA());
-    WidgetUpdate::index(ui->cboPOLB, m_channel->getPOLB());
+    ui->cboPOLA->showPosition(m_channel->getPOLA());
+    ui->cboPOLB->showPosition(m_channel->getPOLB());
     showName(ui->groupBoxCmbr, m_channel->getNAME());
+    updateDynamicParams();
 }
 
 void CombinerPanel::connectControls()
@@ -92,6 +93,7 @@ void CombinerPanel::connectControls()
     onIndex(ui->cboOutputMode, &CombinerPanel::cboCMOD_currentIndexChanged);
     if (!ui->cboIFBW->isHidden())
         onIndex(ui->cboIFBW, &CombinerPanel::cboIFBWcmb_currentIndexChanged);
+    onRefilled(ui->cboIFBW, CmbrChan::Commands::IFBW, [this] { ui->cboIFBW->showPosition(m_channel->getIFBW()); });
     onIndex(ui->cboSLPA, &CombinerPanel::cboSLPAcmb_currentIndexChanged);
     onIndex(ui->cboSLPB, &CombinerPanel::cboSLPBcmb_currentIndexChanged);
     onIndex(ui->cboPOLA, &CombinerPanel::cboPOLAcmb_currentIndexChanged);
@@ -107,16 +109,17 @@ void CombinerPanel::showSetting(const QString &Cmd, const QString &Data)
     using Show = void (*)(CombinerPanel &, const QString &);
     using P = CombinerPanel;
     static const QHash<QString, Show> routes{
-        { Commands::CVMD, [](P &p, const QString &v) { WidgetUpdate::index(p.ui->cboVideoMode, v); } },
-        { Commands::CMOD, [](P &p, const QString &v) { WidgetUpdate::index(p.ui->cboOutputMode, v); } },
-        { Commands::IFBW, [](P &p, const QString &v) { WidgetUpdate::index(p.ui->cboIFBW, v); } },
+        { Commands::CVMD, [](P &p, const QString &v) { p.ui->cboVideoMode->showPosition(v); } },
+        { Commands::CMOD, [](P &p, const QString &v) { p.ui->cboOutputMode->showPosition(v); } },
+        { Commands::IFLS, [](P &p, const QString &) { p.ui->cboIFBW->refill(p.m_channel->ifBandwidths()); } },
+        { Commands::IFBW, [](P &p, const QString &v) { p.ui->cboIFBW->showPosition(v); } },
         { Commands::CHZC, [](P &p, const QString &v) { p.AGCZerocmb(v); } },
         { Commands::CHZ1, [](P &p, const QString &v) { p.CH1Zero(v); } },
         { Commands::CHZ2, [](P &p, const QString &v) { p.CH2Zero(v); } },
         { Commands::SLPA, [](P &p, const QString &v) { p.SLPAcmb(v); } },
         { Commands::SLPB, [](P &p, const QString &v) { p.SLPBcmb(v); } },
-        { Commands::POLA, [](P &p, const QString &v) { WidgetUpdate::index(p.ui->cboPOLA, v); } },
-        { Commands::POLB, [](P &p, const QString &v) { WidgetUpdate::index(p.ui->cboPOLB, v); } },
+        { Commands::POLA, [](P &p, const QString &v) { p.ui->cboPOLA->showPosition(v); } },
+        { Commands::POLB, [](P &p, const QString &v) { p.ui->cboPOLB->showPosition(v); } },
         { Commands::NAME, [](P &p, const QString &v) { p.showName(p.ui->groupBoxCmbr, v); } },
     };
     if (const Show route = routes.value(Cmd))
@@ -198,6 +201,8 @@ void CombinerPanel::UpdateCLCK()
     } else if (isOff(locked)) {
         WidgetUpdate::style(ui->lblCMBstatus, u"background-color: #f11029;"_s);
         showWord(ui->lblCMBstatus, u"Unlocked"_s);
+    } else if (!ValueText::isKnown(locked)) {
+        showWord(ui->lblCMBstatus, ValueText::shown(locked));
     }
 }
 
@@ -206,8 +211,11 @@ void CombinerPanel::UpdateCLCS()
     static const QHash<QString, QString> words{ { u"0"_s, u"Combined"_s },
                                                 { u"1"_s, u"Channel 1"_s },
                                                 { u"2"_s, u"Channel 2"_s } };
-    if (const auto word = words.constFind(m_channel->getCLCS()); word != words.constEnd())
+    const QString channels = m_channel->getCLCS();
+    if (const auto word = words.constFind(channels); word != words.constEnd())
         showWord(ui->lblCMBmode, *word);
+    else if (!ValueText::isKnown(channels))
+        showWord(ui->lblCMBmode, ValueText::shown(channels));
 }
 
 void CombinerPanel::UpdateAGCAcmb()

@@ -3,6 +3,7 @@
 #include "channels/DmdChan.h"
 #include "controls/NumberText.h"
 #include "controls/OnOff.h"
+#include "controls/ValueText.h"
 #include "controls/WheelGuard.h"
 #include "controls/WidgetUpdate.h"
 #include "frontpanel/DemodMode.h"
@@ -23,6 +24,13 @@ constexpr int kNumberWithoutOffset = 3; // the third panel never shows its frequ
 
 /// Data sources in the order of the box's items.
 const QStringList kSources{ u"1"_s, u"2"_s, u"3"_s, u"A"_s, u"B"_s, u"C"_s };
+
+/// A number in a larger unit; a text that is none as it is.
+QString scaledDown(const QString &value, double unit, int decimals)
+{
+    const auto number = NumberText::parse(value);
+    return number ? NumberText::fixed(*number / unit, decimals) : value;
+}
 
 } // namespace
 
@@ -90,18 +98,14 @@ void DemodulatorPanel::showParts()
 
 void DemodulatorPanel::fill()
 {
-    if (m_families.hasK3050OrK3060Card) {
-        refillVideoFilters();
-    } else if (!m_families.hasQLN424Card) {
-        ui->cboVFBW->addItems(m_channel->videoFilterBandwidths());
-        WidgetUpdate::index(ui->cboVFBW, m_channel->getVFBW());
-        WidgetUpdate::index(ui->cboAnalogPol, m_channel->getVIDP());
-    }
-    ui->cboDemodMode->addItems(m_channel->demodModes());
+    refillVideoFilters();
+    showVideoFilter();
+    ui->cboAnalogPol->showPosition(m_channel->getVIDP());
+    ui->cboDemodMode->refill(m_channel->demodModes());
     DisplayDemodMode(m_channel->getDMOD());
     DisplayInputSource(m_channel->getDSRC());
-    WidgetUpdate::index(ui->cboOutputMode, m_channel->getVCFG());
-    WidgetUpdate::index(ui->cboDerandomizer, m_channel->getBSDR());
+    ui->cboOutputMode->showPosition(m_channel->getVCFG());
+    ui->cboDerandomizer->showPosition(m_channel->getBSDR());
     DisplayAutoSettings(m_channel->getALBW(), u"LB"_s);
     DisplayAutoSettings(m_channel->getASRG(), u"RG"_s);
     DisplayAutoSettings(m_channel->getASRT(), u"RT"_s);
@@ -112,8 +116,9 @@ void DemodulatorPanel::fill()
     DisplayDataRate(outputA(), m_channel->getRATEA());
     DisplayDataRate(outputB(), m_channel->getRATEB());
     showName(ui->groupBoxDmd, m_channel->getNAME(), kHeadWidth);
-    WidgetUpdate::index(ui->cboDQM, m_channel->getDDQM());
-    WidgetUpdate::index(ui->cboADEQ, m_channel->getADEQ());
+    ui->cboDQM->showPosition(m_channel->getDDQM());
+    ui->cboADEQ->showPosition(m_channel->getADEQ());
+    updateDynamicParams();
 }
 
 void DemodulatorPanel::connectControls()
@@ -131,6 +136,8 @@ void DemodulatorPanel::connectControls()
     onIndex(ui->cboDerandomizer, &DemodulatorPanel::cboBSDR_currentIndexChanged);
     onIndex(ui->cboDQM, &DemodulatorPanel::cboDDQM_currentIndexChanged);
     onIndex(ui->cboADEQ, &DemodulatorPanel::cboADEQ_currentIndexChanged);
+    onRefilled(ui->cboVFBW, videoFilterMnemonic(), [this] { showVideoFilter(); });
+    onRefilled(ui->cboDemodMode, Commands::DMOD, [this] { DisplayDemodMode(m_channel->getDMOD()); });
 
     const auto onReleased = [this](QCheckBox *box, void (DemodulatorPanel::*handler)()) {
         connect(box, &QCheckBox::released, this, handler);
@@ -155,16 +162,16 @@ void DemodulatorPanel::showSetting(const QString &Cmd, const QString &Data)
     using P = DemodulatorPanel;
     static const QHash<QString, Show> routes{
         { Commands::DMOD, [](P &p, const QString &v) { p.DisplayDemodMode(v), p.ShowHideControls(); } },
-        { Commands::VCFG,
-          [](P &p, const QString &v) { WidgetUpdate::index(p.ui->cboOutputMode, v), p.ShowHideControls(); } },
-        // One box for two settings, of which each kind of card has one in use
-        { Commands::VFBW, [](P &p, const QString &v) { p.DisplayVideoFilter(v, !p.m_families.hasK3050OrK3060Card); } },
-        { Commands::VFIR, [](P &p, const QString &v) { p.DisplayVideoFilter(v, p.m_families.hasK3050OrK3060Card); } },
+        { Commands::VCFG, [](P &p, const QString &v) { p.ui->cboOutputMode->showPosition(v), p.ShowHideControls(); } },
+        { Commands::VFBW, [](P &p, const QString &v) { p.DisplayVideoFilter(v, Commands::VFBW); } },
+        { Commands::VFIR, [](P &p, const QString &v) { p.DisplayVideoFilter(v, Commands::VFIR); } },
         { Commands::VFFL, [](P &p, const QString &) { p.refillVideoFilters(); } },
-        { Commands::VIDP, [](P &p, const QString &v) { WidgetUpdate::index(p.ui->cboAnalogPol, v); } },
-        { Commands::BSDR, [](P &p, const QString &v) { WidgetUpdate::index(p.ui->cboDerandomizer, v); } },
-        { Commands::DDQM, [](P &p, const QString &v) { WidgetUpdate::index(p.ui->cboDQM, v); } },
-        { Commands::ADEQ, [](P &p, const QString &v) { WidgetUpdate::index(p.ui->cboADEQ, v); } },
+        { Commands::VFLS, [](P &p, const QString &) { p.refillVideoFilters(); } },
+        { Commands::DMLS, [](P &p, const QString &) { p.ui->cboDemodMode->refill(p.m_channel->demodModes()); } },
+        { Commands::VIDP, [](P &p, const QString &v) { p.ui->cboAnalogPol->showPosition(v); } },
+        { Commands::BSDR, [](P &p, const QString &v) { p.ui->cboDerandomizer->showPosition(v); } },
+        { Commands::DDQM, [](P &p, const QString &v) { p.ui->cboDQM->showPosition(v); } },
+        { Commands::ADEQ, [](P &p, const QString &v) { p.ui->cboADEQ->showPosition(v); } },
         { Commands::DSRC, [](P &p, const QString &v) { p.DisplayInputSource(v); } },
         { Commands::ALBW, [](P &p, const QString &v) { p.DisplayAutoSettings(v, u"LB"_s); } },
         { Commands::ASRG, [](P &p, const QString &v) { p.DisplayAutoSettings(v, u"RG"_s); } },
@@ -224,6 +231,8 @@ void DemodulatorPanel::cboDMOD_currentIndexChanged(int index)
     onOperatorChange([this, index] {
         const DemodMode *const mode = DemodMode::withName(ui->cboDemodMode->itemText(index));
         m_channel->setDMOD((mode ? *mode : DemodMode::fallback()).code);
+        if (!m_channel->isSetPending(Commands::DMOD))
+            DisplayDemodMode(m_channel->getDMOD()); // a mode of no code stands for the one in force already
     });
 }
 
@@ -290,8 +299,10 @@ void DemodulatorPanel::lineRATEB_returnPressed() { enterRate(outputB()); }
 
 void DemodulatorPanel::enterRate(const Output &output)
 {
-    const double rate = NumberText::parseScaled(output.rate->text());
-    const bool isValid = CheckValidDataRanges(output.letter, rate);
+    const QString typed = output.rate->text();
+    const bool isEntry = output.rate->isModified() || typed != ValueText::kUnknown;
+    const double rate = NumberText::parseScaled(typed);
+    const bool isValid = isEntry && CheckValidDataRanges(output.letter, rate);
     if (isValid)
         (m_channel->*output.setRate)(QString::number(rate, 'f', 0));
     output.rate->setModified(false);
@@ -317,75 +328,83 @@ bool DemodulatorPanel::CheckValidDataRanges(const QString &letter, double rate)
 void DemodulatorPanel::DisplayDemodMode(const QString &code)
 {
     const DemodMode *const mode = DemodMode::withCode(code);
+    if (!mode && !ValueText::isKnown(code)) {
+        ui->cboDemodMode->showItem(-1, code);
+        return;
+    }
     const QLatin1StringView name = (mode ? *mode : DemodMode::fallback()).name;
-    ui->cboDemodMode->setCurrentIndex(ui->cboDemodMode->findText(name));
+    ui->cboDemodMode->showItem(ui->cboDemodMode->findText(name), name);
+    if (!mode)
+        ui->cboDemodMode->showInstead(code); // the card's mode is none of the list
 }
 
-void DemodulatorPanel::DisplayVideoFilter(const QString &value, bool isShown)
+QLatin1StringView DemodulatorPanel::videoFilterMnemonic() const
 {
-    if (isShown)
-        WidgetUpdate::index(ui->cboVFBW, value);
+    return m_families.hasK3050OrK3060Card ? Commands::VFIR : Commands::VFBW;
+}
+
+void DemodulatorPanel::DisplayVideoFilter(const QString &value, QLatin1StringView mnemonic)
+{
+    if (mnemonic == videoFilterMnemonic())
+        ui->cboVFBW->showPosition(value);
+}
+
+void DemodulatorPanel::showVideoFilter()
+{
+    ui->cboVFBW->showPosition(m_families.hasK3050OrK3060Card ? m_channel->getVFIR() : m_channel->getVFBW());
 }
 
 void DemodulatorPanel::DisplayInputSource(const QString &value)
 {
     const auto source = kSources.indexOf(value);
-    const qint64 position = source >= 0 ? source : qint64(value.toInt()) - 1;
-    WidgetUpdate::index(ui->cboInputSource, QString::number(position));
+    ui->cboInputSource->showItem(source >= 0 ? source : qint64(value.toInt()) - 1, value);
 }
 
 void DemodulatorPanel::DisplayAutoSettings(const QString &value, const QString &key)
 {
-    const bool on = isOn(value);
     if (key == "LB"_L1)
-        ui->checkBoxAutoBW->setChecked(on);
+        ui->checkBoxAutoBW->showValue(value);
     else if (key == "RG"_L1)
-        ui->checkBoxAutoSweepRange->setChecked(on);
+        ui->checkBoxAutoSweepRange->showValue(value);
     else if (key == "RT"_L1)
-        ui->checkBoxAutoStepSize->setChecked(on);
+        ui->checkBoxAutoStepSize->showValue(value);
     else if (key == "MI"_L1)
-        ui->checkBoxAutoModIndex->setChecked(value == "0.00"_L1);
+        ui->checkBoxAutoModIndex->showValue(value, value == "0.00"_L1,
+                                            ValueText::isKnown(value)); // any index is manual
     else if (key == "FM"_L1 || key == "PCM-FM"_L1)
-        ui->checkBoxAutoFMSweep->setChecked(on);
+        ui->checkBoxAutoFMSweep->showValue(value);
 }
 
 QString DemodulatorPanel::gainText(const QString &value) const
 {
-    return m_families.hasK3050OrK3060Card ? value + "dB"_L1
-                                          : QString::number(qint64(value.toInt()) * 100 / kFullGain) + " %"_L1;
+    if (m_families.hasK3050OrK3060Card)
+        return ValueText::withUnit(value, "dB"_L1);
+    const auto gain = NumberText::parseWhole(value); // a percentage is of a whole number
+    return gain ? QString::number(qint64(*gain) * 100 / kFullGain) + " %"_L1 : ValueText::shown(value);
 }
 
 void DemodulatorPanel::DisplayVideoGain(const Output &output, const QString &value)
 {
-    const auto gain = NumberText::parseWhole(value);
-    if (gain || (m_families.hasK3050OrK3060Card && NumberText::parse(value))) // a percentage is of a whole number
-        WidgetUpdate::text(output.gainValue, gainText(value));
-    if (gain && *gain >= output.gain->minimum() && *gain <= output.gain->maximum())
-        output.gain->setValue(*gain);
+    WidgetUpdate::text(output.gainValue, gainText(value));
+    output.gain->showValue(value);
 }
 
 void DemodulatorPanel::DisplayVideoBandwidth(const QString &value)
 {
-    const QString text = NumberText::bandwidth(value);
+    const QString text = ValueText::shown(NumberText::bandwidth(value));
     WidgetUpdate::text(ui->lblAnalogBWAVal, text);
     WidgetUpdate::text(ui->lblAnalogBWBVal, text);
 }
 
 void DemodulatorPanel::DisplayDataRate(const Output &output, const QString &value)
 {
-    const bool halfTyped = output.rate->hasFocus() && output.rate->isModified();
-    const QString text = NumberText::scaled(value);
-    if (!halfTyped && output.rate->text() != text)
-        output.rate->setText(text);
+    output.rate->showText(ValueText::shown(NumberText::scaled(value)));
 }
 
 void DemodulatorPanel::refillVideoFilters()
 {
-    if (!m_families.hasK3050OrK3060Card) // the others choose from a list of their own
-        return;
-    ui->cboVFBW->clear();
-    ui->cboVFBW->addItems(m_channel->videoFilters());
-    WidgetUpdate::index(ui->cboVFBW, m_channel->getVFIR());
+    ui->cboVFBW->refill(m_families.hasK3050OrK3060Card ? m_channel->videoFilters()
+                                                       : m_channel->videoFilterBandwidths());
 }
 
 // What the mode allows
@@ -453,20 +472,14 @@ void DemodulatorPanel::UpdateBLCK()
     WidgetUpdate::lockLamp(ui->lblBitSync, ui->lblBitSyncmark, m_channel->getBLCK());
 }
 
-void DemodulatorPanel::UpdateFOFF()
-{
-    if (const QString offset = m_channel->getFOFF(); NumberText::parse(offset))
-        WidgetUpdate::text(ui->lblFreqOffsetVal, offset + " KHz"_L1);
-}
+void DemodulatorPanel::UpdateFOFF() { WidgetUpdate::reading(ui->lblFreqOffsetVal, m_channel->getFOFF(), " KHz"_L1); }
 
 void DemodulatorPanel::UpdatePDEV()
 {
-    if (const auto hertz = NumberText::parse(m_channel->getPDEV()))
-        WidgetUpdate::text(ui->lblPeakDevVal, QString::number(*hertz / 1e6, 'f', 3) + " MHz"_L1);
+    WidgetUpdate::reading(ui->lblPeakDevVal, scaledDown(m_channel->getPDEV(), 1e6, 3), " MHz"_L1);
 }
 
 void DemodulatorPanel::UpdateVLV1()
 {
-    if (const auto millivolts = NumberText::parse(m_channel->getVLV1()))
-        WidgetUpdate::text(ui->lblAnalogAVoltage, QString::number(*millivolts / 1000, 'f', 2) + " V"_L1);
+    WidgetUpdate::reading(ui->lblAnalogAVoltage, scaledDown(m_channel->getVLV1(), 1e3, 2), " V"_L1);
 }

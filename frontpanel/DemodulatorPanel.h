@@ -7,8 +7,8 @@
 
 class DmdChan;
 class QLabel;
-class QLineEdit;
-class QSlider;
+class ValueEdit;
+class ValueSlider;
 
 namespace Ui {
 class DemodulatorPanel;
@@ -59,8 +59,8 @@ private:
     struct Output
     {
         QLatin1StringView letter;
-        QLineEdit *rate;
-        QSlider *gain;
+        ValueEdit *rate;
+        ValueSlider *gain;
         QLabel *gainValue;
         QString (DmdChan::*getRate)() const;
         void (DmdChan::*setRate)(const QString &);
@@ -76,8 +76,10 @@ private:
     // Display of settings; the values are wire text.
     void DisplayDemodMode(const QString &code);
     void DisplayInputSource(const QString &value);
-    /// @param isShown whether the card's filter is the setting that this value is of
-    void DisplayVideoFilter(const QString &value, bool isShown);
+    /// The setting that chooses the video filter: one box for two, of which each kind of card has one in use.
+    [[nodiscard]] QLatin1StringView videoFilterMnemonic() const;
+    void DisplayVideoFilter(const QString &value, QLatin1StringView mnemonic);
+    void showVideoFilter();
     void DisplayAutoSettings(const QString &value, const QString &key);
     void DisplayVideoGain(const Output &output, const QString &value);
     void DisplayVideoBandwidth(const QString &value);

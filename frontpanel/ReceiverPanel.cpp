@@ -2,6 +2,7 @@
 
 #include "channels/RcvrChan.h"
 #include "controls/NumberText.h"
+#include "controls/ValueText.h"
 #include "controls/WheelGuard.h"
 #include "controls/WidgetUpdate.h"
 #include "ui_ReceiverPanel.h"
@@ -21,6 +22,7 @@ using Commands = RcvrChan::Commands;
 constexpr double kFrequencyStep = 0.1;       // MHz
 constexpr double kFrequencyTolerance = 1e-6; // MHz; sums of tenths are not exact
 constexpr int kCarrierThreshold = 3;         // dB above the AGC zero
+constexpr QLatin1StringView kOffsetUnit{ " KHz" };
 
 const QString kStressLocked = u"background-color: rgb(229, 227, 225); color: #28c125;"_s;
 const QString kStressUnlocked = u"background-color: rgb(229, 227, 225); color: #f11029;"_s;
@@ -48,7 +50,6 @@ ReceiverPanel::ReceiverPanel(int number, const PanelContext &context, QWidget *p
     ui->groupBoxRcvr->setTitle(ui->groupBoxRcvr->title() + digit);
     ui->lblChanRcvr->setText(ui->lblChanRcvr->text() + u' ' + digit);
     nameChildren(u"ch"_s + digit, digit);
-    m_confirmedFrequency = ui->doubleSpinBoxFREQ->minimum();
     ui->lblSlaved->hide();
     ui->lblPLYB->hide();
     ui->cboPLYB->hide();
@@ -80,22 +81,23 @@ void ReceiverPanel::showPlayback()
 
 void ReceiverPanel::fill()
 {
-    ui->cboIFBW->addItems(m_channel->ifBandwidths());
+    ui->cboIFBW->refill(m_channel->ifBandwidths());
     showFrequency(m_channel->getFREQ());
-    WidgetUpdate::index(ui->cboIFBW, m_channel->getIFBW());
+    ui->cboIFBW->showPosition(m_channel->getIFBW());
     AGCFreeze(m_channel->getAGCF());
     AGCZero(m_channel->getAGCZ());
     SLPA(m_channel->getSLPA());
     SLPB(m_channel->getSLPB());
-    WidgetUpdate::index(ui->cboPOLA, m_channel->getPOLA());
-    WidgetUpdate::index(ui->cboPOLB, m_channel->getPOLB());
-    WidgetUpdate::index(ui->cboAGCT, m_channel->getAGCT());
+    ui->cboPOLA->showPosition(m_channel->getPOLA());
+    ui->cboPOLB->showPosition(m_channel->getPOLB());
+    ui->cboAGCT->showPosition(m_channel->getAGCT());
     AFC(m_channel->getAFC());
     showManualOffset(m_channel->getAFCM());
-    WidgetUpdate::index(ui->cboCAMP, m_channel->getCAMP());
+    ui->cboCAMP->showPosition(m_channel->getCAMP());
     TapePlayback(m_channel->getPLYB());
     DisplayAntennaCF(m_channel->getACFE(), m_channel->getANCF());
     showName(ui->groupBoxRcvr, m_channel->getNAME());
+    updateDynamicParams();
 }
 
 void ReceiverPanel::connectControls()
@@ -104,10 +106,9 @@ void ReceiverPanel::connectControls()
         connect(box, &QComboBox::currentIndexChanged, this, handler);
     };
     connect(ui->doubleSpinBoxFREQ, &QDoubleSpinBox::textChanged, this, &ReceiverPanel::doubleSpinBoxFREQ_valueChanged);
-    connect(ui->doubleSpinBoxFREQ, &QDoubleSpinBox::editingFinished, this,
-            [this] { ui->doubleSpinBoxFREQ->lineEdit()->setModified(false); });
     connect(ui->doubleSpinBoxFREQ->lineEdit(), &QLineEdit::textEdited, &focusReturn(), &FocusReturn::start);
     onIndex(ui->cboIFBW, &ReceiverPanel::cboIFBW_currentIndexChanged);
+    onRefilled(ui->cboIFBW, Commands::IFBW, [this] { ui->cboIFBW->showPosition(m_channel->getIFBW()); });
     onIndex(ui->cboSLPA, &ReceiverPanel::cboSLPA_currentIndexChanged);
     onIndex(ui->cboSLPB, &ReceiverPanel::cboSLPB_currentIndexChanged);
     onIndex(ui->cboPOLA, &ReceiverPanel::cboPOLA_currentIndexChanged);
@@ -130,15 +131,16 @@ void ReceiverPanel::showSetting(const QString &Cmd, const QString &Data)
     using P = ReceiverPanel;
     static const QHash<QString, Show> routes{
         { Commands::FREQ, [](P &p, const QString &v) { p.showFrequency(v); } },
-        { Commands::IFBW, [](P &p, const QString &v) { WidgetUpdate::index(p.ui->cboIFBW, v); } },
+        { Commands::IFLS, [](P &p, const QString &) { p.ui->cboIFBW->refill(p.m_channel->ifBandwidths()); } },
+        { Commands::IFBW, [](P &p, const QString &v) { p.ui->cboIFBW->showPosition(v); } },
         { Commands::AGCF, [](P &p, const QString &v) { p.AGCFreeze(v); } },
         { Commands::AGCZ, [](P &p, const QString &v) { p.AGCZero(v); } },
         { Commands::SLPA, [](P &p, const QString &v) { p.SLPA(v); } },
         { Commands::SLPB, [](P &p, const QString &v) { p.SLPB(v); } },
-        { Commands::POLA, [](P &p, const QString &v) { WidgetUpdate::index(p.ui->cboPOLA, v); } },
-        { Commands::POLB, [](P &p, const QString &v) { WidgetUpdate::index(p.ui->cboPOLB, v); } },
-        { Commands::AGCT, [](P &p, const QString &v) { WidgetUpdate::index(p.ui->cboAGCT, v); } },
-        { Commands::CAMP, [](P &p, const QString &v) { WidgetUpdate::index(p.ui->cboCAMP, v); } },
+        { Commands::POLA, [](P &p, const QString &v) { p.ui->cboPOLA->showPosition(v); } },
+        { Commands::POLB, [](P &p, const QString &v) { p.ui->cboPOLB->showPosition(v); } },
+        { Commands::AGCT, [](P &p, const QString &v) { p.ui->cboAGCT->showPosition(v); } },
+        { Commands::CAMP, [](P &p, const QString &v) { p.ui->cboCAMP->showPosition(v); } },
         { Commands::AFC, [](P &p, const QString &v) { p.AFC(v); } },
         { Commands::AFCM, [](P &p, const QString &v) { p.showManualOffset(v); } },
         { Commands::PLYB, [](P &p, const QString &v) { p.TapePlayback(v); } },
@@ -153,19 +155,11 @@ void ReceiverPanel::showSetting(const QString &Cmd, const QString &Data)
 void ReceiverPanel::restoreEntries()
 {
     const ControlGuard::Scope showing(guard());
-    if (m_channel->isSetPending(Commands::FREQ))
-        ui->doubleSpinBoxFREQ->setValue(ui->doubleSpinBoxFREQ->value()); // drops what is typed, not the step asked for
-    else
-        restoreFrequency();
+    ui->doubleSpinBoxFREQ->discard(); // what is typed, not the step asked for
+    if (!m_channel->isSetPending(Commands::FREQ))
+        showFrequency(m_channel->getFREQ());
     ui->lineAntennaCF->setModified(false);
     DisplayAntennaCF(m_channel->getACFE(), m_channel->getANCF());
-}
-
-void ReceiverPanel::restoreFrequency()
-{
-    const ControlGuard::Scope showing(guard());
-    ui->doubleSpinBoxFREQ->setValue(m_confirmedFrequency);
-    ui->doubleSpinBoxFREQ->lineEdit()->setModified(false);
 }
 
 void ReceiverPanel::showSlaved(bool slaved) { ui->lblSlaved->setVisible(slaved); }
@@ -214,7 +208,7 @@ std::optional<double> ReceiverPanel::beyondRangeEdge(double frequency) const
 
 void ReceiverPanel::refuseFrequency(double frequency)
 {
-    QDoubleSpinBox *const box = ui->doubleSpinBoxFREQ;
+    DecimalSpinBox *const box = ui->doubleSpinBoxFREQ;
     if (auto next = beyondRangeEdge(frequency)) {
         next = std::clamp(*next, box->minimum(), box->maximum());
         if (isTunable(*next)) {   // a card may report ranges that make no sense
@@ -222,7 +216,8 @@ void ReceiverPanel::refuseFrequency(double frequency)
             return;
         }
     }
-    restoreFrequency();
+    box->discard();
+    showFrequency(m_channel->getFREQ());
 }
 
 void ReceiverPanel::cboIFBW_currentIndexChanged(int index) { chooseIndex(m_channel, &RcvrChan::setIFBW, index); }
@@ -269,11 +264,10 @@ void ReceiverPanel::cboAFC_currentIndexChanged(int index)
 
 void ReceiverPanel::sldrAFCM_valueChanged(int value)
 {
-    focusReturn().start();
-    const QString offset = QString::number(value);
-    WidgetUpdate::text(ui->lblRLSTval, offset + u" KHz"_s);
-    if (AcceptControlChanges()) // the echo of a confirmed value is not sent again
+    onOperatorChange([this, offset = QString::number(value)] {
+        WidgetUpdate::text(ui->lblRLSTval, offset + kOffsetUnit);
         m_channel->setAFCM(offset);
+    });
 }
 
 void ReceiverPanel::cboCAMP_currentIndexChanged(int index) { chooseIndex(m_channel, &RcvrChan::setCAMP, index); }
@@ -282,10 +276,14 @@ void ReceiverPanel::cboPLYB_currentIndexChanged(int index) { chooseIndex(m_chann
 
 void ReceiverPanel::lineANCF_returnPressed()
 {
-    const int factor = ui->lineAntennaCF->text().toInt(); // anything but a whole number counts as 0
-    if (factor == 0)
-        ui->lineAntennaCF->setText(u"0"_s);
-    m_channel->setANCF(QString::number(factor));
+    ValueEdit *const line = ui->lineAntennaCF;
+    if (line->isModified() || line->text() != ValueText::kUnknown) { // which is no entry
+        const int factor = line->text().toInt();                     // anything but a whole number counts as 0
+        if (factor == 0)
+            line->setText(u"0"_s);
+        m_channel->setANCF(QString::number(factor));
+    }
+    line->setModified(false);
     focusReturn().stop();
     focusReturn().giveBack();
 }
@@ -305,23 +303,20 @@ void ReceiverPanel::chkboxACFE_released()
 
 void ReceiverPanel::showFrequency(const QString &FREQ)
 {
-    const auto frequency = NumberText::parse(FREQ);
-    const DecimalSpinBox *const box = ui->doubleSpinBoxFREQ;
-    if (!frequency || *frequency < box->minimum() || *frequency > box->maximum())
+    DecimalSpinBox *const box = ui->doubleSpinBoxFREQ;
+    if (box->isHalfTyped())
         return;
-    m_confirmedFrequency = *frequency;
-    if (!box->isHalfTyped())
-        restoreFrequency();
+    const auto frequency = NumberText::parse(FREQ);
+    if (frequency && *frequency >= box->minimum() && *frequency <= box->maximum())
+        box->showNumber(*frequency);
+    else
+        box->showText(ValueText::shown(FREQ), frequency.value_or(0));
 }
 
 void ReceiverPanel::showManualOffset(const QString &AFCM)
 {
-    const QSlider *const slider = ui->sldrAFCM;
-    const auto whole = NumberText::parseWhole(AFCM);
-    if (whole && *whole >= slider->minimum() && *whole <= slider->maximum())
-        ui->sldrAFCM->setValue(*whole);
-    if (NumberText::parse(AFCM))
-        WidgetUpdate::text(ui->lblRLSTval, AFCM + u" KHz"_s);
+    ui->sldrAFCM->showValue(AFCM);
+    WidgetUpdate::text(ui->lblRLSTval, ValueText::withUnit(AFCM, kOffsetUnit));
 }
 
 void ReceiverPanel::AGCFreeze(const QString &value) { WidgetUpdate::onOff(ui->btnAGCF, value); }
@@ -329,7 +324,7 @@ void ReceiverPanel::AGCFreeze(const QString &value) { WidgetUpdate::onOff(ui->bt
 void ReceiverPanel::AGCZero(const QString &value)
 {
     WidgetUpdate::onOff(ui->btnAGCZ, value);
-    if (isOff(value)) {
+    if (isOff(value) || !ValueText::isKnown(value)) {
         WidgetUpdate::range(ui->progBarSSLV, -140, 20);
         showSignalReference(m_channel->getACFE());
     } else if (isOn(value)) {
@@ -363,7 +358,7 @@ void ReceiverPanel::SLPB(const QString &value) { WidgetUpdate::agcSlope(ui->cboS
 
 void ReceiverPanel::AFC(const QString &value)
 {
-    WidgetUpdate::index(ui->cboAFC, value);
+    ui->cboAFC->showPosition(value);
     showAfcMode(value);
 }
 
@@ -374,19 +369,23 @@ void ReceiverPanel::showAfcMode(const QString &AFC)
     ui->sldrAFCM->setVisible(manual);
     if (manual) {
         WidgetUpdate::style(ui->lblRLSTval, kManualOffset);
-        WidgetUpdate::text(ui->lblRLSTval, QString::number(ui->sldrAFCM->value()) + u" KHz"_s);
+        WidgetUpdate::text(ui->lblRLSTval, ValueText::withUnit(ui->sldrAFCM->shownText(), kOffsetUnit));
         WidgetUpdate::text(ui->lblRLSTmark, {});
         WidgetUpdate::description(ui->lblRLSTval, {});
+    } else if (!isAutomaticAfc(AFC)) {
+        WidgetUpdate::style(ui->lblRLSTval, {}); // whatever it shows
     }
 }
 
 void ReceiverPanel::TapePlayback(const QString &value)
 {
-    WidgetUpdate::index(ui->cboPLYB, value);
+    ui->cboPLYB->showPosition(value);
     if (!isOn(value) && !isOff(value))
         return;
-    if (isOn(value))
-        restoreFrequency(); // the box loses the focus, which would commit half an entry
+    if (isOn(value)) { // the box loses the focus, which would commit half an entry
+        ui->doubleSpinBoxFREQ->discard();
+        showFrequency(m_channel->getFREQ());
+    }
     ui->doubleSpinBoxFREQ->setEnabled(isOff(value));
     for (QProgressBar *bar : { ui->progBarSSLV, ui->progBarAGCA, ui->progBarAGCB })
         bar->setVisible(isOff(value));
@@ -395,16 +394,13 @@ void ReceiverPanel::TapePlayback(const QString &value)
 
 void ReceiverPanel::DisplayAntennaCF(const QString &ACFE, const QString &ANCF)
 {
-    if (isOn(ACFE) || isOff(ACFE)) {
-        ui->checkBoxAntennaCF->setChecked(isOn(ACFE));
-        ui->lineAntennaCF->setEnabled(isOn(ACFE));
-        if (isOff(m_channel->getAGCZ()))
-            showSignalReference(ACFE);
-    }
-    QLineEdit *const line = ui->lineAntennaCF;
-    const bool halfTyped = line->hasFocus() && line->isModified();
-    if (!halfTyped && line->text() != ANCF)
-        line->setText(ANCF);
+    ui->checkBoxAntennaCF->showValue(ACFE);
+    ui->lineAntennaCF->setEnabled(isOn(ACFE));
+    if (!isOn(ACFE))
+        ui->lineAntennaCF->setModified(false); // nobody can end the entry
+    if (isOff(m_channel->getAGCZ()))
+        showSignalReference(ACFE);
+    ui->lineAntennaCF->showText(ValueText::shown(ANCF));
 }
 
 // Display of status values
@@ -434,9 +430,8 @@ void ReceiverPanel::UpdateMAFL()
 
 void ReceiverPanel::UpdateRLST()
 {
-    const QString stress = m_channel->getRLST();
-    if (isAutomaticAfc(m_channel->getAFC()) && NumberText::parse(stress))
-        WidgetUpdate::text(ui->lblRLSTval, stress + u" KHz"_s);
+    if (isAutomaticAfc(m_channel->getAFC()))
+        WidgetUpdate::reading(ui->lblRLSTval, m_channel->getRLST(), kOffsetUnit);
 }
 
 void ReceiverPanel::UpdateSSLV()
@@ -447,7 +442,7 @@ void ReceiverPanel::UpdateSSLV()
     const int decibels = NumberText::rounded(*level);
     const QString zero = m_channel->getAGCZ();
     const QString unit = isOff(zero) ? u" dBm"_s : isOn(zero) ? u" dB"_s : QString();
-    WidgetUpdate::format(ui->progBarSSLV, QString::number(decibels) + unit);
+    WidgetUpdate::format(ui->progBarSSLV, NumberText::fixed(std::round(*level) + 0.0, 0) + unit);
     if (isOn(zero)) {
         const bool present = decibels >= kCarrierThreshold;
         WidgetUpdate::lamp(ui->lblCARR, ui->lblCARRmark, present, present ? u"Yes"_s : u"No"_s);

@@ -86,9 +86,7 @@ private:
     [[nodiscard]] bool isTunable(double frequency) const;
     [[nodiscard]] std::optional<double> beyondRangeEdge(double frequency) const;
     void refuseFrequency(double frequency);
-    void restoreFrequency();
 
     std::unique_ptr<Ui::ReceiverPanel> ui;
     RcvrChan *m_channel = nullptr;
-    double m_confirmedFrequency = 0; ///< MHz; the lowest of the box until the card has answered
 };

@@ -8,6 +8,7 @@
 #include "channels/TapeChan.h"
 #include "channels/TmoipCard.h"
 #include "channels/UniversalChan.h"
+#include "controls/ValueText.h"
 #include "controls/WidgetUpdate.h"
 #include "frontpanel/CombinerPanel.h"
 #include "frontpanel/DemodulatorPanel.h"
@@ -403,8 +404,8 @@ void ZIRVOFSMainWindow::DisplaySlaving(const QString &value)
 
 void ZIRVOFSMainWindow::Display10MHzReference(const QString &value)
 {
-    if (value != "0"_L1 && value != "1"_L1)
-        return;
+    if (value != "0"_L1 && value != "1"_L1 && ValueText::isKnown(value))
+        return; // neither is chosen as long as it is not known
     ui->actionExternalRef->setChecked(value == "0"_L1);
     ui->actionInternalRef->setChecked(value == "1"_L1);
 }

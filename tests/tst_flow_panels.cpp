@@ -33,8 +33,10 @@ const QHash<QByteArray, QByteArray> kCards{
 const QList<std::pair<QByteArray, QByteArray>> kStart{
     { "U0", "SLAVE=0;SDM1=2;SDM2=3;SDM3=A" },
     { "R1 R2", "PLYB=0" },
-    { "C1", "NAME=Mixer;CVMD=1;CMOD=2;IFBW=1;CHZC=1;CHZ1=1;CHZ2=1;SLPA=0;SLPB=1;POLA=1;POLB=1" },
-    { "D1 D2 D3", "NAME=North;VFFL=500000,5000000;DMOD=6;VCFG=2;BSDR=1;DQMON=1;DEQE=1;RDRG:82=0031;RDRG:83=4000;ALBW=1;"
+    { "C1",
+      "NAME=Mixer;IFLS=1 MHz,5 MHz,10 MHz;CVMD=1;CMOD=2;IFBW=1;CHZC=1;CHZ1=1;CHZ2=1;SLPA=0;SLPB=1;POLA=1;POLB=1" },
+    { "D1 D2 D3", "NAME=North;VFLS=0.5 MHz,5 MHz,10 "
+                  "MHz;VFFL=500000,5000000;DMOD=6;VCFG=2;BSDR=1;DQMON=1;DEQE=1;RDRG:82=0031;RDRG:83=4000;ALBW=1;"
                   "ASRG=1;ASRT=1;TMID=0.00;VGN1=120;VGN2=60;DVBW=5000000;RATEA=5000000;RATEB=5000000;VFIR=1;VFBW=1;"
                   "VIDP=0" },
 };
@@ -83,6 +85,7 @@ private Q_SLOTS:
 
     void operatorChanges_data();
     void operatorChanges();
+    void neverRead();
     void reports_data();
     void reports();
     void rates_data();
@@ -97,6 +100,7 @@ private Q_SLOTS:
 
 private:
     void setUp(const QByteArray &cards);
+    void keepSilent();
     [[nodiscard]] QWidget &widget(const QByteArray &name) { return m_bench->widget(name); }
     [[nodiscard]] QByteArray hiddenIn(const QByteArray &panel, const QByteArray &suffix);
 
@@ -121,10 +125,16 @@ void FlowPanelsTest::setUp(const QByteArray &cards)
     m_bench = std::make_unique<PanelBench>();
     m_cards = cards;
     m_start.clear();
-    m_bench->links().fit({ kCards[cards] });
+    m_bench->links().fit({ kCards[cards.split('/')[0]] });
+    if (cards.endsWith("/silent")) {
+        keepSilent();
+        QVERIFY(m_bench->goLive());
+        return;
+    }
     for (const auto &[addresses, settings] : kStart) {
         for (const QByteArray &address : addresses.split(' ')) {
             m_bench->chassis().setValue(address + ":DMLS", kModes);
+            m_start += address + ":DMLS:" + kModes;
             for (const QByteArray &setting : settings.split(';')) {
                 const QByteArray key = address + ':' + setting.split('=')[0], value = setting.split('=')[1];
                 m_bench->chassis().setValue(key, value);
@@ -137,6 +147,20 @@ void FlowPanelsTest::setUp(const QByteArray &cards)
     const QByteArrayList filled = m_bench->everythingShown();
     QVERIFY(m_bench->startCase(m_start)); // shows no more than the panels were filled with
     QCOMPARE(m_bench->everythingShown(), filled);
+}
+
+/// Everything but lists and names is refused from the start.
+void FlowPanelsTest::keepSilent()
+{
+    QByteArrayList queries = LinkBench::receiverQueries("R1") + LinkBench::combinerQueries();
+    for (const QByteArray address : { "D1", "D2", "D3" }) {
+        m_bench->chassis().setValue(address + ":DMLS", kModes);
+        queries += LinkBench::demodulatorQueries(address, true);
+    }
+    for (const QByteArray &query : std::as_const(queries)) {
+        if (!QByteArrayList{ "NAME", "FLST", "IFLS", "DMLS", "IFFL", "VFFL", "VFLS" }.contains(query.split(':')[1]))
+            m_bench->chassis().refuse(query.split(':').first(2).join(':'));
+    }
 }
 
 void FlowPanelsTest::operatorChanges_data()
@@ -175,6 +199,31 @@ void FlowPanelsTest::operatorChanges_data()
                      "D2:VGN2:251|sldrAnalogGainBdmd2|Right|D2:VGN2:252|lblAnalogGainBValdmd2.text=98 %");
     addRows("QLN424", "D1:RDRG:820001|cboDQMdmd1|1|D1:CDRG:820031|cboDQMdmd1.currentText=ON, "
                       "D1:RDRG:838002|cboADEQdmd1|0|D1:CDRG:830000|cboADEQdmd1.currentText=OFF");
+    addRows("K3050", "D1:DMOD:99|cboDemodModedmd1|0|D1:DMOD:0|cboDemodModedmd1.shownText=PCM-FM, "
+                     "D1:DMLS:PCM-FM,NEW D1:DMOD:0|cboDemodModedmd1|1||cboDemodModedmd1.shownText=PCM-FM, "
+                     "D1:VFIR:7|cboVFBWdmd1|0|D1:VFIR:0|cboVFBWdmd1.shownText=0.5 MHz, "
+                     "D1:VGN1:300|sldrAnalogGainAdmd1|Up|D1:VGN1:255|lblAnalogGainAValdmd1.text=255dB, "
+                     "D1:ALBW:on|checkBoxAutoBWdmd1|Space|D1:ALBW:1|checkBoxAutoBWdmd1.standIn=");
+    // Never read, and set from there
+    addRows("K3050/silent", "U0:LAGC:0|doubleSpinBoxFREQch1|2300|R1:FREQ:2300.0|doubleSpinBoxFREQch1.text=2300.0, "
+                            "U0:LAGC:0|cboIFBWch1|0|R1:IFBW:0|cboIFBWch1.shownText=1 MHz, "
+                            "U0:LAGC:0|btnAGCZch1|click|R1:AGCZ:0|btnAGCZch1.text=OFF, "
+                            "U0:LAGC:0|cboAFCch1|4|R1:AFC:4|sldrAFCMch1.visible=true|lblRLSTvalch1.text=--, "
+                            "R1:AFC:4|sldrAFCMch1|Right|R1:AFCM:1|lblRLSTvalch1.text=1 KHz, "
+                            "R1:ACFE:1|lineAntennaCFch1|-7|R1:ANCF:-7|lineAntennaCFch1.text=-7, "
+                            "U0:LAGC:0|cboSLPAcmb1|0|C1:SLPA:0|progBarAGCAcmb1.maximum=2500, "
+                            "U0:LAGC:0|btnCMBZ1cmb1|click|C1:CHZ1:0|btnCMBZ1cmb1.text=OFF, "
+                            "U0:LAGC:0|cboInputSourcedmd1|0|U0:SDM1:1|cboInputSourcedmd1.shownText=RCV.1, "
+                            "U0:LAGC:0|cboDemodModedmd1|0|D1:DMOD:0|cboDemodModedmd1.shownText=PCM-FM, "
+                            "U0:LAGC:0|cboDQMdmd1|0|D1:DQMON:0|cboDQMdmd1.shownText=OFF, "
+                            "U0:LAGC:0|cboVFBWdmd1|0|D1:VFIR:0|cboVFBWdmd1.shownText=0.5 MHz, "
+                            "U0:LAGC:0|sldrAnalogGainAdmd2|Home|D2:VGN1:0|lblAnalogGainAValdmd2.text=0dB, "
+                            "U0:LAGC:0|checkBoxAutoBWdmd2|Space|D2:ALBW:1|checkBoxAutoBWdmd2.checked=true|"
+                            "checkBoxAutoBWdmd2.standIn=, "
+                            "D2:DMOD:6|lineDataRateAdmd2|5M|D2:RATEA:5000000|lineDataRateAdmd2.text=5M");
+    addRows("plain/silent", "U0:LAGC:0|cboAnalogPoldmd1|0|D1:VIDP:0|cboAnalogPoldmd1.shownText=INV, "
+                            "U0:LAGC:0|cboVFBWdmd1|0|D1:VFBW:0|cboVFBWdmd1.shownText=0.5 MHz, "
+                            "U0:LAGC:0|cboIFBWcmb1|0|C1:IFBW:0|cboIFBWcmb1.shownText=1 MHz");
     addRows("D2 alone", "U0:SDM2:C|cboInputSourcedmd1|3|U0:SDM2:A|cboInputSourcedmd1.currentText=AUX.1");
 }
 
@@ -183,6 +232,31 @@ void FlowPanelsTest::operatorChanges()
     QFETCH(QByteArrayList, row);
     setUp(row[0]);
     m_bench->verify({ row[1].split(' '), row[2], row[3], row[4], row.mid(5) });
+}
+
+void FlowPanelsTest::neverRead()
+{
+    m_bench.reset(); // as it starts
+    setUp("K3050/silent");
+    QCOMPARE(m_bench->mistakes(
+                 "doubleSpinBoxFREQch1.text=--|cboIFBWch1.currentIndex=-1|cboSLPAch1.shownText=|btnAGCFch1.text=--|"
+                 "lineAntennaCFch1.text=--|checkBoxAntennaCFch1.standIn=--|checkBoxAntennaCFch1.checked=false|"
+                 "sldrAFCMch1.value=0|lblRLSTvalch1.text=--|progBarSSLVch1.format=dBm|progBarAGCAch1.format=V|"
+                 "lblSYNLmarkch1.text=--|btnAGCZcmb1.text=--|lblCMBstatuscmb1.text=--|lblCMBmodecmb1.text=--|"
+                 "cboInputSourcedmd1.currentIndex=-1|cboDemodModedmd1.currentIndex=-1|cboDemodModedmd1.shownText=|"
+                 "cboVFBWdmd1.count=2|cboVFBWdmd1.currentIndex=-1|lineDataRateAdmd1.text=--|lineDataRateBdmd1.text=--|"
+                 "lblAnalogGainAValdmd1.text=--|sldrAnalogGainAdmd1.value=0|checkBoxAutoModIndexdmd1.standIn=--|"
+                 "lblAnalogBWBValdmd1.text=--|lblAnalogAVoltagedmd1.text=--|lblFreqOffsetValdmd1.text=--|"
+                 "lblPeakDevValdmd1.text=--"),
+             QByteArray());
+    for (const QByteArray entry : { "lineDataRateAdmd1", "doubleSpinBoxFREQch1" }) { // Return enters nothing
+        const QByteArrayList warnings = PanelBench::warningsDuring([&] {
+            widget(entry).setFocus();
+            QCOMPARE(m_bench->sentBy([&] { QTest::keyClick(&widget(entry), Qt::Key_Return); }), kNothing);
+        });
+        QCOMPARE(warnings, kNothing);
+        QCOMPARE(m_bench->mistakes(entry + ".text=--"), QByteArray());
+    }
 }
 
 void FlowPanelsTest::reports_data()
@@ -195,7 +269,9 @@ void FlowPanelsTest::reports_data()
             "C1:POLA:0 C1:AGCA:9000|cboPOLAcmb1.currentIndex=0|progBarAGCAcmb1.text=9 V|progBarAGCAcmb1.value=2500, "
             "C1:POLB:0 C1:AGCB:1234.5678|cboPOLBcmb1.currentIndex=0|progBarAGCBcmb1.text=1.23457 V|"
             "progBarAGCBcmb1.value=1234, C1:NAME:A&B|groupBoxCmbr1.title=A&&B, "
-            "C1:CVMD:2 C1:CVMD:-1 C1:CHZ1:2 C1:SLPA:3 C1:POLA:x C1:IMPA:1 C2:CMOD:1 C1:CLCK:2 C1:CLCS:3 C1:AGCA:abc, "
+            "C1:CVMD:2 C1:CVMD:-1 C1:CHZ1:2 C1:SLPA:3 C1:POLA:x C1:IMPA:1 C2:CMOD:1 C1:CLCK:2 C1:CLCS:3 C1:AGCA:abc|"
+            "btnCMBZ1cmb1.text=2|cboPOLAcmb1.currentIndex=-1|cboSLPAcmb1.currentIndex=-1|"
+            "cboVideoModecmb1.currentIndex=-1, "
             "D@:DVBW:3500000 D@:RATEA:10500000 D@:RATEB:1234 D@:NAME:South D@:FOFF:-12.5 D@:PDEV:3500000 D@:VLV1:1234 "
             "D@:AFMS:1|lblAnalogBWAValdmd@.text=3.5 MHz|lblAnalogBWBValdmd@.text=3.5 MHz|lineDataRateAdmd@.text=10.5M|"
             "lineDataRateBdmd@.text=1.234K|groupBoxDmd@.title=South|lblFreqOffsetValdmd@.text=-12.5 KHz|"
@@ -209,10 +285,18 @@ void FlowPanelsTest::reports_data()
             "D@:VFBW:0, D@:VFIR:0|cboVFBWdmd@.currentIndex=0, D@:VIDP:1|cboAnalogPoldmd@.currentIndex=1, "
             "D@:VFIR:0 D@:VFFL:100,200,300|cboVFBWdmd@.count=3|cboVFBWdmd@.currentIndex=0, "
             "D1:VFFL:100,200,300 D1:VFIR:2|cboVFBWdmd1.count=3|cboVFBWdmd1.currentIndex=2, "
-            "D1:VFFL:100,200,300|cboVFBWdmd1.count=3, D1:VFFL:100|cboVFBWdmd1.count=1|cboVFBWdmd1.currentIndex=0, "
-            "D1:VGN1:12.5 D1:VGN2:300 D1:VGN1:-1|lblAnalogGainAValdmd1.text=-1dB|lblAnalogGainBValdmd1.text=300dB, "
+            "D1:VFFL:100,200,300|cboVFBWdmd1.count=3, D1:VFFL:100|cboVFBWdmd1.count=1|cboVFBWdmd1.currentIndex=-1, "
+            "D1:VGN1:12.5 D1:VGN2:300 D1:VGN1:-1|lblAnalogGainAValdmd1.text=-1dB|sldrAnalogGainAdmd1.value=0|"
+            "lblAnalogGainBValdmd1.text=300dB|sldrAnalogGainBdmd1.value=255, "
+            "D1:FOFF:1e308 D1:PDEV:1e308 D1:VLV1:-1e308 D1:DVBW:1e308 D1:RATEA:1e308|"
+            "lblFreqOffsetValdmd1.text=1e308 KHz|lblPeakDevValdmd1.text=1e+302 MHz|"
+            "lblAnalogAVoltagedmd1.text=-1e+305 V|lblAnalogBWAValdmd1.text=1e+302 MHz|"
+            "lblAnalogBWBValdmd1.text=1e+302 MHz|lineDataRateAdmd1.text=1e308, "
+            "D1:DMLS:AQPSK,PCM-FM|cboDemodModedmd1.count=2|cboDemodModedmd1.currentIndex=0, "
+            "D1:DMLS:PCM-FM|cboDemodModedmd1.count=1|cboDemodModedmd1.currentIndex=-1, "
             "D1:VCFG:4 D1:BSDR:x U0:SDM1:9 U0:SDM1:x U0:SDM1:-2147483648 U0:SLAVE:3 D1:FOFF:abc "
-            "D1:DLCK:2 D1:DFAQ:1 D4:BSDR:1, U0:SLAVE:1 U0:SLAVE:0, "
+            "D1:DLCK:2 D1:DFAQ:1 D4:BSDR:1|cboDerandomizerdmd1.currentIndex=-1|"
+            "cboInputSourcedmd1.currentIndex=-1|cboOutputModedmd1.currentIndex=-1, U0:SLAVE:1 U0:SLAVE:0, "
             "U0:SLAVE:1|lblSlavedch1.visible=true|lblSlavedch2.visible=true|lblSlaveddmd1.visible=true|"
             "lblSlaveddmd2.visible=true|lblSlaveddmd3.visible=true, "
             "U0:SLAVE:2|lblSlaveddmd1.visible=true|lblSlaveddmd2.visible=true|lblSlaveddmd3.visible=true, "
@@ -223,10 +307,13 @@ void FlowPanelsTest::reports_data()
             "R2:PLYB:1|cboPLYBch2.currentIndex=1|doubleSpinBoxFREQch2.enabled=false|progBarSSLVch2.visible=false|"
             "progBarAGCAch2.visible=false|progBarAGCBch2.visible=false|progBarAGCAcmb1.visible=false|"
             "progBarAGCBcmb1.visible=false");
-    addRows("plain", "D1:VGN1:128 D1:VGN1:12.5|lblAnalogGainAValdmd1.text=50 %|sldrAnalogGainAdmd1.value=128, "
-                     "D1:VGN1:99999999|lblAnalogGainAValdmd1.text=39215685 %, "
+    addRows("plain", "D1:VGN1:128|lblAnalogGainAValdmd1.text=50 %|sldrAnalogGainAdmd1.value=128, "
+                     "D1:VGN1:12.5|lblAnalogGainAValdmd1.text=12.5|sldrAnalogGainAdmd1.value=0, "
+                     "D1:VGN1:99999999|lblAnalogGainAValdmd1.text=39215685 %|sldrAnalogGainAdmd1.value=255, "
                      "D3:VGN2:254|lblAnalogGainBValdmd3.text=99 %|sldrAnalogGainBdmd3.value=254, D1:VFFL:100, "
-                     "D1:VFIR:0, D1:VFBW:0|cboVFBWdmd1.currentIndex=0");
+                     "D1:VFIR:0, D1:VFBW:0|cboVFBWdmd1.currentIndex=0, "
+                     "D1:VFLS:a,b|cboVFBWdmd1.count=2, D1:VFLS:a|cboVFBWdmd1.count=1|cboVFBWdmd1.currentIndex=-1, "
+                     "C1:IFLS:a,b,c,d|cboIFBWcmb1.count=4, C1:IFLS:a|cboIFBWcmb1.count=1|cboIFBWcmb1.currentIndex=-1");
     addRows("K412W", "D3:VFBW:2|cboVFBWdmd3.currentIndex=2"); // out of sight, but ready
     addRows("D2 alone", "U0:SDM2:B|cboInputSourcedmd1.currentIndex=4, U0:SDM1:B");
 }

@@ -386,6 +386,10 @@ void MainWindowTest::menus()
         m_bench->report({ request });
         before = after;
     }
+    chassis().refuse("U0:TMRF");
+    m_bench->report({ "U0:TMRF:Unknown" }); // as if it had never been read
+    QCOMPARE(outcome([this] { m_bench->action(u"actionInternalRef"_s).trigger(); }),
+             "U0:TMRF:1|FrequencyDiversitySlaving");
 }
 
 void MainWindowTest::boxes_data()

@@ -2,7 +2,9 @@
 
 #include "controls/FocusReturn.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
+#include <QComboBox>
 #include <QMenuBar>
 #include <QTest>
 
@@ -21,10 +23,10 @@ const QByteArray kOutOfLock = "background-color: rgb(229, 227, 225); color: #f11
 const QByteArray kManual = "background-color: rgb(229, 227, 225); color: #000000;";
 
 /// What either receiver reports before each case.
-const QByteArray kStart =
-    "NAME:Receiver;FLST:2395.5 2200.5,1485.5 1435.5;FREQ:2250.5;IFBW:1;AGCF:0;AGCZ:0;SLPA:1;SLPB:2;"
-    "POLA:0;POLB:1;AGCT:1;AFC:1;AFCM:40;CAMP:1;PLYB:0;ACFE:0;ANCF:-20;SYNL:1;MAFL:1;RLST:3;"
-    "SSLV:-85.6;AGCA:100;AGCB:-100";
+const QByteArray kStart = "NAME:Receiver;FLST:2395.5 2200.5,1485.5 1435.5;IFLS:1 MHz,5 MHz,10 "
+                          "MHz;FREQ:2250.5;IFBW:1;AGCF:0;AGCZ:0;SLPA:1;SLPB:2;"
+                          "POLA:0;POLB:1;AGCT:1;AFC:1;AFCM:40;CAMP:1;PLYB:0;ACFE:0;ANCF:-20;SYNL:1;MAFL:1;RLST:3;"
+                          "SSLV:-85.6;AGCA:100;AGCB:-100";
 
 const QList<std::pair<QByteArray, int>> kBoxes{ { "IFBW", 3 }, { "SLPA", 3 }, { "SLPB", 3 },
                                                 { "POLA", 2 }, { "POLB", 2 }, { "AGCT", 5 },
@@ -53,6 +55,7 @@ private Q_SLOTS:
     void halfTypedEntries();
     void reportsDuringEntry();
     void stepsAheadOfTheAnswers();
+    void listChangesWhileOpen();
     void longNames();
     void slavedReceiverFollows();
     void wheelNeedsTheFocus();
@@ -178,6 +181,16 @@ void ReceiverPanelTest::operatorChanges_data()
     row({ "R1:ACFE:1" }, "lineAntennaCFch1", "-20", "", { "lblRFFQch1.focus=true" });
     for (const char *noNumber : { "abc", "99999999999" })
         row({ "R1:ACFE:1" }, "lineAntennaCFch1", noNumber, "R1:ANCF:0", { "lineAntennaCFch1.text=0" });
+
+    // What a control cannot show is replaced by whatever is chosen.
+    row({ "R1:FREQ:9999" }, "doubleSpinBoxFREQch1", "2300", "R1:FREQ:2300.0", { "doubleSpinBoxFREQch1.text=2300.0" });
+    row({ "R1:FLST:300 199.9", "R1:FREQ:abc" }, "doubleSpinBoxFREQch1", "199.9", "R1:FREQ:199.9",
+        { "doubleSpinBoxFREQch1.text=199.9" }); // which the box holds meanwhile
+    row({ "R1:IFBW:3" }, "cboIFBWch1", "0", "R1:IFBW:0", { "cboIFBWch1.shownText=1 MHz" });
+    row({ "R1:AFC:4", "R1:AFCM:x" }, "sldrAFCMch1", "Right", "R1:AFCM:1", { "lblRLSTvalch1.text=1 KHz" });
+    row({ "R1:AGCF:on" }, "btnAGCFch1", "click", "R1:AGCF:0", { "btnAGCFch1.text=OFF" });
+    row({ "R1:ACFE:on" }, "checkBoxAntennaCFch1", "Space", "R1:ACFE:1",
+        { "checkBoxAntennaCFch1.checked=true", "checkBoxAntennaCFch1.standIn=" });
 }
 
 void ReceiverPanelTest::operatorChanges()
@@ -217,7 +230,7 @@ void ReceiverPanelTest::reports_data()
     row({ "R1:SSLV:-70.6" }, { "progBarSSLVch1.format=-71 dBm", "progBarSSLVch1.value=-71" });
     row({ "R1:SSLV:-0.4" }, { "progBarSSLVch1.format=0 dBm" });
     row({ "R1:SSLV:-300" }, { "progBarSSLVch1.value=-140" });
-    row({ "R1:SSLV:1e20" }, { "progBarSSLVch1.value=20" });
+    row({ "R1:SSLV:1e20" }, { "progBarSSLVch1.format=1e+20 dBm", "progBarSSLVch1.value=20" });
     row({ "R1:SSLV:abc" }, { "progBarSSLVch1.format=-86 dBm" });
     row({ "R1:AGCZ:5", "R1:SSLV:-70.6" }, { "progBarSSLVch1.format=-71" });
     row({ "R1:AGCZ:1", "R1:SSLV:2.4" }, { "progBarSSLVch1.format=2 dB", "lblCARRch1.styleSheet=" + kRedLamp });
@@ -239,15 +252,26 @@ void ReceiverPanelTest::reports_data()
 
     for (const auto &[mnemonic, count] : kBoxes) {
         const QByteArray setting = "R2:" + mnemonic + ':';
-        row({ setting + '0', setting + "-1", setting + QByteArray::number(count), setting + 'x', setting },
-            { "cbo" + mnemonic + "ch2.currentIndex=0" });
+        const QByteArray box = "cbo" + mnemonic + "ch2";
+        for (const QByteArray &value : QByteArrayList{ "-1", QByteArray::number(count), "x", "" })
+            row({ setting + '0', setting + value }, { box + ".currentIndex=-1", box + ".shownText=" + value });
     }
-    for (const auto &[offset, position] : { std::pair("-120", "-120"), std::pair("+050", "50"), std::pair("12.5", "40"),
-                                            std::pair("300", "40"), std::pair("", "40") })
-        row({ "R1:AFC:4", QByteArray("R1:AFCM:") + offset }, { QByteArray("sldrAFCMch1.value=") + position });
-    row({ "R2:FREQ:1450.3", "R2:FREQ:abc", "R2:FREQ:9999", "R2:FREQ:", "R2:FREQ:nan" },
-        { "doubleSpinBoxFREQch2.text=1450.3", "doubleSpinBoxFREQch1.text=2250.5" });
-    row({ "R2:AGCF:1", "R2:AGCF:2" }, { "btnAGCFch2.styleSheet=color:#28c125", "btnAGCFch1.styleSheet=color:#000000" });
+    for (const char *offset : { "-120 -120 -120 KHz", "+050 50 +050 KHz", "12.5 0 12.5 KHz", "300 200 300 KHz",
+                                "1e308 0 1e308 KHz", " 0 --" }) {
+        const QByteArray text(offset);
+        const QByteArrayList words = text.split(' ');
+        row({ "R1:AFC:4", "R1:AFCM:" + words[0] },
+            { "sldrAFCMch1.value=" + words[1], "lblRLSTvalch1.text=" + words.mid(2).join(' ') });
+    }
+    row({ "R2:FREQ:1450.3" }, { "doubleSpinBoxFREQch2.text=1450.3", "doubleSpinBoxFREQch1.text=2250.5" });
+    for (const char *shown : { "abc 199.9 abc", "9999 5250.1 9999", "nan 199.9 nan", " 199.9 --" }) {
+        const QByteArrayList words = QByteArray(shown).split(' ');
+        row({ "R2:FREQ:" + words[0] },
+            { "doubleSpinBoxFREQch2.value=" + words[1], "doubleSpinBoxFREQch2.text=" + words[2] });
+    }
+    row({ "R2:AGCF:1", "R2:AGCF:2" }, { "btnAGCFch2.text=2", "btnAGCFch2.styleSheet=color:#28c125" });
+    row({ "R2:IFLS:1 MHz" }, { "cboIFBWch2.count=1", "cboIFBWch2.currentIndex=-1", "cboIFBWch2.shownText=1" });
+    row({ "R2:IFLS:a,b,c,d" }, { "cboIFBWch2.count=4", "cboIFBWch2.shownText=b", "cboIFBWch1.count=3" });
     row({ "R2:NAME:Mast", "R2:ACFE:1", "R2:ANCF:9" }, { "groupBoxRcvr2.title=Mast", "checkBoxAntennaCFch2.checked=true",
                                                         "lineAntennaCFch2.enabled=true", "lineAntennaCFch2.text=9" });
     row({ "R1:PLYB:1" },
@@ -316,9 +340,12 @@ void ReceiverPanelTest::reportsDuringEntry()
         });
         QCOMPARE(frames, QByteArrayList{ sent });
     }
-    m_bench->report({ "R1:FREQ:9999" }); // no frequency of the box, so giving up leads back to the last that was
+    PanelBench::type(widget("doubleSpinBoxFREQch1"), u"23"_s);
+    m_bench->report({ "R1:FREQ:9999" }); // no frequency of the box; giving up leads to it all the same
+    QCOMPARE(m_bench->mistakes("doubleSpinBoxFREQch1.text=23"), QByteArray());
     m_bench->window().RemoveControlFocusTmr_Tick();
-    QCOMPARE(m_bench->mistakes("doubleSpinBoxFREQch1.text=2300.0"), QByteArray());
+    QCOMPARE(m_bench->sentBy([this] { m_bench->operate("doubleSpinBoxFREQch1", "Up"); }), kNothing); // from where?
+    QCOMPARE(m_bench->mistakes("doubleSpinBoxFREQch1.text=9999"), QByteArray());
 }
 
 void ReceiverPanelTest::stepsAheadOfTheAnswers()
@@ -337,6 +364,27 @@ void ReceiverPanelTest::stepsAheadOfTheAnswers()
     QCOMPARE(m_bench->sentBy([this] { m_bench->operate("doubleSpinBoxFREQch1", "Up"); }),
              QByteArrayList{ "R1:FREQ:2250.9" });
     QCOMPARE(m_bench->chassis().framesSince(mark).count("R1:FREQ:2250.7"), 1);
+}
+
+/// The list stays under the operator's finger; what is chosen from it means its place in the new list.
+void ReceiverPanelTest::listChangesWhileOpen()
+{
+    auto *const box = qobject_cast<QComboBox *>(&widget("cboIFBWch1"));
+    for (const auto &[key, sent] :
+         { std::pair(Qt::Key_Return, QByteArrayList{ "R1:IFBW:0" }), std::pair(Qt::Key_Escape, kNothing) }) {
+        m_bench->report({ "R1:IFLS:1 MHz,5 MHz,10 MHz", "R1:IFBW:1" });
+        QCOMPARE(m_bench->sentBy([&, pressed = key] {
+            box->showPopup();
+            QTest::keyClick(box->view(), Qt::Key_End);
+            m_bench->report({ "R1:IFBW:0", "R1:IFLS:10 MHz,20 MHz", "R1:IFBW:1" });
+            QVERIFY(box->view()->currentIndex().data().toString() == "10 MHz"_L1 && box->count() == 3);
+            QTest::keyClick(box->view(), pressed);
+        }),
+                 sent);
+        QCOMPARE(m_bench->mistakes("cboIFBWch1.count=2|cboIFBWch1.shownText=" +
+                                   QByteArray(sent.isEmpty() ? "20 MHz" : "10 MHz")),
+                 QByteArray());
+    }
 }
 
 void ReceiverPanelTest::longNames()

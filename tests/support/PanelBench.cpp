@@ -75,9 +75,11 @@ void PanelBench::turnWheel(QWidget &widget)
 
 void PanelBench::operate(const QByteArray &name, const QByteArray &input)
 {
-    static const QHash<QByteArray, Qt::Key> keys{
-        { "Up", Qt::Key_Up }, { "Down", Qt::Key_Down }, { "Right", Qt::Key_Right }, { "Space", Qt::Key_Space }
-    };
+    static const QHash<QByteArray, Qt::Key> keys{ { "Up", Qt::Key_Up },
+                                                  { "Down", Qt::Key_Down },
+                                                  { "Right", Qt::Key_Right },
+                                                  { "Space", Qt::Key_Space },
+                                                  { "Home", Qt::Key_Home } };
     QWidget &control = widget(name);
     QVERIFY2(control.isVisible() && control.isEnabled(), "out of the operator's reach");
     control.setFocus();

@@ -1,0 +1,33 @@
+#include "controls/ValueSlider.h"
+
+#include "controls/ValueText.h"
+
+#include <QSignalBlocker>
+
+ValueSlider::ValueSlider(QWidget *parent) : QSlider(parent)
+{
+    connect(this, &QSlider::valueChanged, this, [this] { m_standIn.clear(); });
+    // A key that leads to, or a press on, the place where it stands already
+    connect(this, &QSlider::actionTriggered, this, [this](int action) {
+        if (action != SliderMove && sliderPosition() == value())
+            chooseStandIn();
+    });
+    connect(this, &QSlider::sliderReleased, this, &ValueSlider::chooseStandIn);
+}
+
+void ValueSlider::showValue(const QString &value)
+{
+    const QSignalBlocker showing(this);
+    bool isWhole = false;
+    const int position = value.toInt(&isWhole); // 0, where each slider begins, for anything else
+    setValue(position);
+    m_standIn = isWhole && position == this->value() ? QString() : ValueText::shown(value);
+}
+
+QString ValueSlider::shownText() const { return m_standIn.isEmpty() ? QString::number(value()) : m_standIn; }
+
+void ValueSlider::chooseStandIn()
+{
+    if (!m_standIn.isEmpty())
+        Q_EMIT valueChanged(value());
+}
