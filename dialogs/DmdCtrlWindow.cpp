@@ -1,7 +1,9 @@
 #include "dialogs/DmdCtrlWindow.h"
 
+#include "controls/ChoiceBox.h"
 #include "controls/NumberText.h"
 #include "controls/OnOff.h"
+#include "controls/ValueText.h"
 #include "controls/WheelGuard.h"
 #include "controls/WidgetUpdate.h"
 #include "dialogs/DmdNumber.h"
@@ -44,6 +46,18 @@ const QHash<QString, QStringList> kLockedByMode{
       { Commands::LBWB, Commands::LBWC, Commands::SWRG, Commands::SWRT, Commands::BSIL, Commands::DFAQ,
         Commands::DAFC } },
 };
+
+/// The text that an entry shows for the card's value: itself if it is no such number.
+QString textOf(const DmdNumber &number, const QString &value)
+{
+    const QString text = number.toText(value);
+    return text.isEmpty() ? ValueText::shown(value) : text;
+}
+
+QString versionText(const QString &version)
+{
+    return ValueText::isKnown(version) ? u'v' + version : ValueText::shown(version);
+}
 
 /// The card itself writes it with two decimals.
 bool isAutomaticModIndex(const QString &TMID) { return NumberText::parse(TMID) == 0.0; }
@@ -133,21 +147,26 @@ void DmdCtrlWindow::chooseLayout(bool hasClockPhase)
 
 void DmdCtrlWindow::fill()
 {
-    fillIfFilters();
+    ui->cboFIRFilterBWdmd->refill(m_channel->ifFilters());
     for (const Choice &choice : std::as_const(m_choices))
         display(choice, (m_channel->*choice.get)());
     for (const Entry &entry : std::as_const(m_entries))
         showInForce(entry);
-    ui->lblFPGA1valdmd->setText(u'v' + m_channel->getFGA1());
-    ui->lblFPGA2valdmd->setText(u'v' + m_channel->getFGA2());
-    ui->lblMPUvaldmd->setText(u'v' + m_channel->getMPUV());
+    ui->lblFPGA1valdmd->setText(versionText(m_channel->getFGA1()));
+    ui->lblFPGA2valdmd->setText(versionText(m_channel->getFGA2()));
+    ui->lblMPUvaldmd->setText(versionText(m_channel->getMPUV()));
 }
 
 void DmdCtrlWindow::connectControls()
 {
-    for (const Choice &choice : std::as_const(m_choices))
+    for (const Choice &choice : std::as_const(m_choices)) {
         connect(choice.box, &QComboBox::currentIndexChanged, this,
                 [this, choice](int index) { choose(choice, index); });
+        connect(choice.box, &ChoiceBox::refilled, this, [this, choice] {
+            if (!m_channel->isSetPending(choice.mnemonic))
+                display(choice, (m_channel->*choice.get)());
+        });
+    }
     for (const Entry &entry : std::as_const(m_entries)) {
         connect(entry.line, &QLineEdit::returnPressed, this, [this, entry] { enter(entry); });
         connect(entry.line, &QLineEdit::textEdited, &m_focusReturn, &FocusReturn::start);
@@ -175,8 +194,6 @@ void DmdCtrlWindow::showTitle()
 
 void DmdCtrlWindow::choose(const Choice &choice, int index)
 {
-    if (!m_guard.AcceptControlChanges() || index < 0)
-        return;
     const QString value = valueAt(choice.form, index);
     (m_channel->*choice.set)(value);
     if (choice.setToo)
@@ -189,7 +206,7 @@ void DmdCtrlWindow::enter(const Entry &entry)
     const DmdNumber &number = *entry.number;
     const QString text = entry.line->text();
     // Return on what is shown must not send it: it may be rounded.
-    const bool isTouched = entry.line->isModified() || text != number.toText((m_channel->*number.get)());
+    const bool isTouched = entry.line->isModified() || text != textOf(number, (m_channel->*number.get)());
     const double value = number.parse(text);
     bool isRefused = false;
     if (isTouched) {
@@ -244,7 +261,7 @@ void DmdCtrlWindow::UpdateSetting(const QString &Module, const QString &Cmd, con
             display(entry, Data);
     }
     if (Cmd == Commands::IFFL)
-        fillIfFilters();
+        ui->cboFIRFilterBWdmd->refill(m_channel->ifFilters());
     if (kModeSettings.contains(Cmd))
         ShowHideControls();
     if (Cmd == Commands::ASRG)
@@ -253,30 +270,15 @@ void DmdCtrlWindow::UpdateSetting(const QString &Module, const QString &Cmd, con
 
 void DmdCtrlWindow::display(const Choice &choice, const QString &value)
 {
-    const ControlGuard::Scope showing(m_guard);
-    if (const auto position = positionOf(choice.form, value); position && *position < choice.box->count())
-        choice.box->setCurrentIndex(int(*position));
+    choice.box->showItem(positionOf(choice.form, value), value);
 }
 
 void DmdCtrlWindow::display(const Entry &entry, const QString &value)
 {
-    const QString text = entry.number->toText(value);
-    if (!entry.line->isModified() && entry.line->text() != text)
-        entry.line->setText(text);
+    entry.line->showText(textOf(*entry.number, value));
 }
 
 void DmdCtrlWindow::showInForce(const Entry &entry) { display(entry, (m_channel->*entry.number->get)()); }
-
-void DmdCtrlWindow::fillIfFilters()
-{
-    const ControlGuard::Scope showing(m_guard);
-    ui->cboFIRFilterBWdmd->clear();
-    ui->cboFIRFilterBWdmd->addItems(m_channel->ifFilters());
-    for (const Choice &choice : std::as_const(m_choices)) {
-        if (choice.mnemonic == Commands::DFIR)
-            display(choice, m_channel->getDFIR());
-    }
-}
 
 void DmdCtrlWindow::followSweepRangeMode(const QString &ASRG)
 {
@@ -293,15 +295,15 @@ QString DmdCtrlWindow::valueAt(Form form, int index)
     return QString::number(form == Form::PositionLessOne ? index - 1 : index);
 }
 
-/// Nothing for a text that is no position.
-std::optional<qint64> DmdCtrlWindow::positionOf(Form form, const QString &value)
+/// -1 for a text that is no position.
+qint64 DmdCtrlWindow::positionOf(Form form, const QString &value)
 {
-    std::optional<qint64> position = NumberText::parseWhole(value);
-    if (position && form == Form::PositionLessOne)
-        ++*position;
-    else if (position && form == Form::VideoSource && *position >= kFirstMovedSource)
-        *position -= kSourceGap;
-    return position && *position >= 0 ? position : std::nullopt;
+    const auto position = NumberText::parseWhole(value);
+    if (!position)
+        return -1;
+    if (form == Form::PositionLessOne)
+        return qint64(*position) + 1;
+    return form == Form::VideoSource && *position >= kFirstMovedSource ? *position - kSourceGap : *position;
 }
 
 // What applies at present

@@ -1,18 +1,16 @@
 #pragma once
 
 #include "channels/DmdChan.h"
-#include "controls/ControlGuard.h"
 #include "controls/FocusReturn.h"
 #include "dialogs/EntryDialog.h"
 
 #include <QList>
 
 #include <memory>
-#include <optional>
 
-class QComboBox;
+class ChoiceBox;
 class QLabel;
-class QLineEdit;
+class ValueEdit;
 struct DmdNumber;
 
 namespace Ui {
@@ -64,7 +62,7 @@ private:
     struct Choice
     {
         QLabel *label;
-        QComboBox *box;
+        ChoiceBox *box;
         QLatin1StringView mnemonic;
         Getter get;
         Setter set;
@@ -75,7 +73,7 @@ private:
     struct Entry
     {
         QLabel *label;
-        QLineEdit *line;
+        ValueEdit *line;
         const DmdNumber *number;
     };
 
@@ -91,7 +89,6 @@ private:
     void display(const Choice &choice, const QString &value);
     void display(const Entry &entry, const QString &value);
     void showInForce(const Entry &entry);
-    void fillIfFilters();
     void followSweepRangeMode(const QString &ASRG);
     void emptySweepRange();
     void showTitle();
@@ -100,12 +97,11 @@ private:
     void setUsable(QWidget *label, QWidget *control, bool usable);
 
     [[nodiscard]] static QString valueAt(Form form, int index);
-    [[nodiscard]] static std::optional<qint64> positionOf(Form form, const QString &value);
+    [[nodiscard]] static qint64 positionOf(Form form, const QString &value);
 
     std::unique_ptr<Ui::DmdCtrlWindow> ui;
     DmdChan *m_channel;
     bool *m_open;
-    ControlGuard m_guard;
     FocusReturn m_focusReturn;
     QList<Choice> m_choices;
     QList<Entry> m_entries;

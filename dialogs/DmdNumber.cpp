@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <limits>
 
 using namespace Qt::StringLiterals;
@@ -32,7 +33,7 @@ double rate(const QString &text) { return NumberText::parseScaled(text); }
 template <int Decimals>
 QString fixed(double value)
 {
-    return QString::number(value, 'f', Decimals);
+    return NumberText::fixed(value, Decimals);
 }
 
 /// Four digits, two's complement.
@@ -58,7 +59,10 @@ QString shownHex(const QString &wire, Show show)
 
 QString percentText(const QString &wire)
 {
-    return shown(wire, [](double fraction) { return fixed<2>(fraction * kPercent); });
+    return shown(wire, [&wire](double fraction) {
+        const double percent = fraction * kPercent;
+        return std::isfinite(percent) ? fixed<2>(percent) : wire;
+    });
 }
 
 QString twoDecimalsText(const QString &wire) { return shown(wire, fixed<2>); }

@@ -1,9 +1,10 @@
 #include "dialogs/EyeConstWindow.h"
 
 #include "channels/DmdChan.h"
+#include "controls/ChoiceBox.h"
+#include "controls/NumberText.h"
 #include "controls/WheelGuard.h"
 
-#include <QComboBox>
 #include <QGridLayout>
 
 #include <algorithm>
@@ -14,7 +15,7 @@ EyeConstWindow::EyeConstWindow(QWidget *parent, DmdChan *channel, bool *open)
     : QDialog(parent)
     , m_channel(channel)
     , m_open(open)
-    , m_cboMode(new QComboBox(this))
+    , m_cboMode(new ChoiceBox(this))
 {
     setObjectName(u"EyeConstWindow"_s);
     resize(400, 300);
@@ -41,15 +42,11 @@ EyeConstWindow::~EyeConstWindow() { *m_open = false; }
 
 void EyeConstWindow::DisplayMode(const QString &value)
 {
-    const ControlGuard::Scope showing(m_guard);
-    m_cboMode->setCurrentIndex(std::max(value.toInt(), 0));
+    const auto mode = NumberText::parseWhole(value);
+    m_cboMode->showItem(mode ? std::max(*mode, 0) : -1, value);
 }
 
-void EyeConstWindow::cboMode_currentIndexChanged(int index)
-{
-    if (m_guard.AcceptControlChanges())
-        m_channel->setDSDM(QString::number(index));
-}
+void EyeConstWindow::cboMode_currentIndexChanged(int index) { m_channel->setDSDM(QString::number(index)); }
 
 void EyeConstWindow::UpdateSetting(const QString &Module, const QString &Cmd, const QString &Data, bool CmdFailed,
                                    const QString &FailedData)

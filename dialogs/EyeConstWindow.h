@@ -1,11 +1,9 @@
 #pragma once
 
-#include "controls/ControlGuard.h"
-
 #include <QDialog>
 
 class DmdChan;
-class QComboBox;
+class ChoiceBox;
 
 /// Chooses what a demodulator sends on its eye output. Deletes itself when closed.
 class EyeConstWindow : public QDialog
@@ -18,7 +16,7 @@ public:
     EyeConstWindow(QWidget *parent, DmdChan *channel, bool *open);
     ~EyeConstWindow() override;
 
-    /// Shows a mode, "0" to "3"; a negative one counts as 0, any other leaves the box empty.
+    /// Shows a mode, "0" to "3"; a negative one counts as 0, any other is none of the list.
     void DisplayMode(const QString &value);
 
 public Q_SLOTS:
@@ -32,6 +30,5 @@ public Q_SLOTS:
 private:
     DmdChan *m_channel;
     bool *m_open;
-    QComboBox *m_cboMode;
-    ControlGuard m_guard;
+    ChoiceBox *m_cboMode;
 };

@@ -46,6 +46,7 @@ private Q_SLOTS:
     void entries_data();
     void entries();
     void halfTypedEntries();
+    void valuesThatAreNoNumber();
     void lockedControls_data();
     void lockedControls();
     void layouts();
@@ -149,6 +150,15 @@ void DemodulatorWindowsTest::choices()
         QCOMPARE(sentBy([&] { pick(box(parts[1]), item); }), frames(item).first(1)); // a second setting has it already
         QCOMPARE(box(parts[1])->currentText(), text(item));
     }
+    // A value of no item is shown itself, and any item replaces it; a refused one brings it back.
+    QCOMPARE(sentOn(mnemonic.last(4) + ":99"), kNothing);
+    m_bench.far.refuse(mnemonic);
+    QCOMPARE(sentBy([&] { pick(box(parts[1]), 0); }).first(1), frames(0).first(1));
+    QVERIFY(box(parts[1])->currentIndex() == -1 && box(parts[1])->property("shownText") == u"99"_s);
+    m_bench.far.behave(mnemonic);
+    QCOMPARE(sentOn(mnemonic.last(4) + ":Unknown"), kNothing);
+    QVERIFY(box(parts[1])->currentIndex() == -1 && box(parts[1])->property("shownText") == QString());
+
     const auto labels = m_window->findChildren<QLabel *>();
     QVERIFY(labels.isEmpty() || std::any_of(labels.begin(), labels.end(), [&](const QLabel *label) {
                 return label->buddy() == box(parts[1]) && label->text() == parts[2] && label->isVisible();
@@ -234,6 +244,31 @@ void DemodulatorWindowsTest::halfTypedEntries()
     (void)sentBy([] {}); // unanswered in the end
     QCOMPARE(field->text(), u"1.00"_s);
     m_bench.far.behave("D1:LBWB");
+}
+
+void DemodulatorWindowsTest::valuesThatAreNoNumber()
+{
+    QCOMPARE(sentOn("LBWB:Unknown SWRG:Unknown SWRT:abc LBWC:1e308 TMID:1e300 RDRG:84zzzz"), kNothing);
+    QStringList texts;
+    for (const char *name : { "BitSyncLoopBW", "SweepRange", "StepSize", "CarrierLoopBW", "DQMFrameSize" })
+        texts += line(QLatin1StringView(name) + "dmd"_L1)->text();
+    QCOMPARE(texts.join(u' '), u"-- -- abc 1e308 zzzz"_s);
+    QVERIFY(line(u"ModIndexdmd"_s)->text().size() < 10);
+
+    QLineEdit *const field = line(u"SweepRangedmd"_s);
+    QCOMPARE(sentBy([&] { QTest::keyClick(field, Qt::Key_Return); }), kNothing);
+    QCOMPARE(field->text(), u"--"_s);
+    m_bench.far.refuse("D1:SWRG");
+    for (const QString &back : { u"--"_s, u"70"_s }) { // refused, then accepted
+        const auto type = [&] {
+            QTest::mouseClick(field, Qt::LeftButton, {}, field->rect().center());
+            QTest::keyClicks(field, u"70"_s); // replaces what is shown
+            QTest::keyClick(field, Qt::Key_Return);
+        };
+        QCOMPARE(sentBy(type), QByteArrayList{ "D1:SWRG:70" });
+        QCOMPARE(field->text(), back);
+        m_bench.far.behave("D1:SWRG");
+    }
 }
 
 void DemodulatorWindowsTest::lockedControls_data()
