@@ -5,7 +5,6 @@
 #include "controls/OnOff.h"
 #include "controls/ValueText.h"
 
-#include <QComboBox>
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
@@ -50,13 +49,6 @@ void WidgetUpdate::range(QProgressBar *bar, int minimum, int maximum)
     const int value = bar->value();
     bar->setRange(minimum, maximum); // empties a bar whose value the new range does not hold
     clampedValue(bar, value);
-}
-
-void WidgetUpdate::index(QComboBox *box, const QString &data)
-{
-    const auto index = NumberText::parseWhole(data);
-    if (index && *index >= 0 && *index < box->count())
-        box->setCurrentIndex(*index);
 }
 
 void WidgetUpdate::onOff(QPushButton *button, const QString &data)

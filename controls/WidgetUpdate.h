@@ -3,7 +3,6 @@
 #include <QString>
 
 class ChoiceBox;
-class QComboBox;
 class QLabel;
 class QProgressBar;
 class QPushButton;
@@ -21,8 +20,6 @@ void format(QProgressBar *bar, const QString &format);
 void clampedValue(QProgressBar *bar, int value);
 /// Changes the range and keeps the value as near as the new range allows.
 void range(QProgressBar *bar, int minimum, int maximum);
-/// Selects the item at the position that @p data holds; any other text leaves the box as it is.
-void index(QComboBox *box, const QString &data);
 /// Shows an on/off setting: "1" on, "0" off; any other text stands on the button itself, "--" for an
 /// unknown one, and the style of a known one stays.
 void onOff(QPushButton *button, const QString &data);

@@ -1,6 +1,7 @@
 #include "dialogs/TapeCtrlWindow.h"
 
 #include "controls/NumberText.h"
+#include "controls/ValueText.h"
 #include "controls/WheelGuard.h"
 #include "controls/WidgetUpdate.h"
 #include "ui_TapeCtrlWindow.h"
@@ -17,7 +18,12 @@ using Commands = TapeChan::Commands;
 
 constexpr int kFullScale = 255;
 
-QString percentage(int gain) { return QString::number(gain * 100 / kFullScale) + u" %"_s; }
+/// Of a whole number only.
+QString percentage(const QString &value)
+{
+    const auto gain = NumberText::parseWhole(value);
+    return gain ? QString::number(qint64(*gain) * 100 / kFullScale) + u" %"_s : ValueText::shown(value);
+}
 
 bool isFrequency(const QString &typed)
 {
@@ -67,7 +73,7 @@ void TapeCtrlWindow::connectControls()
 {
     connect(ui->lineTapeFreqtape1, &QLineEdit::returnPressed, this, &TapeCtrlWindow::lineTFREQ_returnPressed);
     connect(ui->lineTapeFreqtape1, &QLineEdit::textEdited, this, &TapeCtrlWindow::lineTFREQ_textEdited);
-    for (const Gain &gain : std::as_const(m_gains)) // not queued: the guard would no longer hold
+    for (const Gain &gain : std::as_const(m_gains))
         connect(gain.slider, &QSlider::valueChanged, this, gain.moved);
     connect(ui->btnClosetape1, &QPushButton::clicked, this, &QWidget::close);
     connect(&m_focusReturn, &FocusReturn::restoreDue, this, &TapeCtrlWindow::restoreFrequency);
@@ -106,14 +112,12 @@ void TapeCtrlWindow::sldrTGAINCMB_valueChanged(int value) { sendGain(ui->sldrTap
 
 void TapeCtrlWindow::sendGain(const QSlider *slider, int value)
 {
-    if (!m_guard.AcceptControlChanges())
-        return;
     m_focusReturn.start();
     for (const Gain &gain : std::as_const(m_gains)) {
         if (gain.slider != slider)
             continue;
         (m_channel->*gain.set)(QString::number(value));
-        WidgetUpdate::text(gain.label, percentage(value));
+        WidgetUpdate::text(gain.label, percentage(QString::number(value)));
     }
 }
 
@@ -127,7 +131,7 @@ void TapeCtrlWindow::UpdateSetting(const QString &Module, const QString &Cmd, co
     Q_UNUSED(FailedData)
     if (m_channel->isSetPending(Cmd))
         return;
-    if (Cmd == Commands::TFREQ && !ui->lineTapeFreqtape1->isModified())
+    if (Cmd == Commands::TFREQ)
         DisplayTapeFreq(Data);
     for (const Gain &gain : std::as_const(m_gains)) {
         if (Cmd == gain.mnemonic)
@@ -137,23 +141,15 @@ void TapeCtrlWindow::UpdateSetting(const QString &Module, const QString &Cmd, co
 
 void TapeCtrlWindow::DisplayTapeFreq(const QString &value)
 {
-    const QString text = NumberText::scaled(value);
-    if (ui->lineTapeFreqtape1->text() != text)
-        ui->lineTapeFreqtape1->setText(text);
-    if (!ui->lineTapeFreqtape1->hasFocus())
-        ui->lineTapeFreqtape1->setCursorPosition(0); // a text too long shows its beginning
+    ui->lineTapeFreqtape1->showText(ValueText::shown(NumberText::scaled(value)));
 }
 
 void TapeCtrlWindow::DisplayTapeGain(const QString &which, const QString &value)
 {
-    const ControlGuard::Scope showing(m_guard);
-    const auto position = value == "Unknown"_L1 ? 0 : NumberText::parseWhole(value); // as the form begins
-    if (!position || *position < 0 || *position > kFullScale)
-        return;
     for (const Gain &gain : std::as_const(m_gains)) {
         if (gain.which != which)
             continue;
-        gain.slider->setValue(*position);
-        WidgetUpdate::text(gain.label, percentage(*position));
+        gain.slider->showValue(value);
+        WidgetUpdate::text(gain.label, percentage(value));
     }
 }

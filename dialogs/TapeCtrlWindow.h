@@ -1,7 +1,6 @@
 #pragma once
 
 #include "channels/TapeChan.h"
-#include "controls/ControlGuard.h"
 #include "controls/FocusReturn.h"
 #include "dialogs/EntryDialog.h"
 
@@ -11,6 +10,7 @@
 
 class QLabel;
 class QSlider;
+class ValueSlider;
 
 namespace Ui {
 class TapeCtrlWindow;
@@ -29,7 +29,7 @@ public:
 
     /// Shows a frequency in Hz, shortened by "M" or "K".
     void DisplayTapeFreq(const QString &value);
-    /// Shows a gain on slider and label; one that is not whole or not within 0 to 255 leaves both as they are.
+    /// Shows a gain on slider and label.
     /// @param which "1" and "2" for the channels, "0" for the combined output
     void DisplayTapeGain(const QString &which, const QString &value);
 
@@ -48,7 +48,7 @@ private:
     struct Gain
     {
         QString which;
-        QSlider *slider;
+        ValueSlider *slider;
         QLabel *label;
         QLatin1StringView mnemonic;
         QString (TapeChan::*get)() const;
@@ -64,7 +64,6 @@ private:
     std::unique_ptr<Ui::TapeCtrlWindow> ui;
     TapeChan *m_channel;
     bool *m_open;
-    ControlGuard m_guard;
     FocusReturn m_focusReturn;
     QList<Gain> m_gains;
 };

@@ -1,8 +1,8 @@
 #include "dialogs/TmoipEntry.h"
 
+#include "controls/ValueEdit.h"
+#include "controls/ValueText.h"
 #include "dialogs/RefusalBox.h"
-
-#include <QLineEdit>
 
 #include <algorithm>
 
@@ -28,9 +28,9 @@ void TmoipEntry::refuse(const QWidget *widget, const QString &text)
     RefusalBox::open(QMessageBox::Information, u"Error"_s, text, widget->window());
 }
 
-std::optional<QString> TmoipEntry::take(QLineEdit *line, const QString &held, const QString &complaint)
+std::optional<QString> TmoipEntry::take(ValueEdit *line, const QString &held, const QString &complaint)
 {
-    if (!line->isModified() || !line->isActiveWindow()) // a box takes the keyboard in the middle of an entry
+    if (!line->isModified())
         return std::nullopt;
     line->setModified(false); // a box takes the focus, which ends the editing once more
     const QString typed = line->text();
@@ -41,13 +41,7 @@ std::optional<QString> TmoipEntry::take(QLineEdit *line, const QString &held, co
     return std::nullopt;
 }
 
-void TmoipEntry::show(QLineEdit *line, const QString &value)
+void TmoipEntry::show(ValueEdit *line, const QString &value)
 {
-    const QString text = isKnown(value) ? value : QString();
-    if (line->isModified() || line->text() == text)
-        return;
-    line->setText(text);
-    line->setCursorPosition(0); // a text too long shows its beginning
+    line->showText(ValueText::shown(value, std::max(value.size(), ValueText::kLongest)));
 }
-
-bool TmoipEntry::isKnown(const QString &value) { return value != "Unknown"_L1; }

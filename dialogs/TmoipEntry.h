@@ -4,8 +4,8 @@
 
 #include <optional>
 
-class QLineEdit;
 class QWidget;
+class ValueEdit;
 
 /// What the TMoIP windows share about fields and what is typed into them.
 namespace TmoipEntry {
@@ -21,12 +21,9 @@ void refuse(const QWidget *widget, const QString &text);
 
 /// The address that the operator has typed, once an entry. A text that is none is refused with @p complaint, and the
 /// field shows @p held again.
-[[nodiscard]] std::optional<QString> take(QLineEdit *line, const QString &held, const QString &complaint);
+[[nodiscard]] std::optional<QString> take(ValueEdit *line, const QString &held, const QString &complaint);
 
-/// Shows a value, unless the operator is typing; one that the card has not reported yet leaves the field empty.
-void show(QLineEdit *line, const QString &value);
-
-/// Whether the card has reported a value.
-[[nodiscard]] bool isKnown(const QString &value);
+/// Shows a value in full, unless the operator is typing; "--" for one that the card has not reported yet.
+void show(ValueEdit *line, const QString &value);
 
 } // namespace TmoipEntry

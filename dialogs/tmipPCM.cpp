@@ -1,12 +1,13 @@
 #include "dialogs/tmipPCM.h"
 
 #include "channels/TmoipCard.h"
+#include "controls/NumberText.h"
+#include "controls/ValueText.h"
 #include "controls/WidgetUpdate.h"
 #include "dialogs/TmoipEntry.h"
 #include "ui_tmipPCM.h"
 
 #include <QLocale>
-#include <QSignalBlocker>
 
 #include <utility>
 
@@ -17,8 +18,6 @@ namespace {
 using Commands = TmoipChan::Commands;
 
 constexpr int kRefreshMs = 333;
-
-QLineEdit *lineOf(const QSpinBox *spin) { return spin->findChild<QLineEdit *>(); }
 
 } // namespace
 
@@ -67,10 +66,8 @@ void tmipPCM::showKnown()
 {
     for (const Choice &choice : std::as_const(m_choices))
         display(choice, (m_channel->*choice.get)());
-    for (const Number &number : std::as_const(m_numbers)) {
-        if (TmoipEntry::isKnown((m_channel->*number.get)()))
-            display(number, (m_channel->*number.get)());
-    }
+    for (const Number &number : std::as_const(m_numbers))
+        display(number, (m_channel->*number.get)());
     TmoipEntry::show(ui->txtRMIP, m_channel->getRMIP());
     displayFlow(m_channel->getFLOW());
     UpdateAllDynamicParamsTmr_Tick();
@@ -82,10 +79,18 @@ void tmipPCM::discardEntries()
         return;
     ui->txtRMIP->setModified(false);
     TmoipEntry::show(ui->txtRMIP, m_channel->getRMIP());
+    for (const Number &number : std::as_const(m_numbers))
+        number.spin->discard();
+}
+
+void tmipPCM::commitEntries()
+{
+    if (!m_channel)
+        return;
+    on_txtRMIP_editingFinished();
     for (const Number &number : std::as_const(m_numbers)) {
-        const QSignalBlocker showing(number.spin);
-        if (lineOf(number.spin)->isModified())
-            lineOf(number.spin)->setText(QString::number(number.spin->value()));
+        if (number.spin->isHalfTyped())
+            number.spin->commit();
     }
 }
 
@@ -106,11 +111,7 @@ void tmipPCM::on_cmbBUFF_currentIndexChanged(int index) { m_channel->setBUFF(QSt
 
 void tmipPCM::on_cmbINPZ_currentIndexChanged(int index) { m_channel->setINPZ(QString::number(index)); }
 
-void tmipPCM::on_spinPORT_valueChanged(int value)
-{
-    if (isOperators(ui->spinPORT))
-        m_channel->setPORT(QString::number(value));
-}
+void tmipPCM::on_spinPORT_valueChanged(int value) { m_channel->setPORT(QString::number(value)); }
 
 void tmipPCM::on_spinMTU_valueChanged(int value)
 {
@@ -124,29 +125,14 @@ void tmipPCM::on_spinRBUF_valueChanged(int value)
     send(ui->spinRBUF, 1, 256, &TmoipChan::setRBUF, u"Invalid Buffer Size (1 - 256)"_s);
 }
 
-void tmipPCM::send(const QSpinBox *spin, int lowest, int highest, Setter set, const QString &complaint)
+void tmipPCM::send(const WholeSpinBox *spin, int lowest, int highest, Setter set, const QString &complaint)
 {
-    if (!isOperators(spin))
-        return;
     bool isWhole = false;
     const int value = spin->text().toInt(&isWhole);
     if (isWhole && value >= lowest && value <= highest)
         (m_channel->*set)(spin->text());
     else
         TmoipEntry::refuse(spin, complaint);
-}
-
-/// A window that loses the keyboard to a box takes half an entry for a whole one; it is given up instead.
-bool tmipPCM::isOperators(const QSpinBox *spin)
-{
-    if (isActiveWindow())
-        return true;
-    for (const Number &number : std::as_const(m_numbers)) {
-        lineOf(number.spin)->setModified(false);
-        if (number.spin == spin)
-            display(number, (m_channel->*number.get)());
-    }
-    return false;
 }
 
 void tmipPCM::on_txtRMIP_editingFinished()
@@ -157,13 +143,11 @@ void tmipPCM::on_txtRMIP_editingFinished()
         TmoipEntry::show(ui->txtRMIP, m_channel->getRMIP());
 }
 
-/// The text is no longer the operator's; what was reported meanwhile shows now.
+/// What was reported while the operator typed shows now.
 void tmipPCM::endEditing(const Number &number)
 {
-    lineOf(number.spin)->setModified(false);
-    const QString held = (m_channel->*number.get)();
-    if (TmoipEntry::isKnown(held) && !m_channel->isSetPending(number.mnemonic))
-        display(number, held);
+    if (!m_channel->isSetPending(number.mnemonic))
+        display(number, (m_channel->*number.get)());
 }
 
 // What the card confirms
@@ -193,27 +177,30 @@ void tmipPCM::UpdateSettings(const QString &Module, const QString &Cmd, const QS
 
 void tmipPCM::display(const Choice &choice, const QString &value)
 {
-    const QSignalBlocker showing(choice.box);
-    if (TmoipEntry::isKnown(value))
-        WidgetUpdate::index(choice.box, value);
+    const auto position = NumberText::parseWhole(value);
+    if (ValueText::isKnown(value) && !(position && *position >= 0 && *position < choice.box->count()))
+        choice.box->showInstead(value); // the item stays the one selected
     else
-        choice.box->setCurrentIndex(-1);
+        choice.box->showPosition(value);
 }
 
 void tmipPCM::display(const Number &number, const QString &value)
 {
-    if (lineOf(number.spin)->isModified())
+    WholeSpinBox *const spin = number.spin;
+    if (spin->isHalfTyped())
         return;
     const int whole = QLocale(QLocale::English, QLocale::UnitedStates).toInt(value);
-    const bool fits = whole >= number.spin->minimum() && whole <= number.spin->maximum();
-    const QSignalBlocker showing(number.spin);
-    number.spin->setValue(fits ? whole : number.spin->minimum());
+    if (whole >= spin->minimum() && whole <= spin->maximum())
+        spin->showNumber(whole);
+    else
+        spin->showText(ValueText::shown(value), spin->minimum());
 }
 
 void tmipPCM::displayFlow(const QString &value)
 {
     bool isOn = false;
-    WidgetUpdate::onOff(ui->btnFLOW, setFlow(value, isOn) ? u"1"_s : u"0"_s);
+    const QString state = setFlow(value, isOn) ? u"1"_s : u"0"_s;
+    WidgetUpdate::onOff(ui->btnFLOW, ValueText::isKnown(value) ? state : value);
 }
 
 void tmipPCM::UpdateAllDynamicParamsTmr_Tick()

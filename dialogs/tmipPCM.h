@@ -8,9 +8,9 @@
 
 #include <memory>
 
-class QComboBox;
-class QLineEdit;
-class QSpinBox;
+class ChoiceBox;
+class ValueEdit;
+class WholeSpinBox;
 
 namespace Ui {
 class tmipPCM;
@@ -28,6 +28,8 @@ public:
 
     /// Shows the settings in force in place of what is half-typed.
     void discardEntries();
+    /// Ends what is half-typed as Return does.
+    void commitEntries();
 
 public Q_SLOTS:
     void on_btnFLOW_clicked();
@@ -50,29 +52,28 @@ private:
     /// A setting that the operator chooses from a list.
     struct Choice
     {
-        QComboBox *box;
+        ChoiceBox *box;
         QLatin1StringView mnemonic;
         Getter get;
     };
     /// A whole number that the operator types.
     struct Number
     {
-        QSpinBox *spin;
+        WholeSpinBox *spin;
         QLatin1StringView mnemonic;
         Getter get;
     };
     /// A text that the card reports.
     struct Status
     {
-        QLineEdit *line;
+        ValueEdit *line;
         QLatin1StringView mnemonic;
         Getter get;
     };
 
     void createTables();
     void showKnown();
-    [[nodiscard]] bool isOperators(const QSpinBox *spin);
-    void send(const QSpinBox *spin, int lowest, int highest, Setter set, const QString &complaint);
+    void send(const WholeSpinBox *spin, int lowest, int highest, Setter set, const QString &complaint);
     void endEditing(const Number &number);
     static void display(const Choice &choice, const QString &value);
     static void display(const Number &number, const QString &value);

@@ -1,14 +1,12 @@
 #include "dialogs/tmoipWindow.h"
 
 #include "channels/TmoipChan.h"
-#include "controls/NumberText.h"
 #include "controls/WheelGuard.h"
 #include "controls/WidgetUpdate.h"
+#include "dialogs/OutsideClick.h"
 #include "dialogs/TmoipEntry.h"
 #include "dialogs/tmipPCM.h"
 #include "ui_tmoipWindow.h"
-
-#include <QSignalBlocker>
 
 #include <algorithm>
 #include <utility>
@@ -40,6 +38,7 @@ tmoipWindow::tmoipWindow(QWidget *parent, TmoipCard *card)
 
     ui->btnClose->setFocusPolicy(Qt::TabFocus); // a click gives up half an entry, and does not commit it
     connect(ui->btnClose, &QPushButton::clicked, this, &QWidget::close);
+    connect(new OutsideClick(this), &OutsideClick::pressed, this, &tmoipWindow::commitEntries);
     connect(m_card, &Channel::SettingChanged, this, &tmoipWindow::UpdateSettings);
     m_card->RequestSettings();
     connect(&m_updateAllDynamicParamsTmr, &QTimer::timeout, this, &tmoipWindow::UpdateAllDynamicParamsTmr_Tick);
@@ -52,10 +51,14 @@ void tmoipWindow::createTables()
 {
     using C = TmoipCard;
     m_fields = {
-        { ui->txtADDR, Commands::ADDR, &C::getADDR }, { ui->txtMASK, Commands::MASK, &C::getMASK },
-        { ui->txtGWAY, Commands::GWAY, &C::getGWAY }, { ui->txtTIME, Commands::TIME, &C::getTIME },
-        { ui->txtIRIG, Commands::IRIG, &C::getIRIG }, { ui->txtPHYS, Commands::PHYS, &C::getPHYS },
-        { ui->txtIEBS, Commands::IEBS, &C::getIEBS }, { ui->txtIEBR, Commands::IEBR, &C::getIEBR },
+        { ui->txtADDR, Commands::ADDR, &C::getADDR, &C::setADDR, u"Invalid Address"_s },
+        { ui->txtMASK, Commands::MASK, &C::getMASK, &C::setMASK, u"Invalid Mask"_s },
+        { ui->txtGWAY, Commands::GWAY, &C::getGWAY, &C::setGWAY, u"Invalid Gateway"_s },
+        { ui->txtTIME, Commands::TIME, &C::getTIME },
+        { ui->txtIRIG, Commands::IRIG, &C::getIRIG },
+        { ui->txtPHYS, Commands::PHYS, &C::getPHYS },
+        { ui->txtIEBS, Commands::IEBS, &C::getIEBS },
+        { ui->txtIEBR, Commands::IEBR, &C::getIEBR },
     };
     const auto channels = m_card->tmoipChanSlots();
     m_streams = {
@@ -97,17 +100,25 @@ void tmoipWindow::on_btnCommit_clicked() { m_card->setCOMT(u"1"_s); }
 
 void tmoipWindow::on_cmbTSRC_currentIndexChanged(int index) { m_card->setTSRC(QString::number(index)); }
 
-void tmoipWindow::on_txtADDR_editingFinished() { enter(Commands::ADDR, &TmoipCard::setADDR, u"Invalid Address"_s); }
+void tmoipWindow::on_txtADDR_editingFinished() { commit(Commands::ADDR); }
 
-void tmoipWindow::on_txtMASK_editingFinished() { enter(Commands::MASK, &TmoipCard::setMASK, u"Invalid Mask"_s); }
+void tmoipWindow::on_txtMASK_editingFinished() { commit(Commands::MASK); }
 
-void tmoipWindow::on_txtGWAY_editingFinished() { enter(Commands::GWAY, &TmoipCard::setGWAY, u"Invalid Gateway"_s); }
+void tmoipWindow::on_txtGWAY_editingFinished() { commit(Commands::GWAY); }
 
-void tmoipWindow::enter(QLatin1StringView mnemonic, Setter set, const QString &complaint)
+void tmoipWindow::commitEntries()
+{
+    for (const QLatin1StringView mnemonic : { Commands::ADDR, Commands::MASK, Commands::GWAY })
+        commit(mnemonic);
+    for (tmipPCM *page : std::as_const(m_pages))
+        page->commitEntries();
+}
+
+void tmoipWindow::commit(QLatin1StringView mnemonic)
 {
     const Field &entry = field(mnemonic);
-    if (const auto address = TmoipEntry::take(entry.line, (m_card->*entry.get)(), complaint))
-        (m_card->*set)(*address);
+    if (const auto address = TmoipEntry::take(entry.line, (m_card->*entry.get)(), entry.complaint))
+        (m_card->*entry.set)(*address);
     if (!m_card->isSetPending(mnemonic))
         TmoipEntry::show(entry.line, (m_card->*entry.get)());
 }
@@ -141,12 +152,7 @@ void tmoipWindow::updateCard(const QString &Cmd, const QString &Data)
         updateTSRC(Data);
 }
 
-void tmoipWindow::updateTSRC(const QString &value)
-{
-    const QSignalBlocker showing(ui->cmbTSRC);
-    const auto source = NumberText::parseWhole(value);
-    ui->cmbTSRC->setCurrentIndex(source.value_or(-1)); // none, for a source that the list does not hold
-}
+void tmoipWindow::updateTSRC(const QString &value) { ui->cmbTSRC->showPosition(value); }
 
 void tmoipWindow::updateStream(Stream &stream, const QString &Cmd, const QString &Data)
 {

@@ -8,7 +8,7 @@
 
 #include <memory>
 
-class QLineEdit;
+class ValueEdit;
 class ledwidget;
 class tmipPCM;
 
@@ -49,23 +49,26 @@ private:
     /// A text of the card.
     struct Field
     {
-        QLineEdit *line;
+        ValueEdit *line;
         QLatin1StringView mnemonic;
         Getter get;
+        Setter set = nullptr;   ///< of one that the operator may type
+        QString complaint = {}; ///< about what is no address
     };
     /// What the overview shows of a stream.
     struct Stream
     {
         TmoipChan *channel;
-        QLineEdit *rate;
-        QLineEdit *status;
+        ValueEdit *rate;
+        ValueEdit *status;
         ledwidget *led;
         bool isFlowing = false; ///< as the card has reported since the window opened
     };
 
     void createTables();
     void insertWidgets();
-    void enter(QLatin1StringView mnemonic, Setter set, const QString &complaint);
+    void commit(QLatin1StringView mnemonic);
+    void commitEntries();
     [[nodiscard]] const Field &field(QLatin1StringView mnemonic) const;
     void discardEntries();
     void updateCard(const QString &Cmd, const QString &Data);
