@@ -39,10 +39,11 @@ void requestSettings(Channel *channel)
 } // namespace
 
 Discovery::Discovery(SerialPortController *link, const QString &systemIdentifier, int startupSeconds)
-    : m_link(link)
+    : QObject(link)
+    , m_link(link)
     , m_systemIdentifier(systemIdentifier)
     , m_countdown(startupSeconds)
-    , m_check(link)
+    , m_check(link, this)
     , m_silence([this] { return m_clock.elapsed(); })
 {
     m_clock.start();

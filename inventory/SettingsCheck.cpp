@@ -18,7 +18,7 @@ constexpr qsizetype kMostEntries = 2'000;
 
 } // namespace
 
-SettingsCheck::SettingsCheck(SerialPortController *link) : m_link(link)
+SettingsCheck::SettingsCheck(SerialPortController *link, QObject *parent) : QObject(parent), m_link(link)
 {
     m_clock.start();
     m_askTmr.setSingleShot(true);
@@ -139,9 +139,11 @@ void SettingsCheck::failed(const StandardCommand &query, bool isProbe)
     const QString &text = query.commandText();
     auto entry = m_entries.find(text);
     if (entry == m_entries.end() || !entry->isInDoubt) {
-        // One that follows another setting, refused by itself or by a late answer to something else.
-        const bool isLost = query.status() == StandardCommand::TimedOut || isInTrouble();
-        if (isLost && !isProbe && query.owner() && m_isActive && m_answeredOnce.contains(text))
+        // Of a card that came late, or one that follows another setting. A refusal may be a late answer to a set.
+        const bool isKnown = m_answeredOnce.contains(text);
+        const bool isLost =
+            query.status() == StandardCommand::TimedOut ? isKnown || !query.isInBackground() : isKnown && isInTrouble();
+        if (isLost && !isProbe && query.owner() && m_isActive)
             addMissing(query);
         return;
     }

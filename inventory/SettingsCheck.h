@@ -24,7 +24,8 @@ class SettingsCheck : public QObject
     Q_OBJECT
 
 public:
-    explicit SettingsCheck(SerialPortController *link);
+    /// @param link carries the queries; outlives this
+    SettingsCheck(SerialPortController *link, QObject *parent);
 
     /// Asks from now on, or waits; settings in doubt are kept meanwhile.
     void setActive(bool active);

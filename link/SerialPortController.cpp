@@ -343,6 +343,7 @@ void SerialPortController::queueInBackground(StandardCommand *query)
         timeOut(query);
         return;
     }
+    query->setInBackground();
     m_txmtCmdQueue.appendInBackground(query);
     EmitTrnsmtCmd();
 }

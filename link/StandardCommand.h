@@ -79,6 +79,10 @@ public:
 
     void setStatus(CommandStatus status) { m_status = status; }
 
+    /// Whether it yields to all other commands; nobody but its sender repeats it.
+    [[nodiscard]] bool isInBackground() const { return m_isInBackground; }
+    void setInBackground() { m_isInBackground = true; }
+
     /// The request as it is written.
     [[nodiscard]] QByteArray commandBytes() const { return FrameText::encode(m_commandText, m_isLatin1); }
     /// Whether the data was not UTF-8 where it comes from; it is passed on in the same bytes then.
@@ -99,6 +103,7 @@ private:
     CommandStatus m_status = Created;
     int m_timeOutMs = 0;
     bool m_isLatin1 = false;
+    bool m_isInBackground = false;
 };
 
 Q_DECLARE_METATYPE(StandardCommand)

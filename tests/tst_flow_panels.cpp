@@ -129,6 +129,7 @@ void FlowPanelsTest::setUp(const QByteArray &cards)
     if (cards.endsWith("/silent")) {
         keepSilent();
         QVERIFY(m_bench->goLive());
+        m_bench->stopReadingBack();
         return;
     }
     for (const auto &[addresses, settings] : kStart) {

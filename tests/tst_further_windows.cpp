@@ -36,6 +36,7 @@ private Q_SLOTS:
             chassis().ignore(unanswered);
         m_bench.report({ "U0:TLST:TM1" });
         QVERIFY(chassis().waitForFrame("TM1-3:ENDN") && m_bench.action(u"actionTMoIP"_s).isEnabled());
+        m_bench.stopReadingBack();
     }
     void cleanup()
     {

@@ -7,6 +7,7 @@
 #include "controls/DecimalSpinBox.h"
 #include "controls/FocusReturn.h"
 #include "frontpanel/LinkStatusLine.h"
+#include "inventory/SettingsCheck.h"
 #include "support/Wait.h"
 
 #include <QLabel>
@@ -69,6 +70,8 @@ bool WindowBench::goLive()
     });
     return sent.isEmpty();
 }
+
+void WindowBench::stopReadingBack() const { m_commandLink->findChild<SettingsCheck *>()->setActive(false); }
 
 FocusReturn &WindowBench::focusReturn() const { return *m_window->findChild<FocusReturn *>(); }
 

@@ -38,6 +38,9 @@ public:
     /// filled and the window has the focus afterwards.
     [[nodiscard]] bool goLive();
 
+    /// From now on only what the windows send is on the wire, not what the link reads back behind lost answers.
+    void stopReadingBack() const;
+
     template <typename W>
     [[nodiscard]] W &find(const QString &name) const
     {
