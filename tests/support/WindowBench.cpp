@@ -71,7 +71,11 @@ bool WindowBench::goLive()
     return sent.isEmpty();
 }
 
-void WindowBench::stopReadingBack() const { m_commandLink->findChild<SettingsCheck *>()->setActive(false); }
+void WindowBench::stopReadingBack()
+{
+    m_commandLink->findChild<SettingsCheck *>()->setActive(false);
+    (void)sentBy([] {}); // what is on its way
+}
 
 FocusReturn &WindowBench::focusReturn() const { return *m_window->findChild<FocusReturn *>(); }
 

@@ -39,7 +39,7 @@ public:
     [[nodiscard]] bool goLive();
 
     /// From now on only what the windows send is on the wire, not what the link reads back behind lost answers.
-    void stopReadingBack() const;
+    void stopReadingBack();
 
     template <typename W>
     [[nodiscard]] W &find(const QString &name) const
