@@ -1,4 +1,4 @@
-#include "monkey/Ledger.h"
+#include "tools/monkey/Ledger.h"
 
 #include <QRegularExpression>
 

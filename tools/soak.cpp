@@ -1,6 +1,6 @@
 #include "support/ClientView.h"
-#include "support/HealthWatch.h"
 #include "support/SimulatedChassis.h"
+#include "tools/HealthWatch.h"
 
 #include <QCoreApplication>
 #include <QRandomGenerator>

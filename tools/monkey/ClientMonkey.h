@@ -1,8 +1,8 @@
 #pragma once
 
-#include "monkey/Ledger.h"
 #include "support/ClientView.h"
 #include "support/Terminal.h"
+#include "tools/monkey/Ledger.h"
 
 #include <QRandomGenerator>
 

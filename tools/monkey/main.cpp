@@ -1,8 +1,8 @@
-#include "monkey/ClientMonkey.h"
-#include "monkey/PanelMonkey.h"
-#include "monkey/Trouble.h"
 #include "support/LiveHead.h"
 #include "support/SimulatedChassis.h"
+#include "tools/monkey/ClientMonkey.h"
+#include "tools/monkey/PanelMonkey.h"
+#include "tools/monkey/Trouble.h"
 
 #include <QApplication>
 #include <QElapsedTimer>

@@ -1,4 +1,4 @@
-#include "support/HealthWatch.h"
+#include "tools/HealthWatch.h"
 
 #include <QDir>
 #include <QProcess>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "monkey/Ledger.h"
+#include "tools/monkey/Ledger.h"
 
 #include <QMap>
 #include <QRandomGenerator>

@@ -1,4 +1,4 @@
-#include "monkey/PanelMonkey.h"
+#include "tools/monkey/PanelMonkey.h"
 
 #include "dialogs/DmdCtrlWindow.h"
 #include "support/LiveHead.h"

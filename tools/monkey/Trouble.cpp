@@ -1,4 +1,4 @@
-#include "monkey/Trouble.h"
+#include "tools/monkey/Trouble.h"
 
 #include "support/SimulatedChassis.h"
 

@@ -1,4 +1,4 @@
-#include "monkey/ClientMonkey.h"
+#include "tools/monkey/ClientMonkey.h"
 
 #include "support/SimulatedChassis.h"
 
