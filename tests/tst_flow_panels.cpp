@@ -144,6 +144,7 @@ void FlowPanelsTest::setUp(const QByteArray &cards)
         }
     }
     QVERIFY(m_bench->goLive());
+    m_bench->stopReadingBack();
     QVERIFY(m_bench->startCase(kStartStatus));
     const QByteArrayList filled = m_bench->everythingShown();
     QVERIFY(m_bench->startCase(m_start)); // shows no more than the panels were filled with

@@ -71,6 +71,7 @@ void ReceiverPanelTest::init()
     if (!m_bench) {
         m_bench = std::make_unique<PanelBench>();
         QVERIFY(m_bench->goLive());
+        m_bench->stopReadingBack();
         for (const char *name : { "cboPLYBch1", "cboPLYBch2" })
             widget(name).show(); // comes with a tape card
     }
@@ -94,6 +95,7 @@ void ReceiverPanelTest::filledFromTheChassis()
                                       "AGCT=4", "AFC=4", "AFCM=-75", "CAMP=0", "ANCF=-7" })
         m_bench->chassis().setValue("R2:" + setting.split('=')[0], setting.split('=')[1]);
     QVERIFY(m_bench->goLive());
+    m_bench->stopReadingBack();
     QCOMPARE(
         m_bench->mistakes("groupBoxRcvr2.title=North|doubleSpinBoxFREQch2.text=1450.5|cboIFBWch2.currentText=10 "
                           "MHz|cboSLPAch2.currentText=50 dB/V|cboPOLAch2.currentText=NEG|cboAGCTch2.currentText=0.1 "

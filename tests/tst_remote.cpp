@@ -142,9 +142,11 @@ void addDemodulatorTalk()
          "D1:DDQM:1+; D1:DFSZ:2+; D1:ADEQ:1+; D1:DDQM:1; D1:DFSZ:2; D1:ADEQ:1; D1:DFSZ:3; D1:DDQM:1+; D1:DFSZ:3+; "
          "D1:ADEQ:1+");
 
-    talk(kChassis, "refuse D1:RDRG|D1:SDM1|D1:SDM2; client D1:RDRG?|D1:CDRG:851|D1:RDRG:854321|D1:SDM1?|D1:SDM2?",
+    talk(kChassis,
+         "refuse D1:RDRG|D1:SDM1|D1:SDM2; client D1:RDRG?; client D1:CDRG:851; client D1:RDRG:854321; "
+         "client D1:SDM1?|D1:SDM2?",
          "D1:RDRG; D1:CDRG:851; D1:RDRG:854321; D1:SDM1; D1:SDM2",
-         "D1:RDRG:Unknown+; D1:CDRG:851+; D1:RDRG:854321+; D1:SDM1:1+; D1:SDM2:Unknown+; D1:DFWD:1; D1:RDRG:851");
+         "D1:RDRG:Unknown+; D1:CDRG:851+; D1:DFWD:1; D1:RDRG:854321+; D1:RDRG:851; D1:SDM1:1+; D1:SDM2:Unknown+");
     talk(kChassis, "client D1:DREG:85|D1:DREG:; client D1:DFWD?", "D1:CDRG:85; D1:RDRG:85",
          "D1:DREG:85+; D1:DREG:-; D1:RDRG:85; D1:DFWD:eb90+");
     talk(kChassis, "client D1:TMID:0.354; client D1:TMID:0.350; client D1:TMID:x", "D1:TMID:0.354; D1:TMID:x",
