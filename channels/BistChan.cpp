@@ -45,7 +45,7 @@ void BistChan::processUnknown(const Report &report)
 {
     const bool isKnown = m_values.contains(report.mnemonic);
     if (!report.refused && (isKnown || m_values.size() < kMaxValues))
-        m_values.insert(report.mnemonic, report.data);
+        keep(report);
     else if (report.refused && !isKnown)
         return; // no value in force to tell
     if (report.isAnswer && isSetPending(report.mnemonic))
@@ -59,6 +59,15 @@ void BistChan::processUnknown(const Report &report)
         pushToStatus(std::move(message));
     else
         pushToRemote(std::move(message));
+}
+
+void BistChan::keep(const Report &report)
+{
+    m_values.insert(report.mnemonic, report.data);
+    if (report.isLatin1)
+        m_latin1.insert(report.mnemonic);
+    else
+        m_latin1.remove(report.mnemonic);
 }
 
 std::optional<QString> BistChan::answerToQuery(const QString &mnemonic)

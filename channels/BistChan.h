@@ -4,6 +4,7 @@
 
 #include <QElapsedTimer>
 #include <QHash>
+#include <QSet>
 
 /// Model of the built-in self-test function of the card on the spectral link.
 ///
@@ -78,6 +79,7 @@ protected:
     void processSpecial(int row, const Report &report) override;
     void processUnknown(const Report &report) override;
     [[nodiscard]] std::optional<QString> answerToQuery(const QString &mnemonic) override;
+    [[nodiscard]] bool isHeldInLatin1(const QString &mnemonic) const override { return m_latin1.contains(mnemonic); }
     [[nodiscard]] bool takesSet(const QString &mnemonic, const QString &data) const override;
     void carryOutSet(const RemoteCommand &set) override;
 
@@ -85,9 +87,11 @@ private:
     static constexpr qsizetype kMaxValues = 1000; ///< a client may name whatever it likes
 
     void noteReading(const QString &mnemonic);
+    void keep(const Report &report);
 
     bool m_isReporting = false;
     QString m_reading; ///< the one that is watched
     QElapsedTimer m_sinceReading;
     QHash<QString, QString> m_values;
+    QSet<QString> m_latin1; ///< mnemonics of the values that were not UTF-8
 };

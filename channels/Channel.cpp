@@ -215,7 +215,7 @@ void Channel::endSet(const StandardCommand &command)
     CheckForSupportedCmd(command.address(), command.mnemonic(), command.data(), command.status(), command.type(),
                          command.isLatin1());
     if (isOwn && !(flagsOf(row) & (Catalogue::PassedOn | Catalogue::Order)))
-        m_link->noteSet(command, flagsOf(row).testFlag(Catalogue::Queried));
+        m_link->noteSet(command);
 }
 
 void Channel::CheckForSupportedCmd(const QString &address, const QString &mnemonic, const QString &data,
@@ -343,7 +343,7 @@ void Channel::ProcessCmd(const RemoteCommand &message)
     const auto answer = [this, &message](const QString &data, bool isSupported) {
         auto reply =
             std::make_unique<RemoteCommand>(this, message.address(), message.mnemonic(), data, isSupported, true);
-        reply->setLatin1(message.isLatin1());
+        reply->setLatin1(message.isLatin1() || isHeldInLatin1(message.mnemonic()));
         pushToRemote(std::move(reply));
     };
     if (message.type() == RemoteCommand::Query) {
@@ -363,6 +363,12 @@ std::optional<QString> Channel::answerToQuery(const QString &mnemonic)
         return std::nullopt;
     const int row = rowOf(mnemonic);
     return forClient(row, valueOf(row));
+}
+
+bool Channel::isHeldInLatin1(const QString &mnemonic) const
+{
+    Q_UNUSED(mnemonic)
+    return false;
 }
 
 bool Channel::takesSet(const QString &mnemonic, const QString &data) const

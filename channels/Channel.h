@@ -170,6 +170,8 @@ protected:
     void pushToStatus(std::unique_ptr<RemoteCommand> message) const;
     /// What the client gets for a query; nothing if the channel does not support it.
     [[nodiscard]] virtual std::optional<QString> answerToQuery(const QString &mnemonic);
+    /// Whether what answerToQuery() gives came in bytes that were not UTF-8, and is passed on in them.
+    [[nodiscard]] virtual bool isHeldInLatin1(const QString &mnemonic) const;
     /// Whether a set of the client can be carried out.
     [[nodiscard]] virtual bool takesSet(const QString &mnemonic, const QString &data) const;
     /// Carries out a set for which takesSet() holds.

@@ -165,7 +165,7 @@ void DmdChan::processDirect(const Report &report)
 void DmdChan::processUnknown(const Report &report)
 {
     if (!report.refused && !report.data.isEmpty()) {
-        rememberUnknown(report.mnemonic, { report.data, report.data });
+        rememberUnknown(report.mnemonic, { report.data, report.data, report.isLatin1 });
         sendCmdToRemote(report);
     } else if (const auto entry = m_unknownValues.find(report.mnemonic);
                report.refused && entry != m_unknownValues.end()) {
@@ -349,8 +349,12 @@ std::optional<QString> DmdChan::answerToQuery(const QString &mnemonic)
         askCard(mnemonic);
     if (!isCatalogued(mnemonic))
         return unknownValue(mnemonic);
-    return mnemonic == dataSourceMnemonic() ? getDSRC() : valueOf(at(Commands::RDRG));
+    if (mnemonic == Commands::RDRG || mnemonic == Commands::CDRG)
+        return valueOf(at(Commands::RDRG));
+    return mnemonic == dataSourceMnemonic() ? getDSRC() : QString();
 }
+
+bool DmdChan::isHeldInLatin1(const QString &mnemonic) const { return m_unknownValues.value(mnemonic).isLatin1; }
 
 /// A card that does not know it takes a second for each, so everything else goes first.
 void DmdChan::askCard(const QString &mnemonic)
@@ -380,7 +384,7 @@ void DmdChan::carryOutSet(const RemoteCommand &set)
         setDREG(set.data());
     } else {
         if (!isCatalogued(mnemonic))
-            rememberUnknown(mnemonic, { set.data(), m_unknownValues.value(mnemonic).inForce });
+            rememberUnknown(mnemonic, { set.data(), m_unknownValues.value(mnemonic).inForce, set.isLatin1() });
         sendCmdToLocal(set);
     }
 }

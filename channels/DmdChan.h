@@ -459,6 +459,7 @@ protected:
     /// The first query of a mnemonic that the catalogue does not hold goes to the card as well, and every one of those
     /// that the head keeps no value of under their own name. While 16 of them are open, more are refused.
     [[nodiscard]] std::optional<QString> answerToQuery(const QString &mnemonic) override;
+    [[nodiscard]] bool isHeldInLatin1(const QString &mnemonic) const override;
     /// As every channel's, and what has no setter is acknowledged and left as it is.
     [[nodiscard]] bool takesSet(const QString &mnemonic, const QString &data) const override;
     void carryOutSet(const RemoteCommand &set) override;
@@ -470,8 +471,9 @@ private:
     /// What is known of a mnemonic that the catalogue does not hold.
     struct UnknownValue
     {
-        QString told;    ///< what a query of the client gets: what the client or the card said last
-        QString inForce; ///< what the card said last; null if it said nothing
+        QString told;          ///< what a query of the client gets: what the client or the card said last
+        QString inForce;       ///< what the card said last; null if it said nothing
+        bool isLatin1 = false; ///< of both
     };
 
     /// How a register holds its setting.

@@ -3,6 +3,7 @@
 #include "link/SerialPortController.h"
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 
 namespace {
@@ -13,7 +14,8 @@ constexpr qint64 kRecentMs = 5'000;   ///< sets that an acknowledgement out of p
 constexpr qint64 kSpacingMs = 1'000;  ///< between two checks of one setting
 constexpr qint64 kSilentMs = 60'000;  ///< between two checks of a card that answers none
 constexpr int kFailuresOfSilent = 12; ///< in a row, and a card counts as silent
-constexpr int kTriesOfUnknown = 2;    ///< of a setting that the card may not have
+constexpr qint64 kUnknownMs = 10'000; ///< between two checks of settings that their cards may not know
+constexpr int kTriesOfKnown = std::numeric_limits<int>::max();
 constexpr qsizetype kMostEntries = 2'000;
 
 } // namespace
@@ -28,20 +30,19 @@ SettingsCheck::SettingsCheck(SerialPortController *link, QObject *parent) : QObj
 void SettingsCheck::setActive(bool active)
 {
     m_isActive = active;
+    m_wasActive = m_wasActive || active;
     askNext();
 }
 
 bool SettingsCheck::isInTrouble() const { return m_clock.elapsed() - m_trouble < kTroubleMs; }
 
-void SettingsCheck::noteSet(const StandardCommand &set, bool isQueried)
+void SettingsCheck::noteSet(const StandardCommand &set)
 {
     prune();
-    const StandardCommand query = set.readingBack();
-    if (!isQueried && m_entries.size() >= kMostEntries)
+    if (m_entries.size() >= kMostEntries)
         return;
-    Entry &entry = entryFor(query);
+    Entry &entry = entryFor(set.readingBack(), kTriesOfSet);
     entry.changed = m_clock.elapsed();
-    entry.isLasting = isQueried || m_answeredOnce.contains(query.commandText());
     if (set.status() == StandardCommand::TimedOut || isInTrouble())
         doubt(entry);
 }
@@ -54,8 +55,10 @@ bool SettingsCheck::noteEnd(const StandardCommand &command, bool isProbe)
     const bool isQuery = command.type() == StandardCommand::Query;
     const bool isTimedOut = command.status() == StandardCommand::TimedOut;
     // A query that was never answered is one that the card does not know.
-    if (m_isActive && isTimedOut && (!isQuery || m_answeredOnce.contains(command.commandText())))
+    if (m_wasActive && isTimedOut && (!isQuery || (m_isActive && m_answeredOnce.contains(command.commandText()))))
         m_trouble = m_clock.elapsed();
+    if (command.status() == StandardCommand::Completed)
+        m_cards.remove(command.address());
     if (!isQuery)
         return false;
     if (command.status() == StandardCommand::Failed && m_answeredOnce.contains(command.commandText()))
@@ -70,7 +73,7 @@ bool SettingsCheck::noteEnd(const StandardCommand &command, bool isProbe)
 
 void SettingsCheck::noteStrayAnswer()
 {
-    if (!m_isActive)
+    if (!m_wasActive)
         return;
     m_trouble = m_clock.elapsed();
     for (Entry &entry : m_entries) {
@@ -88,12 +91,7 @@ void SettingsCheck::noteUnsolicited(const StandardCommand &message)
         doubt(*entry);
 }
 
-void SettingsCheck::addMissing(const StandardCommand &query)
-{
-    Entry &entry = entryFor(query);
-    entry.isLasting = entry.isLasting || m_answeredOnce.contains(query.commandText());
-    doubt(entry);
-}
+void SettingsCheck::addMissing(const StandardCommand &query) { doubt(entryFor(query, kTriesOfMissing)); }
 
 void SettingsCheck::noteBackgroundDropped() { m_asked = nullptr; }
 
@@ -103,10 +101,12 @@ bool SettingsCheck::isInDoubt(const StandardCommand &set) const
     return entry != m_entries.cend() && entry->isInDoubt;
 }
 
-SettingsCheck::Entry &SettingsCheck::entryFor(const StandardCommand &query)
+SettingsCheck::Entry &SettingsCheck::entryFor(const StandardCommand &query, int mostTries)
 {
     Entry &entry = m_entries[query.commandText()];
     entry.query = query;
+    const bool isKnown = m_answeredOnce.contains(query.commandText());
+    entry.mostTries = isKnown ? kTriesOfKnown : std::max(entry.mostTries, mostTries);
     return entry;
 }
 
@@ -127,7 +127,9 @@ void SettingsCheck::answered(const QString &text)
     const auto entry = m_entries.find(text);
     if (entry == m_entries.end() || !entry->isInDoubt)
         return;
-    m_cards.remove(entry->query.address());
+    if (isUnknown(*entry))
+        m_nextUnknown = 0; // lost on the line, as the others may be
+    entry->mostTries = kTriesOfKnown;
     if (m_clock.elapsed() - entry->unanswered < kLateMs)
         entry->due = entry->unanswered + kLateMs;
     else
@@ -150,35 +152,48 @@ void SettingsCheck::failed(const StandardCommand &query, bool isProbe)
     const qint64 now = m_clock.elapsed();
     if (query.status() == StandardCommand::TimedOut)
         entry->unanswered = now;
-    if (++entry->tries >= kTriesOfUnknown && !entry->isLasting) {
-        m_entries.erase(entry);
-        return;
+    ++entry->tries;
+    if (!isUnknown(*entry)) {
+        Card &card = m_cards[query.address()];
+        const bool isSilent = ++card.failures >= kFailuresOfSilent || entry->tries >= kFailuresOfSilent;
+        card.notBefore = now + kLateMs;
+        entry->due = now + (isSilent ? kSilentMs : kLateMs);
     }
-    Card &card = m_cards[query.address()];
-    card.notBefore = now + (++card.failures < kFailuresOfSilent ? kLateMs : kSilentMs);
+    if (entry->tries >= entry->mostTries)
+        m_entries.erase(entry);
 }
+
+/// Whether it is asked only because it went unanswered at start.
+bool SettingsCheck::isUnknown(const Entry &entry) { return entry.mostTries == kTriesOfMissing; }
 
 qint64 SettingsCheck::dueOf(const Entry &entry) const
 {
-    return std::max(entry.due, m_cards.value(entry.query.address()).notBefore);
+    return std::max(entry.due, isUnknown(entry) ? m_nextUnknown : m_cards.value(entry.query.address()).notBefore);
 }
 
 void SettingsCheck::askNext()
 {
     if (!m_isActive || m_asked)
         return;
+    const qint64 now = m_clock.elapsed();
+    const auto isSooner = [this, now](const Entry &one, const Entry &other) {
+        const qint64 oneDue = std::max(dueOf(one), now);
+        const qint64 otherDue = std::max(dueOf(other), now);
+        return oneDue != otherDue ? oneDue < otherDue : isUnknown(other) && !isUnknown(one);
+    };
     Entry *next = nullptr;
     for (Entry &entry : m_entries) {
-        if (entry.isInDoubt && (!next || dueOf(entry) < dueOf(*next)))
+        if (entry.isInDoubt && (!next || isSooner(entry, *next)))
             next = &entry;
     }
     if (!next)
         return;
-    const qint64 now = m_clock.elapsed();
     if (const qint64 due = dueOf(*next); due > now) {
         m_askTmr.start(static_cast<int>(due - now));
         return;
     }
+    if (isUnknown(*next))
+        m_nextUnknown = now + kUnknownMs;
     next->asked = now;
     auto *const query = new StandardCommand(next->query);
     m_asked = query;

@@ -17,8 +17,10 @@ class SerialPortController;
 /// A set is never repeated. One that timed out may have been carried out, and its late acknowledgement may be taken for
 /// that of the next set. So a setting is in doubt when its set timed out, when its set ended while a late answer could
 /// still come, and when it was set within the seconds before an acknowledgement that nobody waits for. Each setting in
-/// doubt is asked once, in the background, one after the other; a query that fails is repeated with back-off. On a line
-/// that loses nothing it asks nothing.
+/// doubt is asked once, in the background, one after the other; a query that fails is repeated with back-off.
+///
+/// What went unanswered at start may be lost, or unknown to the card: such settings are asked once more, one every few
+/// seconds, because each that is unknown blocks the line for a second.
 class SettingsCheck : public QObject
 {
     Q_OBJECT
@@ -31,8 +33,7 @@ public:
     void setActive(bool active);
 
     /// A set has ended and its channel has seen it.
-    /// @param isQueried whether it is read at start-up; any other is given up after a few queries without an answer
-    void noteSet(const StandardCommand &set, bool isQueried);
+    void noteSet(const StandardCommand &set);
     /// Any command has ended.
     /// @param isProbe somebody else repeats it if need be
     /// @return whether it was a query of this
@@ -54,8 +55,8 @@ private:
     {
         StandardCommand query;
         bool isInDoubt = false;
-        bool isLasting = false; ///< asked until it is answered
         int tries = 0;
+        int mostTries = 0;         ///< without an answer
         qint64 changed = kLongAgo; ///< when the last set of it ended
         qint64 asked = kLongAgo;
         qint64 unanswered = kLongAgo; ///< when a query of it timed out last
@@ -69,23 +70,28 @@ private:
     };
 
     static constexpr qint64 kLongAgo = -1'000'000'000;
+    static constexpr int kTriesOfMissing = 1; ///< of a setting that went unanswered at start
+    static constexpr int kTriesOfSet = 5;     ///< of one that was set and never answered
 
     [[nodiscard]] bool isInTrouble() const;
-    Entry &entryFor(const StandardCommand &query);
+    Entry &entryFor(const StandardCommand &query, int mostTries);
     void doubt(Entry &entry);
     void answered(const QString &text);
     void failed(const StandardCommand &query, bool isProbe);
     void askNext();
     [[nodiscard]] qint64 dueOf(const Entry &entry) const;
+    [[nodiscard]] static bool isUnknown(const Entry &entry);
     void prune();
 
     SerialPortController *m_link;
     QElapsedTimer m_clock;
     QTimer m_askTmr;
     bool m_isActive = false;
-    qint64 m_trouble = kLongAgo;              ///< when something went wrong last
+    bool m_wasActive = false;    ///< ever; the chassis acknowledges what was written before anybody waits for it
+    qint64 m_trouble = kLongAgo; ///< when something went wrong last
     const StandardCommand *m_asked = nullptr; ///< the query on its way
     QHash<QString, Entry> m_entries;          ///< settings in doubt or lately set, by query text
     QHash<QString, Card> m_cards;             ///< by address
+    qint64 m_nextUnknown = 0;                 ///< when the next setting that its card may not know is asked
     QSet<QString> m_answeredOnce;
 };

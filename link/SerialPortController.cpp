@@ -244,10 +244,7 @@ void SerialPortController::noteEnd(const StandardCommand &command)
     m_discovery->noteEnd(command);
 }
 
-void SerialPortController::noteSet(const StandardCommand &set, bool isQueried)
-{
-    m_discovery->check().noteSet(set, isQueried);
-}
+void SerialPortController::noteSet(const StandardCommand &set) { m_discovery->check().noteSet(set); }
 
 bool SerialPortController::isInDoubt(const StandardCommand &set) const { return m_discovery->check().isInDoubt(set); }
 
@@ -346,6 +343,14 @@ void SerialPortController::queueInBackground(StandardCommand *query)
     query->setInBackground();
     m_txmtCmdQueue.appendInBackground(query);
     EmitTrnsmtCmd();
+}
+
+void SerialPortController::dropBackground()
+{
+    for (auto &query : m_txmtCmdQueue.takeBackground()) {
+        query->setStatus(StandardCommand::TimedOut);
+        EmitRcvdCmd(query.release());
+    }
 }
 
 void SerialPortController::AddCmdToTxmtRemoteCmdQueue(RemoteCommand *command)

@@ -67,8 +67,8 @@ public:
     [[nodiscard]] bool isStale() const;
     /// As AddCmdToTxmtCmdQueue(), for a query that lets all other commands pass, though not for ever.
     void queueInBackground(StandardCommand *query);
-    /// Forgets the queries that let all others pass.
-    void dropBackground() { m_txmtCmdQueue.dropBackground(); }
+    /// Ends the queries that let all others pass and still wait, unasked.
+    void dropBackground();
     /// Notes for the status that a frame has come.
     void noteMessage() { m_lastMessage.start(); }
     /// Notes that the far end has reported a reading; neither answers nor settings that it tells are reports.
@@ -76,8 +76,7 @@ public:
     /// Notes how a command that was queued or in flight has ended.
     void noteEnd(const StandardCommand &command);
     /// Notes the end of a set, once its channel has seen it; the setting is read back if the end may be wrong.
-    /// @param isQueried whether it is read at start-up as well
-    void noteSet(const StandardCommand &set, bool isQueried);
+    void noteSet(const StandardCommand &set);
     /// Whether the card may hold something else than the value that @p set would replace.
     [[nodiscard]] bool isInDoubt(const StandardCommand &set) const;
     /// Notes an acknowledgement that nobody waits for.

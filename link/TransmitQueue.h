@@ -34,7 +34,8 @@ public:
         m_background.emplace_back(message);
     }
 
-    void dropBackground() { m_background.clear(); }
+    /// Takes every message of the background that waits off the queue.
+    [[nodiscard]] std::deque<std::unique_ptr<Message>> takeBackground() { return std::exchange(m_background, {}); }
 
     /// The next message, now sent and in flight; null while nothing waits or the one before is unfinished.
     [[nodiscard]] Message *takeNext()
@@ -76,7 +77,7 @@ public:
     /// Takes every message that waits off the queue.
     [[nodiscard]] std::deque<std::unique_ptr<Message>> takeWaiting()
     {
-        std::ranges::move(std::exchange(m_background, {}), std::back_inserter(m_waiting));
+        std::ranges::move(takeBackground(), std::back_inserter(m_waiting));
         return std::exchange(m_waiting, {});
     }
 

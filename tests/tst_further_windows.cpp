@@ -35,7 +35,7 @@ private Q_SLOTS:
         for (const char *const unanswered : { "TM1-3:PROT", "TM1-3:MTUS", "TM1-3:RMIP", "TM1-3:FLOW" })
             chassis().ignore(unanswered);
         m_bench.report({ "U0:TLST:TM1" });
-        QVERIFY(chassis().waitForFrame("TM1-3:ENDN") && m_bench.action(u"actionTMoIP"_s).isEnabled());
+        QVERIFY(chassis().waitForFrame("TM1-3:ENDN", 20'000) && m_bench.action(u"actionTMoIP"_s).isEnabled());
         m_bench.stopReadingBack();
     }
     void cleanup()

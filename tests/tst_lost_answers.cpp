@@ -1,3 +1,4 @@
+#include "link/LinkGuard.h"
 #include "link/RemoteCommand.h"
 #include "support/ChannelBench.h"
 
@@ -89,6 +90,8 @@ private Q_SLOTS:
     void askedAgain();
     void clientSetsWhatIsHeld();
     void rubbishIsBounded();
+    void whileSettingsAreRead();
+    void settingsThatTheCardDoesNotKnow();
 };
 
 void LostAnswersTest::readBack_data()
@@ -185,6 +188,47 @@ void LostAnswersTest::rubbishIsBounded()
         bench.far.ack();
     const qsizetype queries = bench.takeRecord().count(u"R1:AFC"_s);
     QVERIFY2(queries == 1 || queries == 2, qPrintable(QString::number(queries)));
+}
+
+/// A late answer is taken for that of the next set behind a pulled cable as well.
+void LostAnswersTest::whileSettingsAreRead()
+{
+    ScriptedBench bench({ LinkBench::kReceivers });
+    for (const auto *line : { "on R1:SLPA:0 =", "on R1:POLA:1 =ACK|NAK" })
+        (void)bench.play(QString::fromLatin1(line));
+    bench.far.unplug();
+    bench.link.findChild<LinkGuard *>()->check();
+    bench.far.plug();
+    QVERIFY(bench.far.waitForFrame("R2:NAME", 10'000)); // the first receiver has been read
+    bench.receiver(1)->setSLPA(u"0"_s);
+    bench.receiver(1)->setPOLA(u"1"_s);
+    QVERIFY(waitUntil([&bench] { return bench.receiver(1)->getPOLA() == "1"_L1; }));
+    QCOMPARE(bench.link.status().state, LinkStatus::State::Reading);
+    QVERIFY(waitUntil([&bench] { return bench.receiver(1)->getPOLA() == "0"_L1; }, 10'000));
+}
+
+/// They are asked once more, with a pause, and nothing else waits for that.
+void LostAnswersTest::settingsThatTheCardDoesNotKnow()
+{
+    const QByteArrayList unknown{ "R1:ACFE", "R1:CAMP", "R1:AMIP" };
+    CommandLinkBench bench;
+    for (const QByteArray &key : unknown)
+        bench.far.ignore(key);
+    QVERIFY(bench.start());
+    const qsizetype end = bench.far.frames().lastIndexOf("U0:TRON:ON");
+    const auto asked = [&] {
+        return std::ranges::count_if(bench.far.framesSince(end),
+                                     [&unknown](const QByteArray &frame) { return unknown.contains(frame); });
+    };
+    QVERIFY(waitUntil([&asked] { return asked() == 1; }));
+    bench.far.ignore("R1:FREQ");
+    bench.receiver(1)->setFREQ(u"2260.5"_s);
+    QVERIFY(bench.far.waitForFrame("R1:FREQ:2260.5"));
+    bench.link.StartTimeOutTmr(1);
+    bench.far.setValue("R1:FREQ", "2260.5");
+    bench.far.behave("R1:FREQ");
+    QVERIFY(waitUntil([&bench] { return bench.receiver(1)->getFREQ() == "2260.5"_L1; }, 2000));
+    QVERIFY(!waitUntil([&asked] { return asked() > 1; }, 3000));
 }
 
 QTEST_MAIN(LostAnswersTest)

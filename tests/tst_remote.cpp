@@ -78,10 +78,13 @@ void addSystemTalk()
          "U0:TLST:XX; U0:TLST:XX+; U0:TLST:TM1x; TM1:ADDR:-");
 
     // Text that is not UTF-8: read as Latin-1, and passed on as it is
-    talk(kOlderChassis, "card R1:NAME:Caf\xe9|D1:ZZZZ:\xe9|R1:MVAL:\xe9; client R1:NAME?|D1:YYYY:\xff|R1:LSCI:\xe4",
+    talk(kOlderChassis,
+         "card R1:NAME:Caf\xe9|D1:ZZZZ:\xe9|R1:MVAL:\xe9; client R1:NAME?|D1:YYYY:\xff|R1:LSCI:\xe4; "
+         "client D1:ZZZZ?|D1:YYYY?",
          "D1:YYYY:\xff; R1:LSCI:\xe4",
          "R1:NAME:Caf\xc3\xa9; D1:ZZZZ:\xe9; R1:MVAL:\xe9; R1:NAME:Caf\xc3\xa9+; D1:YYYY:\xff+; R1:LSCI:\xe4+; "
-         "D1:YYYY:\xff; R1:LSCI:\xe4");
+         "D1:YYYY:\xff; R1:LSCI:\xe4; D1:ZZZZ:\xe9+; D1:YYYY:\xff+");
+    talk(kSpectralChassis, "card S1:ZZZZ:\xe9; client S1:ZZZZ?", "", "S1:ZZZZ:\xe9; S1:ZZZZ:\xe9+");
     talk(kChassis, "card R1:NAME:\xc3\xa9|R2:NAME:\xc3; client R1:NAME:\xc3\xa9\xc3\xa9", "R1:NAME:\xc3\xa9\xc3\xa9",
          "R1:NAME:\xc3\xa9; R2:NAME:\xc3\x83; R1:NAME:\xc3\xa9\xc3\xa9+; R1:NAME:\xc3\xa9\xc3\xa9");
 
@@ -146,7 +149,7 @@ void addDemodulatorTalk()
          "refuse D1:RDRG|D1:SDM1|D1:SDM2; client D1:RDRG?; client D1:CDRG:851; client D1:RDRG:854321; "
          "client D1:SDM1?|D1:SDM2?",
          "D1:RDRG; D1:CDRG:851; D1:RDRG:854321; D1:SDM1; D1:SDM2",
-         "D1:RDRG:Unknown+; D1:CDRG:851+; D1:DFWD:1; D1:RDRG:854321+; D1:RDRG:851; D1:SDM1:1+; D1:SDM2:Unknown+");
+         "D1:RDRG:Unknown+; D1:CDRG:851+; D1:DFWD:1; D1:RDRG:854321+; D1:RDRG:851; D1:SDM1:1+; D1:SDM2:+");
     talk(kChassis, "client D1:DREG:85|D1:DREG:; client D1:DFWD?", "D1:CDRG:85; D1:RDRG:85",
          "D1:DREG:85+; D1:DREG:-; D1:RDRG:85; D1:DFWD:eb90+");
     talk(kChassis, "client D1:TMID:0.354; client D1:TMID:0.350; client D1:TMID:x", "D1:TMID:0.354; D1:TMID:x",
@@ -331,6 +334,11 @@ void RemoteTest::openQuestions()
     QCOMPARE(RemoteLinksBench::taken(bench.client), answers);
     QCOMPARE(RemoteLinksBench::taken(bench.far).size(), 16);
     QCOMPARE(bench.play(u"client D1:Z16?"_s).card, QStringList{ u"D1:Z16"_s });
+
+    bench.far.refuse("D1:RDRG");
+    bench.link.channels()[3]->ProcessCmd(RemoteCommand::fromClient(u"D1:RDRG?"_s));
+    bench.link.dropBackground(); // as when everything is read again
+    QCOMPARE(bench.play(u"client D1:RDRG?"_s).card, QStringList{ u"D1:RDRG"_s });
 }
 
 QTEST_MAIN(RemoteTest)
