@@ -115,7 +115,7 @@ public:
     /// Waits for the end; the exit code, or -1 if there is none in time.
     int finish()
     {
-        const bool ended = waitUntil([this] { return m_process.state() == QProcess::NotRunning; }, 10'000);
+        const bool ended = waitUntil([this] { return m_process.state() == QProcess::NotRunning; }, 30'000);
         return ended && m_process.exitStatus() == QProcess::NormalExit ? m_process.exitCode() : -1;
     }
     int run(const QStringList &arguments)
