@@ -122,12 +122,19 @@ void Channel::submit(int row, const QString &value, bool evenIfHeld)
         write(row, value);
 }
 
+bool Channel::isInDoubt(const QString &mnemonic) const
+{
+    const int row = rowOf(mnemonic);
+    return row != kNoRow && isInDoubt(row, valueOf(row));
+}
+
 /// Whether the card may hold something else for @p row than the cache does.
-bool Channel::mayCardDiffer(int row, const QString &value) const
+bool Channel::mayCardDiffer(int row, const QString &value) const { return m_link->isStale() || isInDoubt(row, value); }
+
+bool Channel::isInDoubt(int row, const QString &value) const
 {
     const Request request = setOf(row, value);
-    return m_link->isStale() ||
-           m_link->isInDoubt({ nullptr, request.address, request.mnemonic, request.data, StandardCommand::Queued,
+    return m_link->isInDoubt({ nullptr, request.address, request.mnemonic, request.data, StandardCommand::Queued,
                                StandardCommand::Set, StandardCommand::kTimeOutMs });
 }
 

@@ -54,6 +54,9 @@ public:
     /// operator asked for last; the end of that set reports the value in force once more.
     [[nodiscard]] bool isSetPending(const QString &mnemonic) const;
 
+    /// Whether the value held of this mnemonic may be wrong: its set went unanswered, and it is being read back.
+    [[nodiscard]] bool isInDoubt(const QString &mnemonic) const;
+
     /// Makes the other channels of class @p className on @p link the slaves of this one.
     void SetSlaveChanList(const SerialPortController *link, const QString &className);
     [[nodiscard]] const QList<Channel *> &slaveChannels() const { return m_slaveChannels; }
@@ -202,6 +205,7 @@ private:
     };
 
     [[nodiscard]] bool mayCardDiffer(int row, const QString &value) const;
+    [[nodiscard]] bool isInDoubt(int row, const QString &value) const;
     void endSet(const StandardCommand &command);
     void write(int row, const QString &value);
     void writeWanted(const Wanted &wanted, bool isKnown);

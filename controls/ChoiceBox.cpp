@@ -4,6 +4,7 @@
 #include "controls/ValueText.h"
 
 #include <QAbstractItemView>
+#include <QEvent>
 #include <QSignalBlocker>
 #include <QStylePainter>
 
@@ -59,6 +60,25 @@ void ChoiceBox::exchange(const QStringList &items)
         setCurrentIndex(position < count() ? position : -1);
     }
     Q_EMIT refilled();
+}
+
+void ChoiceBox::showPopup()
+{
+    QComboBox::showPopup();
+    view()->window()->installEventFilter(this);
+}
+
+/// A window that comes up closes the list without hidePopup(). Nothing was chosen then.
+bool ChoiceBox::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::Hide && m_waiting) {
+        const auto take = [this] {
+            if (m_waiting && !view()->isVisible())
+                exchange(*m_waiting);
+        };
+        QMetaObject::invokeMethod(this, take, Qt::QueuedConnection);
+    }
+    return QComboBox::eventFilter(watched, event);
 }
 
 void ChoiceBox::hidePopup()

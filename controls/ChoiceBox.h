@@ -31,7 +31,10 @@ public:
     /// The item or the value that the operator sees; empty for an unknown value.
     [[nodiscard]] QString shownText() const;
 
+    void showPopup() override;
     void hidePopup() override;
+    /// Notices a list that another window closes.
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 Q_SIGNALS:
     /// The items have been exchanged; the position selected is the one of before if there still is one.

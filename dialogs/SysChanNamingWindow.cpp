@@ -14,6 +14,12 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+constexpr int kReadBackMs = 3000;
+
+} // namespace
+
 SysChanNamingWindow::SysChanNamingWindow(QWidget *parent, SerialPortController *controller, bool *open)
     : QDialog(parent)
     , ui(std::make_unique<Ui::SysChanNamingWindow>())
@@ -24,6 +30,8 @@ SysChanNamingWindow::SysChanNamingWindow(QWidget *parent, SerialPortController *
     m_directory.assign(controller->channels());
     createRows();
     showNames();
+    m_readBackTmr.setSingleShot(true);
+    connect(&m_readBackTmr, &QTimer::timeout, this, &SysChanNamingWindow::endSaving);
     connect(ui->btnSAVE, &QPushButton::clicked, this, &SysChanNamingWindow::btnSAVE_clicked, Qt::QueuedConnection);
     connect(ui->btnCancel, &QPushButton::clicked, this, &SysChanNamingWindow::btnCancel_clicked, Qt::QueuedConnection);
 }
@@ -65,18 +73,34 @@ void SysChanNamingWindow::btnSAVE_clicked()
         if (row.isNamed())
             row.channel->setNAME(row.line->text());
     }
-    m_isSaving = true;
+    setSaving(true);
+    m_readBackTmr.start(kReadBackMs);
     endSaving();
+}
+
+/// What is typed meanwhile would be taken for a name that was asked for.
+void SysChanNamingWindow::setSaving(bool isSaving)
+{
+    m_isSaving = isSaving;
+    for (const Row &row : std::as_const(m_rows))
+        row.line->setReadOnly(isSaving);
+}
+
+/// Whether it is still to be seen what became of a name.
+bool SysChanNamingWindow::isAwaited(const Row &row) const
+{
+    if (!row.channel)
+        return false;
+    const bool isReadBack =
+        m_readBackTmr.isActive() && !row.channel->link()->isStale() && row.channel->isInDoubt(Channel::Commands::NAME);
+    return row.channel->isSetPending(Channel::Commands::NAME) || isReadBack;
 }
 
 void SysChanNamingWindow::endSaving()
 {
-    const auto isPending = [](const Row &row) {
-        return row.channel && row.channel->isSetPending(Channel::Commands::NAME);
-    };
-    if (!m_isSaving || std::ranges::any_of(m_rows, isPending))
+    if (!m_isSaving || std::ranges::any_of(m_rows, [this](const Row &row) { return isAwaited(row); }))
         return;
-    m_isSaving = false;
+    setSaving(false);
     QStringList refused;
     for (const Row &row : std::as_const(m_rows)) {
         if (row.isNamed() && row.channel->getNAME() != row.line->text())

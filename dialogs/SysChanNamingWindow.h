@@ -4,6 +4,7 @@
 
 #include <QDialog>
 #include <QList>
+#include <QTimer>
 
 #include <memory>
 
@@ -45,7 +46,9 @@ private:
     };
 
     void createRows();
+    void setSaving(bool isSaving);
     void endSaving();
+    [[nodiscard]] bool isAwaited(const Row &row) const;
     void showNames();
     template <typename C>
     [[nodiscard]] Channel *channel(qsizetype index) const
@@ -58,4 +61,5 @@ private:
     QList<Row> m_rows; ///< from top to bottom
     bool *m_open;
     bool m_isSaving = false; ///< until every name has its answer
+    QTimer m_readBackTmr;    ///< what went unanswered may be known by its end
 };

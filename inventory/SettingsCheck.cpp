@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <tuple>
 #include <utility>
 
 namespace {
@@ -153,11 +154,10 @@ void SettingsCheck::failed(const StandardCommand &query, bool isProbe)
     if (query.status() == StandardCommand::TimedOut)
         entry->unanswered = now;
     ++entry->tries;
-    if (!isUnknown(*entry)) {
+    entry->due = now + (entry->tries < kFailuresOfSilent ? kLateMs : kSilentMs);
+    if (query.status() == StandardCommand::TimedOut && !isUnknown(*entry)) {
         Card &card = m_cards[query.address()];
-        const bool isSilent = ++card.failures >= kFailuresOfSilent || entry->tries >= kFailuresOfSilent;
-        card.notBefore = now + kLateMs;
-        entry->due = now + (isSilent ? kSilentMs : kLateMs);
+        card.notBefore = now + (++card.failures < kFailuresOfSilent ? kLateMs : kSilentMs);
     }
     if (entry->tries >= entry->mostTries)
         m_entries.erase(entry);
@@ -179,7 +179,8 @@ void SettingsCheck::askNext()
     const auto isSooner = [this, now](const Entry &one, const Entry &other) {
         const qint64 oneDue = std::max(dueOf(one), now);
         const qint64 otherDue = std::max(dueOf(other), now);
-        return oneDue != otherDue ? oneDue < otherDue : isUnknown(other) && !isUnknown(one);
+        // Of those that are due, one that failed before goes behind the others.
+        return std::tuple(oneDue, isUnknown(one), one.asked) < std::tuple(otherDue, isUnknown(other), other.asked);
     };
     Entry *next = nullptr;
     for (Entry &entry : m_entries) {

@@ -32,7 +32,7 @@ public:
             far.setValue(rest.section(u'=', 0, 0).toLatin1(), rest.section(u'=', 1).toLatin1());
         if (verb == u"send")
             far.sendFrame(spelt(rest.toLatin1()));
-        if (verb == u"await" && !far.waitForFrame(rest.toLatin1(), 3000))
+        if (verb == u"await" && !far.waitForFrame(rest.toLatin1(), 6000))
             return { u"not asked"_s };
         if (verb == u"set") {
             for (const QString &set : rest.split(u" & "_s))
@@ -117,6 +117,11 @@ void LostAnswersTest::readBack_data()
               "R1:AFC:0; R1 AFC 0; R1:AFC; R1 AFC 1");
     receivers("NAK that nobody waits for", "set R1:AFC:0; holds R1:AFC=1; send NAK",
               "R1:AFC:0; R1 AFC 0; R1:AFC; R1 AFC 1");
+    receivers(
+        "one that is never answered beside it",
+        "on R1:SLPA:0 =; on R1:SLPA =; on R1:SLPA =; on R1:SLPA =; on R1:AFC:0 =; holds R1:AFC=0; set R1:SLPA:0 & "
+        "R1:AFC:0; await R1:AFC",
+        "R1:SLPA:0; R1 SLPA 1; R1:AFC:0; R1 AFC 1; R1:SLPA; R1:AFC; R1 AFC 0; R1:SLPA");
     receivers("late answer from before the last set",
               "on R1:AFC:0 =; set R1:AFC:0; set R1:AGCT:3; holds R1:AGCT=3; send R1:AGCT:0; await R1:AGCT",
               "R1:AFC:0; R1 AFC 1; R1:AFC; R1 AFC 1; R1:AGCT:3; R1 AGCT 3; R1:AGCT; R1 AGCT 3; R1 AGCT 0; R1:AGCT; "

@@ -1,4 +1,5 @@
 #include "support/PanelBench.h"
+#include "support/Wait.h"
 
 #include "controls/FocusReturn.h"
 
@@ -387,6 +388,12 @@ void ReceiverPanelTest::listChangesWhileOpen()
                                    QByteArray(sent.isEmpty() ? "20 MHz" : "10 MHz")),
                  QByteArray());
     }
+    m_bench->report({ "R1:IFLS:1 MHz,5 MHz,10 MHz", "R1:IFBW:1" });
+    box->showPopup();
+    m_bench->report({ "R1:IFLS:10 MHz,20 MHz" });
+    box->view()->window()->close(); // as a wait box that comes up does
+    QVERIFY(
+        waitUntil([this] { return m_bench->mistakes("cboIFBWch1.count=2|cboIFBWch1.shownText=20 MHz").isEmpty(); }));
 }
 
 void ReceiverPanelTest::longNames()
