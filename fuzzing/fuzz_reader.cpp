@@ -129,11 +129,18 @@ QString told(const StandardCommand &message, bool isRequest)
         { message.responseAddress(), message.responseMnemonic(), message.responseData(), message.responseText() });
 }
 
+/// UTF-8, or Latin-1 if writing it again gives other bytes.
+QString textOf(const QByteArray &frame)
+{
+    const QString text = QString::fromUtf8('.' + frame).sliced(1); // keeps a byte-order mark
+    return text.toUtf8() == frame ? text : QString::fromLatin1(frame);
+}
+
 /// What has to be told of @p frame. It ends @p inFlight if it answers that.
 QString expected(const QByteArray &frame, std::optional<Request> &inFlight)
 {
     using enum StandardCommand::CommandStatus;
-    const QString text = QString::fromLocal8Bit(frame);
+    const QString text = textOf(frame);
     if (inFlight && (frame == "\x15" || (frame == "\x06" && inFlight->type == StandardCommand::Set))) {
         const auto type = std::exchange(inFlight, std::nullopt)->type;
         return told(true, frame == "\x15" ? Failed : Completed, type, { {}, {}, {}, {} });
@@ -238,7 +245,7 @@ public:
             ask();
         QStringList wanted;
         for (const QByteArray &frame : framesOf(stream, kLongestOfClient)) {
-            const QString text = QString::fromLocal8Bit(frame);
+            const QString text = textOf(frame);
             const bool isAnswer = asks && answersQuery(text);
             asks = asks && !isAnswer;
             wanted += (isAnswer ? u"answered"_s : QString()) + framed(text);
