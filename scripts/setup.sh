@@ -1,6 +1,7 @@
 # Shared by ./run, ./test and ./fuzz: what the project needs on a machine, and how it is built. To be sourced.
 
-packages=(cmake g++ ninja-build ccache qt6-base-dev qt6-serialport-dev fonts-inter xvfb xauth xdotool scrot)
+packages=(cmake g++ ninja-build ccache qt6-base-dev qt6-serialport-dev libcli11-dev nlohmann-json3-dev \
+          fonts-inter xvfb xauth xdotool scrot)
 fuzz_packages=(clang-14 libclang-rt-14-dev)
 
 # ensure_packages [PACKAGE...]: those that everything needs, and the named ones
