@@ -2,7 +2,7 @@
 
 #include "frontpanel/ChannelPanel.h"
 #include "frontpanel/ZIRVOFSMainWindow.h"
-#include "link/SerialPortController.h"
+#include "head/SerialPortController.h"
 
 #include <QCoreApplication>
 #include <QEvent>
@@ -74,8 +74,7 @@ void HealthLog::write()
     for (SerialPortController *link : m_window.SerialPortControllers()) {
         // Links are opened one after the other.
         connect(link, &SerialPortController::RcvdCmd, this, &HealthLog::countReport, Qt::UniqueConnection);
-        waiting += link->txmtCmdQueue().waitingCount();
-        toClient += link->txmtRemoteCmdQueue().waitingCount();
+        (link->isClientLink() ? toClient : waiting) += link->waitingCount();
         unwritten += link->port().bytesToWrite();
     }
     qCInfo(lcHealth).nospace() << "objects=" << m_window.findChildren<QObject *>().size()

@@ -2,13 +2,12 @@
 #include "app/UnixSignals.h"
 #include "controls/Style.h"
 #include "frontpanel/ZIRVOFSMainWindow.h"
-#include "link/SerialPortController.h"
+#include "head/HeadLinks.h"
 
 #include <QApplication>
 #include <QMessageBox>
 
 #include <malloc.h>
-#include <memory>
 
 using namespace Qt::StringLiterals;
 
@@ -60,19 +59,11 @@ int main(int argc, char *argv[])
     keepHeapSmall();
     QApplication application(argc, argv);
     Style::apply(application);
-    auto window = std::make_unique<ZIRVOFSMainWindow>();
+    HeadLinks links; // the window writes its last request to the command link, so the links outlive it
+    ZIRVOFSMainWindow window;
+    window.setLinks(&links);
     setIdentity();
 
     const QStringList arguments = QCoreApplication::arguments();
-    if (arguments.size() < 2)
-        return refuseWithoutIdentifier();
-    const int exitCode = run(*window, arguments[1]);
-
-    // The window writes its last request to the command link, so the links outlive it; that link owns the channels,
-    // so it goes last.
-    QList<SerialPortController *> links = window->SerialPortControllers();
-    window.reset();
-    while (!links.isEmpty())
-        delete links.takeLast();
-    return exitCode;
+    return arguments.size() < 2 ? refuseWithoutIdentifier() : run(window, arguments[1]);
 }

@@ -1,7 +1,7 @@
 #include "channels/BistChan.h"
 
+#include "link/ChannelLink.h"
 #include "link/RemoteCommand.h"
-#include "link/SerialPortController.h"
 
 namespace {
 

@@ -63,7 +63,7 @@ private:
 public:
     /// @param channel "1"
     /// @param link    carries the channel's commands; outlives it
-    BistChan(QObject *parent, const QString &channel, SerialPortController *link)
+    BistChan(QObject *parent, const QString &channel, ChannelLink *link)
         : Channel(parent, ChanType, channel, link, kCatalogue)
     {
     }

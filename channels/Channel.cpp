@@ -1,7 +1,7 @@
 #include "channels/Channel.h"
 
+#include "link/ChannelLink.h"
 #include "link/RemoteCommand.h"
-#include "link/SerialPortController.h"
 
 #include <QtNumeric>
 
@@ -13,13 +13,13 @@ constexpr double kPercentPerUnit = 100;
 
 } // namespace
 
-Channel::Channel(QObject *parent, QLatin1StringView chanType, const QString &channel, SerialPortController *link,
+Channel::Channel(QObject *parent, QLatin1StringView chanType, const QString &channel, ChannelLink *link,
                  Catalogue::Table catalogue)
     : Channel(parent, channel, chanType + channel, link, catalogue)
 {
 }
 
-Channel::Channel(QObject *parent, const QString &channel, const QString &address, SerialPortController *link,
+Channel::Channel(QObject *parent, const QString &channel, const QString &address, ChannelLink *link,
                  Catalogue::Table catalogue)
     : QObject(parent)
     , m_link(link)
@@ -40,20 +40,19 @@ QString Channel::previousValue(QLatin1StringView mnemonic) const
     return row >= 0 ? m_values[row].previous : QString();
 }
 
-void Channel::SetSlaveChanList(const SerialPortController *link, const QString &className)
+void Channel::SetSlaveChanList(const ChannelLink *link, const QString &className)
 {
-    std::copy_if(link->ChanList_begin(), link->ChanList_end(), std::back_inserter(m_slaveChannels),
-                 [this, &className](const Channel *other) {
-                     return QLatin1StringView(other->metaObject()->className()) == className &&
-                            other->getChannel() != m_channel;
-                 });
+    std::ranges::copy_if(
+        link->channels(), std::back_inserter(m_slaveChannels), [this, &className](const Channel *other) {
+            return QLatin1StringView(other->metaObject()->className()) == className && other->getChannel() != m_channel;
+        });
 }
 
-void Channel::RequestSettings()
+void Channel::requestSettings(StandardCommand::Priority priority)
 {
     for (std::size_t row = 0; row < m_catalogue.size(); ++row) {
         if (m_catalogue[row].flags.testFlag(Catalogue::Queried))
-            sendQuery(static_cast<int>(row));
+            sendQuery(static_cast<int>(row), priority);
     }
 }
 
@@ -62,26 +61,20 @@ bool Channel::isReporting() const
     return std::ranges::any_of(m_catalogue, [](const Catalogue::Row &row) { return row.flags & Catalogue::ToStatus; });
 }
 
-void Channel::sendQuery(int row)
+void Channel::sendQuery(int row, StandardCommand::Priority priority)
 {
     const Request request = queryOf(row);
     if (!request.mnemonic.isEmpty())
-        sendQuery(request);
+        sendQuery(request, priority);
 }
 
-const StandardCommand &Channel::sendQuery(const Request &request)
+const StandardCommand &Channel::sendQuery(const Request &request, StandardCommand::Priority priority)
 {
-    auto *const command = newQuery(request);
+    auto *const command =
+        new StandardCommand(StandardCommand::query(this, request.address, request.mnemonic, request.data));
+    command->setPriority(priority);
     m_link->AddCmdToTxmtCmdQueue(command);
     return *command;
-}
-
-void Channel::sendQueryInBackground(const Request &request) { m_link->queueInBackground(newQuery(request)); }
-
-StandardCommand *Channel::newQuery(const Request &request)
-{
-    return new StandardCommand(this, request.address, request.mnemonic, request.data, StandardCommand::Queued,
-                               StandardCommand::Query, StandardCommand::kTimeOutMs);
 }
 
 Channel::Request Channel::queryOf(int row) const { return { m_address, m_catalogue[std::size_t(row)].name, {} }; }
@@ -134,8 +127,7 @@ bool Channel::mayCardDiffer(int row, const QString &value) const { return m_link
 bool Channel::isInDoubt(int row, const QString &value) const
 {
     const Request request = setOf(row, value);
-    return m_link->isInDoubt({ nullptr, request.address, request.mnemonic, request.data, StandardCommand::Queued,
-                               StandardCommand::Set, StandardCommand::kTimeOutMs });
+    return m_link->isInDoubt(StandardCommand::set(nullptr, request.address, request.mnemonic, request.data));
 }
 
 void Channel::write(int row, const QString &value)
@@ -162,8 +154,7 @@ void Channel::writeWanted(const Wanted &wanted, bool isKnown)
 const StandardCommand &Channel::sendSet(int row, const Request &request)
 {
     auto *const command =
-        new StandardCommand(ownerOfSets(), request.address, request.mnemonic, request.data, StandardCommand::Queued,
-                            StandardCommand::Set, StandardCommand::kTimeOutMs);
+        new StandardCommand(StandardCommand::set(ownerOfSets(), request.address, request.mnemonic, request.data));
     command->setLatin1(request.isLatin1);
     m_pendingSets.insert(command, row);
     m_link->AddCmdToTxmtCmdQueue(command);
@@ -334,13 +325,13 @@ void Channel::mirror(int row, const QString &data, bool isAnswer, bool isLatin1)
 void Channel::pushToRemote(std::unique_ptr<RemoteCommand> message) const
 {
     if (m_remoteLink)
-        m_remoteLink->AddCmdToTxmtRemoteCmdQueue(message.release());
+        m_remoteLink->queueForClient(message.release());
 }
 
 void Channel::pushToStatus(std::unique_ptr<RemoteCommand> message) const
 {
     if (m_remoteEyeAndStatusLink)
-        m_remoteEyeAndStatusLink->AddCmdToTxmtRemoteEyeAndStatusCmdQueue(message.release());
+        m_remoteEyeAndStatusLink->queueForClient(message.release());
 }
 
 void Channel::ProcessCmd(const RemoteCommand &message)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "channels/Catalogue.h"
+#include "link/CommandOwner.h"
 #include "link/StandardCommand.h"
 
 #include <QHash>
@@ -12,8 +13,8 @@
 #include <memory>
 #include <optional>
 
+class ChannelLink;
 class RemoteCommand;
-class SerialPortController;
 
 /// Base of every channel model: one addressable function of a card.
 ///
@@ -24,7 +25,7 @@ class SerialPortController;
 ///
 /// The remote client is served from the same catalogue: it is told what the cards report, gets the cached values, and
 /// its changes go the way of the operator's.
-class Channel : public QObject
+class Channel : public QObject, public CommandOwner
 {
     Q_OBJECT
 
@@ -40,7 +41,7 @@ public:
     /// Class letters and number, for example "R1".
     [[nodiscard]] const QString &address() const { return m_address; }
     /// Carries the channel's commands.
-    [[nodiscard]] SerialPortController *link() const { return m_link; }
+    [[nodiscard]] ChannelLink *link() const { return m_link; }
     /// The addresses under which the remote client finds this channel and what it holds.
     [[nodiscard]] virtual QStringList addresses() const { return { m_address }; }
 
@@ -58,22 +59,26 @@ public:
     [[nodiscard]] bool isInDoubt(const QString &mnemonic) const;
 
     /// Makes the other channels of class @p className on @p link the slaves of this one.
-    void SetSlaveChanList(const SerialPortController *link, const QString &className);
+    void SetSlaveChanList(const ChannelLink *link, const QString &className);
     [[nodiscard]] const QList<Channel *> &slaveChannels() const { return m_slaveChannels; }
 
     /// The links to the remote client; they stay as long as the event loop runs.
-    virtual void setSPCRemote(SerialPortController *link) { m_remoteLink = link; }
-    virtual void setSPCRemoteEyeAndStatus(SerialPortController *link) { m_remoteEyeAndStatusLink = link; }
+    virtual void setSPCRemote(ChannelLink *link) { m_remoteLink = link; }
+    virtual void setSPCRemoteEyeAndStatus(ChannelLink *link) { m_remoteEyeAndStatusLink = link; }
 
     /// Takes an answer to a request of this channel, or an unsolicited message for it.
-    virtual void ProcessCmd(const StandardCommand &command);
+    void ProcessCmd(const StandardCommand &command) override;
     /// Takes a message of the remote client: every query and set gets an answer, and a set that is taken goes on as a
     /// change made at the panel would. Anything else is ignored.
-    virtual void ProcessCmd(const RemoteCommand &message);
+    void ProcessCmd(const RemoteCommand &message) override;
     /// Whether the card tells readings unasked as things are.
     [[nodiscard]] virtual bool isReporting() const;
     /// Queues one query for every setting, in catalogue order.
-    virtual void RequestSettings();
+    /// @param priority of the queries
+    void RequestSettings(StandardCommand::Priority priority = StandardCommand::Priority::Normal)
+    {
+        requestSettings(priority);
+    }
     /// Copies a set command to the slaved channels while this channel is slaved.
     virtual void SlavingHandler(const StandardCommand &command);
     virtual void setNAME(const QString &name) { submit(m_nameRow, name); }
@@ -87,10 +92,10 @@ Q_SIGNALS:
                         const QString &FailedData = QString());
 
 protected:
-    Channel(QObject *parent, QLatin1StringView chanType, const QString &channel, SerialPortController *link,
+    Channel(QObject *parent, QLatin1StringView chanType, const QString &channel, ChannelLink *link,
             Catalogue::Table catalogue);
     /// For a channel whose address is more than letters and number.
-    Channel(QObject *parent, const QString &channel, const QString &address, SerialPortController *link,
+    Channel(QObject *parent, const QString &channel, const QString &address, ChannelLink *link,
             Catalogue::Table catalogue);
 
     /// What is written for one catalogue row.
@@ -113,9 +118,9 @@ protected:
     };
 
     /// Where the remote client asks, and is told of settings; null until it is opened.
-    [[nodiscard]] SerialPortController *remoteLink() const { return m_remoteLink; }
+    [[nodiscard]] ChannelLink *remoteLink() const { return m_remoteLink; }
     /// Takes status values and eye blocks for the remote client; null until it is opened.
-    [[nodiscard]] SerialPortController *remoteEyeAndStatusLink() const { return m_remoteEyeAndStatusLink; }
+    [[nodiscard]] ChannelLink *remoteEyeAndStatusLink() const { return m_remoteEyeAndStatusLink; }
     [[nodiscard]] const QString &valueOf(int row) const { return m_values[row].current; }
 
     /// Asks the card for a new value; the value already held sends nothing, unless another one is still asked for or
@@ -124,10 +129,11 @@ protected:
     void submit(int row, const QString &value, bool evenIfHeld = false);
     /// Puts @p value into the cache, the one before into the previous value.
     void store(int row, const QString &value);
-    void sendQuery(int row);
-    const StandardCommand &sendQuery(const Request &request);
-    /// As sendQuery(), behind everything that the operator and the client cause.
-    void sendQueryInBackground(const Request &request);
+    /// What RequestSettings() does.
+    virtual void requestSettings(StandardCommand::Priority priority);
+    void sendQuery(int row, StandardCommand::Priority priority = StandardCommand::Priority::Normal);
+    const StandardCommand &sendQuery(const Request &request,
+                                     StandardCommand::Priority priority = StandardCommand::Priority::Normal);
     /// Sends a set of @p row; until it ends, isSetPending() tells of it.
     /// @param row kNoRow for a mnemonic that the catalogue does not hold
     const StandardCommand &sendSet(int row, const Request &request);
@@ -189,8 +195,6 @@ protected:
     [[nodiscard]] virtual Channel *ownerOfSets() { return this; }
 
 private:
-    [[nodiscard]] StandardCommand *newQuery(const Request &request);
-
     struct Value
     {
         QString current;
@@ -219,7 +223,7 @@ private:
     [[nodiscard]] std::optional<QString> fromClient(int row, const QString &text) const;
     void processReport(int row, const Report &report);
 
-    SerialPortController *m_link;
+    ChannelLink *m_link;
     const QString m_channel;
     const QString m_address;
     const Catalogue::Table m_catalogue;
@@ -229,6 +233,6 @@ private:
     QHash<const StandardCommand *, int> m_pendingSets; ///< rows of the sets that are queued or unanswered
     QHash<const StandardCommand *, Wanted> m_wanted;   ///< by the query that has to be answered first
     QList<Channel *> m_slaveChannels;
-    SerialPortController *m_remoteLink = nullptr;
-    SerialPortController *m_remoteEyeAndStatusLink = nullptr;
+    ChannelLink *m_remoteLink = nullptr;
+    ChannelLink *m_remoteEyeAndStatusLink = nullptr;
 };

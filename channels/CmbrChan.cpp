@@ -1,6 +1,6 @@
 #include "channels/CmbrChan.h"
 
-CmbrChan::CmbrChan(QObject *parent, const QString &channel, SerialPortController *link)
+CmbrChan::CmbrChan(QObject *parent, const QString &channel, ChannelLink *link)
     : Channel(parent, ChanType, channel, link, kCatalogue)
 {
 }

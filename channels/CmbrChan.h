@@ -73,7 +73,7 @@ private:
 public:
     /// @param channel "1"
     /// @param link    carries the channel's commands; outlives it
-    CmbrChan(QObject *parent, const QString &channel, SerialPortController *link);
+    CmbrChan(QObject *parent, const QString &channel, ChannelLink *link);
 
     [[nodiscard]] QString getCVMD() const { return valueOf(at(Commands::CVMD)); }
     [[nodiscard]] QString getCMOD() const { return valueOf(at(Commands::CMOD)); }

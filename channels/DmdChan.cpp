@@ -1,9 +1,9 @@
 #include "channels/DmdChan.h"
 
 #include "channels/UniversalChan.h"
+#include "link/ChannelLink.h"
 #include "link/EyeConstData.h"
 #include "link/RemoteCommand.h"
-#include "link/SerialPortController.h"
 
 #include <algorithm>
 
@@ -42,7 +42,7 @@ QString modeName(const QString &entry)
 
 } // namespace
 
-DmdChan::DmdChan(QObject *parent, const QString &channel, SerialPortController *link, bool directDqmCommands)
+DmdChan::DmdChan(QObject *parent, const QString &channel, ChannelLink *link, bool directDqmCommands)
     : Channel(parent, ChanType, channel, link, kCatalogue)
     , m_directDqmCommands(directDqmCommands)
     , m_ifFilters{ u"Auto"_s, u"0"_s, u"1"_s, u"2"_s, u"3"_s }
@@ -62,11 +62,11 @@ QString DmdChan::dataSourceMnemonic() const
 
 // Requests
 
-void DmdChan::RequestSettings()
+void DmdChan::requestSettings(StandardCommand::Priority priority)
 {
     // What the card did not tell may have been asked while it was not there.
     m_unknownValues.removeIf([](const auto &entry) { return entry.value().told.isEmpty(); });
-    Channel::RequestSettings();
+    Channel::requestSettings(priority);
 }
 
 Channel::Request DmdChan::queryOf(int row) const
@@ -362,7 +362,7 @@ void DmdChan::askCard(const QString &mnemonic)
     m_openQuestions.append(mnemonic);
     if (!isCatalogued(mnemonic))
         rememberUnknown(mnemonic, {});
-    sendQueryInBackground({ address(), mnemonic, {} });
+    sendQuery({ address(), mnemonic, {} }, StandardCommand::Priority::Background);
 }
 
 bool DmdChan::takesSet(const QString &mnemonic, const QString &data) const

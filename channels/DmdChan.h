@@ -197,7 +197,7 @@ public:
     /// @param channel "1", "2" or "3"
     /// @param link    carries the channel's commands; outlives it
     /// @param directDqmCommands whether the card takes "DQMON", "DQMFS" and "DEQE" instead of registers
-    DmdChan(QObject *parent, const QString &channel, SerialPortController *link, bool directDqmCommands);
+    DmdChan(QObject *parent, const QString &channel, ChannelLink *link, bool directDqmCommands);
 
     [[nodiscard]] QString getDMLS() const { return valueOf(at(Commands::DMLS)); }
     [[nodiscard]] QString getIFFL() const { return valueOf(at(Commands::IFFL)); }
@@ -437,7 +437,6 @@ public:
     /// Last value of a mnemonic that the card reported and the catalogue does not hold; null if there was none.
     [[nodiscard]] QString unknownValue(const QString &mnemonic) const { return m_unknownValues.value(mnemonic).told; }
 
-    void RequestSettings() override;
     using Channel::ProcessCmd;
     void ProcessCmd(const StandardCommand &command) override;
 
@@ -447,6 +446,7 @@ public:
     [[nodiscard]] const QByteArray &lastEyeBlock() const { return m_lastEyeBlock; }
 
 protected:
+    void requestSettings(StandardCommand::Priority priority) override;
     [[nodiscard]] Request queryOf(int row) const override;
     [[nodiscard]] Request setOf(int row, const QString &value) const override;
     [[nodiscard]] bool isWrittenWhole(int row) const override;

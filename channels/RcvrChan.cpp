@@ -2,7 +2,7 @@
 
 #include <QtNumeric>
 
-RcvrChan::RcvrChan(QObject *parent, const QString &channel, SerialPortController *link)
+RcvrChan::RcvrChan(QObject *parent, const QString &channel, ChannelLink *link)
     : Channel(parent, ChanType, channel, link, kCatalogue)
 {
 }

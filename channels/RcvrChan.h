@@ -93,7 +93,7 @@ private:
 public:
     /// @param channel "1" or "2"
     /// @param link    carries the channel's commands; outlives it
-    RcvrChan(QObject *parent, const QString &channel, SerialPortController *link);
+    RcvrChan(QObject *parent, const QString &channel, ChannelLink *link);
 
     [[nodiscard]] QString getFREQ() const { return valueOf(at(Commands::FREQ)); } ///< MHz
     [[nodiscard]] QString getFLST() const { return valueOf(at(Commands::FLST)); }

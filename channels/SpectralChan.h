@@ -38,7 +38,7 @@ private:
 public:
     /// @param channel "1" to "3"
     /// @param link    carries the channel's commands; outlives it
-    SpectralChan(QObject *parent, const QString &channel, SerialPortController *link)
+    SpectralChan(QObject *parent, const QString &channel, ChannelLink *link)
         : Channel(parent, ChanType, channel, link, kCatalogue)
     {
     }
@@ -63,11 +63,13 @@ public:
         if (command.status() != StandardCommand::Completed)
             restoreData();
     }
-    /// Asks for the span, and stops the spectra that an earlier run asked for. A card that comes back goes on with
+
+protected:
+    /// Queries the span, and stops the spectra that an earlier run asked for. A card that comes back goes on with
     /// those of this run, or with what the client has just asked for, if the card takes that.
-    void RequestSettings() override
+    void requestSettings(StandardCommand::Priority priority) override
     {
-        Channel::RequestSettings();
+        Channel::requestSettings(priority);
         m_isDataAwaited = isSetPending(Commands::DATA);
         if (!m_isDataAwaited)
             restoreData();

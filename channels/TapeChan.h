@@ -41,7 +41,7 @@ private:
 public:
     /// @param channel "1"
     /// @param link    carries the channel's commands; outlives it
-    TapeChan(QObject *parent, const QString &channel, SerialPortController *link)
+    TapeChan(QObject *parent, const QString &channel, ChannelLink *link)
         : Channel(parent, ChanType, channel, link, kCatalogue)
     {
     }

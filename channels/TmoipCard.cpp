@@ -4,7 +4,7 @@
 
 using namespace Qt::StringLiterals;
 
-TmoipCard::TmoipCard(QObject *parent, const QString &channel, SerialPortController *link)
+TmoipCard::TmoipCard(QObject *parent, const QString &channel, ChannelLink *link)
     : Channel(parent, channel, ChanType + channel + "-0"_L1, link, kCatalogue)
 {
     for (const QString &key : { u"1"_s, u"2"_s, u"3"_s })
@@ -24,14 +24,14 @@ QStringList TmoipCard::addresses() const
     return all;
 }
 
-void TmoipCard::setSPCRemote(SerialPortController *remoteLink)
+void TmoipCard::setSPCRemote(ChannelLink *remoteLink)
 {
     Channel::setSPCRemote(remoteLink);
     for (TmoipChan *stream : std::as_const(m_streams))
         stream->setSPCRemote(remoteLink);
 }
 
-void TmoipCard::setSPCRemoteEyeAndStatus(SerialPortController *remoteLink)
+void TmoipCard::setSPCRemoteEyeAndStatus(ChannelLink *remoteLink)
 {
     Channel::setSPCRemoteEyeAndStatus(remoteLink);
     for (TmoipChan *stream : std::as_const(m_streams))

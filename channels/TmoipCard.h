@@ -58,7 +58,7 @@ private:
 public:
     /// @param channel the card's number
     /// @param link    carries the commands of card and streams; outlives both
-    TmoipCard(QObject *parent, const QString &channel, SerialPortController *link);
+    TmoipCard(QObject *parent, const QString &channel, ChannelLink *link);
 
     [[nodiscard]] QString getADDR() const { return valueOf(at(Commands::ADDR)); }
     [[nodiscard]] QString getMASK() const { return valueOf(at(Commands::MASK)); }
@@ -90,8 +90,8 @@ public:
     /// The card's own and those of its streams.
     [[nodiscard]] QStringList addresses() const override;
 
-    void setSPCRemote(SerialPortController *remoteLink) override;
-    void setSPCRemoteEyeAndStatus(SerialPortController *remoteLink) override;
+    void setSPCRemote(ChannelLink *remoteLink) override;
+    void setSPCRemoteEyeAndStatus(ChannelLink *remoteLink) override;
 
 private:
     QMap<QString, TmoipChan *> m_streams;

@@ -60,7 +60,7 @@ public:
     /// @param key         "1" to "3", the stream's number on its card
     /// @param cardAddress for example "TM1"
     /// @param link        carries the channel's commands; outlives it
-    TmoipChan(const QString &key, QObject *card, const QString &cardAddress, SerialPortController *link)
+    TmoipChan(const QString &key, QObject *card, const QString &cardAddress, ChannelLink *link)
         : Channel(card, key, cardAddress + u'-' + key, link, kCatalogue)
     {
     }

@@ -1,7 +1,7 @@
 #include "channels/UniversalChan.h"
 
+#include "link/ChannelLink.h"
 #include "link/RemoteCommand.h"
-#include "link/SerialPortController.h"
 
 #include <QCoreApplication>
 
@@ -14,7 +14,7 @@ constexpr int kRemoteStatusMs = 2000;
 
 } // namespace
 
-UniversalChan::UniversalChan(QObject *parent, const QString &number, SerialPortController *link)
+UniversalChan::UniversalChan(QObject *parent, const QString &number, ChannelLink *link)
     : Channel(parent, ChanType, number, link, kCatalogue)
 {
     connect(&m_remoteStatusTmr, &QTimer::timeout, this, &UniversalChan::RemoteStatusTimeOut);
@@ -31,15 +31,12 @@ void UniversalChan::processSpecial(int row, const Report &report)
     mirror(row, report.data, report.isAnswer);
 }
 
+/// A later list does not change the channels.
 void UniversalChan::processCardList(const QString &cardList)
 {
-    // A second list would create every channel twice.
-    if (std::exchange(m_cardListReceived, true)) {
-        link()->noteCardList(cardList);
-        return;
-    }
-    store(at(Commands::CLST), cardList);
-    link()->processCardList(cardList);
+    if (!std::exchange(m_cardListReceived, true))
+        store(at(Commands::CLST), cardList);
+    Q_EMIT cardListReceived(cardList);
 }
 
 void UniversalChan::processTmoipList(const QString &list)
@@ -47,16 +44,15 @@ void UniversalChan::processTmoipList(const QString &list)
     if (!m_tmoipList.isEmpty())
         return;
     store(at(Commands::TLST), list);
-    for (const QString &item : list.split(u',')) {
-        const QString entry = item.trimmed();
-        if (link()->generateTmoipCard(entry.section(u' ', 0, 0)))
-            m_tmoipList.append(entry);
-    }
+    QStringList entries;
+    for (const QString &item : list.split(u','))
+        entries.append(item.trimmed());
+    Q_EMIT tmoipListReceived(entries);
 }
 
 // Remote client
 
-void UniversalChan::setSPCRemote(SerialPortController *link)
+void UniversalChan::setSPCRemote(ChannelLink *link)
 {
     Channel::setSPCRemote(link);
     m_remoteStatusTmr.start(kFirstRemoteStatusMs);
@@ -81,18 +77,17 @@ void UniversalChan::SendToRemoteConnection(const QString &address, const QString
     pushToRemote(std::make_unique<RemoteCommand>(this, address, mnemonic, true));
 }
 
-void UniversalChan::RequestSettings()
+void UniversalChan::requestSettings(StandardCommand::Priority priority)
 {
-    Channel::RequestSettings();
+    Channel::requestSettings(priority);
     if (m_remoteStatus == QLatin1StringView("1"))
         setREMOTE(m_remoteStatus); // a chassis that comes back does not know
 }
 
 void UniversalChan::setREMOTE(const QString &value)
 {
-    link()->AddCmdToTxmtCmdQueue(new StandardCommand(nullptr, address(), Commands::REMOTE, value,
-                                                     StandardCommand::Queued, StandardCommand::Set,
-                                                     StandardCommand::kTimeOutMs));
+    link()->AddCmdToTxmtCmdQueue(
+        new StandardCommand(StandardCommand::set(nullptr, address(), Commands::REMOTE, value)));
 }
 
 void UniversalChan::setRemotePresent(bool isPresent)
@@ -111,7 +106,7 @@ void UniversalChan::ProcessCmd(const RemoteCommand &message)
     }
     m_isRemoteAsked = false;
     const bool isAnswered = message.status() != RemoteCommand::TimedOut;
-    if (isAnswered || remoteLink()->isLost() || !remoteLink()->isClientHeldBack()) // its answer may be unread
+    if (isAnswered || !remoteLink()->isClientHeldBack()) // or its answer may be unread
         setRemotePresent(isAnswered);
 }
 
@@ -130,7 +125,7 @@ std::optional<QString> UniversalChan::answerToQuery(const QString &mnemonic)
     if (mnemonic == RemoteCommands::CHANS)
         return remoteAddresses();
     if (mnemonic == RemoteCommands::CARDS)
-        return link()->cardInfoStrings().join(u',');
+        return m_cardInfo.join(u',');
     return Channel::answerToQuery(mnemonic);
 }
 

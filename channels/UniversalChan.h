@@ -62,7 +62,7 @@ private:
 
 public:
     /// @param number "0"
-    UniversalChan(QObject *parent, const QString &number, SerialPortController *link);
+    UniversalChan(QObject *parent, const QString &number, ChannelLink *link);
 
     [[nodiscard]] QString getSTYPE() const { return SystemType; }
     [[nodiscard]] QString getCLST() const { return valueOf(at(Commands::CLST)); } ///< card list as received
@@ -96,10 +96,13 @@ public:
     [[nodiscard]] const QString &systemIdentifier() const { return m_systemIdentifier; }
     void setSystemIdentifier(const QString &identifier) { m_systemIdentifier = identifier; }
 
+    /// Info strings of the cards, one text a card, for the remote client.
+    void setCardInfo(const QStringList &texts) { m_cardInfo = texts; }
+    /// A TMoIP card was made for this entry of the list; later lists are ignored.
+    void addTmoipEntry(const QString &entry) { m_tmoipList.append(entry); }
+
     /// Begins to ask regularly whether a client is there.
-    void setSPCRemote(SerialPortController *link) override;
-    /// Asks for every setting, and tells the chassis once more of a remote client that is there.
-    void RequestSettings() override;
+    void setSPCRemote(ChannelLink *link) override;
 
     using Channel::ProcessCmd;
     /// Takes the client's messages, and the end of the head's question whether it is there.
@@ -110,7 +113,16 @@ public Q_SLOTS:
     /// answers is not asked.
     void RemoteStatusTimeOut();
 
+Q_SIGNALS:
+    /// The chassis has sent its card list: the first one, or a later one that has not changed the cached list.
+    void cardListReceived(const QString &cardList);
+    /// The chassis has sent its list of TMoIP cards, while none of them is known.
+    /// @param entries one text a card; some may be empty
+    void tmoipListReceived(const QStringList &entries);
+
 protected:
+    /// Queries every setting, and reports a remote client that is there to the chassis once more.
+    void requestSettings(StandardCommand::Priority priority) override;
     [[nodiscard]] std::optional<QString> answerToQuery(const QString &mnemonic) override;
     void processSpecial(int row, const Report &report) override;
     /// Answers on the system address find this channel by that address.
@@ -128,6 +140,7 @@ private:
     QString m_systemIdentifier;
     QString m_mainVersion;
     QStringList m_tmoipList;
+    QStringList m_cardInfo;
     QTimer m_remoteStatusTmr;
     bool m_isRemoteAsked = false; ///< the question whether a client is there has not ended yet
     QString m_remoteStatus = QStringLiteral("0");

@@ -2,7 +2,7 @@
 
 #include "channels/UniversalChan.h"
 #include "dialogs/QListWidgetPresets.h"
-#include "link/SerialPortController.h"
+#include "head/SerialPortController.h"
 
 #include <QEvent>
 #include <QHBoxLayout>
@@ -156,7 +156,6 @@ bool PresetDialog::canRequest() const
 
 void PresetDialog::request(const QString &mnemonic)
 {
-    m_link->AddCmdToTxmtCmdQueue(new StandardCommand(nullptr, UniversalChan::Address, mnemonic, chosenName(),
-                                                     StandardCommand::Queued, StandardCommand::Set,
-                                                     StandardCommand::kTimeOutMs));
+    m_link->AddCmdToTxmtCmdQueue(
+        new StandardCommand(StandardCommand::set(nullptr, UniversalChan::Address, mnemonic, chosenName())));
 }

@@ -6,7 +6,7 @@
 #include "channels/UniversalChan.h"
 #include "dialogs/NameValidator.h"
 #include "dialogs/RefusalBox.h"
-#include "link/SerialPortController.h"
+#include "head/SerialPortController.h"
 #include "ui_SysChanNamingWindow.h"
 
 #include <algorithm>

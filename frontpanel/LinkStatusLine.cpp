@@ -2,7 +2,7 @@
 
 #include "channels/UniversalChan.h"
 #include "controls/WidgetUpdate.h"
-#include "link/SerialPortController.h"
+#include "head/SerialPortController.h"
 
 #include <QLabel>
 #include <QProgressBar>

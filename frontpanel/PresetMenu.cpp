@@ -4,7 +4,7 @@
 #include "controls/FocusReturn.h"
 #include "dialogs/PresetLoad.h"
 #include "dialogs/PresetSave.h"
-#include "link/SerialPortController.h"
+#include "head/SerialPortController.h"
 
 PresetMenu::PresetMenu(FocusReturn &focusReturn, QWidget *window)
     : m_focusReturn(focusReturn)
@@ -36,9 +36,8 @@ void PresetMenu::choose(Choice choice)
         return;
     m_asked.append(choice);
     m_patience.start();
-    m_link->AddCmdToTxmtCmdQueue(new StandardCommand(nullptr, UniversalChan::Address, UniversalChan::Commands::PLIST,
-                                                     {}, StandardCommand::Queued, StandardCommand::Query,
-                                                     StandardCommand::kTimeOutMs));
+    m_link->AddCmdToTxmtCmdQueue(
+        new StandardCommand(StandardCommand::query(nullptr, UniversalChan::Address, UniversalChan::Commands::PLIST)));
 }
 
 void PresetMenu::forgetChoices()

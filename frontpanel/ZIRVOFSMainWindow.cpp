@@ -1,10 +1,8 @@
 #include "frontpanel/ZIRVOFSMainWindow.h"
 
-#include "channels/BistChan.h"
 #include "channels/CmbrChan.h"
 #include "channels/DmdChan.h"
 #include "channels/RcvrChan.h"
-#include "channels/SpectralChan.h"
 #include "channels/TapeChan.h"
 #include "channels/TmoipCard.h"
 #include "channels/UniversalChan.h"
@@ -14,8 +12,8 @@
 #include "frontpanel/DemodulatorPanel.h"
 #include "frontpanel/LinkStatusLine.h"
 #include "frontpanel/ReceiverPanel.h"
+#include "head/HeadLinks.h"
 #include "inventory/Card.h"
-#include "link/SerialPortController.h"
 #include "ui_MainWindow.h"
 
 #include <QCloseEvent>
@@ -33,9 +31,6 @@ constexpr int kReceiverPanels = 2;
 constexpr int kStartupTickMs = 1000;
 constexpr int kStatusTickMs = 333;
 constexpr int kFinalWriteMs = 1000;
-
-/// Places in the list of links, which are made in this order.
-enum LinkPlace { CommandLink, EyeConstLink, RemoteLink, RemoteEyeAndStatusLink, SpectralLink };
 
 constexpr int kDemodulatorPanels = AuxiliaryWindows::kDemodulators;
 
@@ -80,8 +75,8 @@ ZIRVOFSMainWindow::ZIRVOFSMainWindow(QWidget *parent)
 
 ZIRVOFSMainWindow::~ZIRVOFSMainWindow()
 {
-    if (!m_serialPortControllers.isEmpty())
-        m_serialPortControllers.front()->writeFinalReportsOff(kFinalWriteMs);
+    if (SerialPortController *const link = m_links ? m_links->commandLink() : nullptr)
+        link->writeFinalReportsOff(kFinalWriteMs);
     // The panels refer to the guard and the focus return, so they go first; losing the focus must not commit an entry.
     const ControlGuard::Scope ending(m_guard);
     delete takeCentralWidget();
@@ -152,9 +147,17 @@ void ZIRVOFSMainWindow::closeEvent(QCloseEvent *event)
 
 // Start-up
 
+void ZIRVOFSMainWindow::setLinks(HeadLinks *links)
+{
+    m_links = links;
+    connect(links, &HeadLinks::added, m_linkStatusLine, &LinkStatusLine::addLink);
+    connect(links, &HeadLinks::deviceMissing, this, &ZIRVOFSMainWindow::showMissingDevice);
+    connect(links, &HeadLinks::spectralSettingsObtained, this, &ZIRVOFSMainWindow::SpecObtainedAllSettings);
+}
+
 void ZIRVOFSMainWindow::StartComms()
 {
-    SerialPortController *const link = openLink(SerialPortController::COMMAND_LINK);
+    SerialPortController *const link = m_links->openCommandLink(m_systemIdentifier);
     connect(link, &SerialPortController::CommunicationEstablished, this,
             [this] { ui->lblStarting->setText(u"Reading the settings"_s); });
     connect(link, &SerialPortController::AllSettingsObtained, this, &ZIRVOFSMainWindow::ObtainedAllSettings);
@@ -162,14 +165,21 @@ void ZIRVOFSMainWindow::StartComms()
     link->StartEstablishCommTmr(kStartupTickMs, ui->lblCountdown);
 }
 
-SerialPortController *ZIRVOFSMainWindow::openLink(SerialPortController::PORT_TYPE type)
+QList<SerialPortController *> ZIRVOFSMainWindow::SerialPortControllers() const
 {
-    const QString identifier = type == SerialPortController::COMMAND_LINK ? m_systemIdentifier : QString();
-    auto *const link = new SerialPortController(nullptr, type, identifier);
-    connect(link, &SerialPortController::OpenFailureAcknowledged, this, &QWidget::activateWindow);
-    m_serialPortControllers.append(link);
-    m_linkStatusLine->addLink(link);
-    return link;
+    return m_links ? m_links->all() : QList<SerialPortController *>();
+}
+
+/// Blocks nothing, and closes by itself when the device is there.
+void ZIRVOFSMainWindow::showMissingDevice(SerialPortController *link)
+{
+    auto *const box = new QMessageBox;
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->setText(link->openFailureText());
+    connect(box, &QDialog::finished, this, &QWidget::activateWindow);
+    connect(link, &SerialPortController::DeviceFound, box, &QDialog::accept);
+    connect(this, &QObject::destroyed, box, [box] { delete box; });
+    box->open();
 }
 
 void ZIRVOFSMainWindow::ObtainedAllSettings()
@@ -180,12 +190,13 @@ void ZIRVOFSMainWindow::ObtainedAllSettings()
     fillPanels();
     showPanels();
     showTape();
-    openFurtherLinks();
+    m_links->openFurtherLinks();
+    m_updateAllDynamicParamsTmr.start();
 }
 
 void ZIRVOFSMainWindow::SetChanList()
 {
-    m_directory.assign(m_serialPortControllers.front()->channels());
+    m_directory.assign(m_links->commandLink()->channels());
     m_sysChan = m_directory.all<UniversalChan>().value(0);
     m_combiner = m_directory.all<CmbrChan>().value(0);
 }
@@ -200,7 +211,7 @@ void ZIRVOFSMainWindow::showSystem()
 
 void ZIRVOFSMainWindow::enableMenus()
 {
-    m_presetMenu.setLink(m_serialPortControllers.front());
+    m_presetMenu.setLink(m_links->commandLink());
     const QList<QAction *> windows{ ui->actionSystemCardsConfiguration, ui->actionSystemChannelNaming };
     for (QAction *action :
          ui->menuPresets->actions() + ui->menuSlaving->actions() + ui->menu10MHzReference->actions() + windows)
@@ -212,7 +223,7 @@ void ZIRVOFSMainWindow::enableMenus()
 
 void ZIRVOFSMainWindow::fillPanels()
 {
-    m_families = CardFamilies::of(m_serialPortControllers.front()->cards());
+    m_families = CardFamilies::of(m_links->commandLink()->cards());
     if (m_families.hasQLDXCard) {
         for (const ReceiverPanel *panel : std::as_const(m_receiverPanels))
             connect(panel, &ReceiverPanel::playbackShown, m_combinerPanels.front(),
@@ -260,36 +271,7 @@ void ZIRVOFSMainWindow::showTape()
         panel->showPlayback();
 }
 
-void ZIRVOFSMainWindow::openFurtherLinks()
-{
-    SerialPortController *const commandLink = m_serialPortControllers.front();
-    const bool hasTmoipCard = !m_directory.all<TmoipCard>().isEmpty();
-    for (const auto type : { SerialPortController::EYE_CONST_LINK, SerialPortController::REMOTE_LINK,
-                             SerialPortController::REMOTE_EYE_AND_STATUS_LINK }) {
-        SerialPortController *const link = openLink(type);
-        link->GenerateChannelList(commandLink);
-        if (!hasTmoipCard && type != SerialPortController::EYE_CONST_LINK)
-            connect(commandLink, &SerialPortController::TmoipCardObtained, link, &SerialPortController::addTmoipCard);
-    }
-    m_updateAllDynamicParamsTmr.start();
-    SerialPortController *const spectralLink = openLink(SerialPortController::SPECTRAL_LINK);
-    connect(spectralLink, &SerialPortController::AllSettingsObtained, this,
-            &ZIRVOFSMainWindow::SpecObtainedAllSettings);
-    spectralLink->StartEstablishCommTmr(kStartupTickMs, nullptr);
-}
-
-void ZIRVOFSMainWindow::SpecObtainedAllSettings()
-{
-    for (Channel *channel : m_serialPortControllers[SpectralLink]->channels()) {
-        const bool isSpectral = qobject_cast<SpectralChan *>(channel);
-        if (isSpectral)
-            m_serialPortControllers[CommandLink]->addSpecChan(channel);
-        if (isSpectral || qobject_cast<BistChan *>(channel)) {
-            m_serialPortControllers[RemoteLink]->addSpecChan(channel);
-            m_serialPortControllers[RemoteEyeAndStatusLink]->addSpecChan(channel);
-        }
-    }
-}
+void ZIRVOFSMainWindow::SpecObtainedAllSettings() { m_links->shareSpectralChannels(); }
 
 void ZIRVOFSMainWindow::SetTmoipCardList(TmoipCard *card)
 {
@@ -441,13 +423,13 @@ void ZIRVOFSMainWindow::chooseReference(const QString &value)
 void ZIRVOFSMainWindow::SystemCardsConfiguration_triggered()
 {
     if (m_sysChan)
-        m_auxiliaryWindows.openCards(m_serialPortControllers.front()->cards());
+        m_auxiliaryWindows.openCards(m_links->commandLink()->cards());
 }
 
 void ZIRVOFSMainWindow::SystemChannelNaming_triggered()
 {
     if (m_sysChan)
-        m_auxiliaryWindows.openNaming(m_serialPortControllers.front());
+        m_auxiliaryWindows.openNaming(m_links->commandLink());
 }
 
 void ZIRVOFSMainWindow::CombinerZeroTriggerd()

@@ -7,7 +7,6 @@
 #include "frontpanel/PresetMenu.h"
 #include "inventory/CardFamilies.h"
 #include "inventory/ChannelDirectory.h"
-#include "link/SerialPortController.h"
 
 #include <QList>
 #include <QMainWindow>
@@ -20,9 +19,11 @@
 class ChannelPanel;
 class CombinerPanel;
 class DemodulatorPanel;
+class HeadLinks;
 class LinkStatusLine;
 class CmbrChan;
 class ReceiverPanel;
+class SerialPortController;
 class TmoipCard;
 class UniversalChan;
 
@@ -30,11 +31,9 @@ namespace Ui {
 class MainWindow;
 }
 
-/// The one main window: panels of the channels found, menus, the timers that keep the displays fresh, and the opening
-/// of the serial links in their order.
+/// The one main window: panels of the channels found, menus, and the timers that keep the displays fresh.
 ///
-/// It knows channels, never bytes, and owns neither channels nor links: whoever runs the window deletes the links
-/// after it.
+/// It knows channels, never bytes, and owns neither channels nor links.
 class ZIRVOFSMainWindow : public QMainWindow
 {
     Q_OBJECT
@@ -47,11 +46,14 @@ public:
     /// Identity of the chassis that this display head belongs to.
     void setSystemIdentifier(const QString &identifier) { m_systemIdentifier = identifier; }
 
+    /// @param links outlives the window
+    void setLinks(HeadLinks *links);
+
     /// Opens the command link and starts to wait for the chassis.
     void StartComms();
 
     /// The serial links in the order of their making, the command link first.
-    [[nodiscard]] const QList<SerialPortController *> &SerialPortControllers() const { return m_serialPortControllers; }
+    [[nodiscard]] QList<SerialPortController *> SerialPortControllers() const;
     /// Whether a changed control was changed by the operator.
     [[nodiscard]] bool AcceptControlChanges() const { return m_guard.AcceptControlChanges(); }
     /// Names of the presets that the chassis listed last.
@@ -115,8 +117,7 @@ private:
     void fill(const QList<Panel *> &panels, const Families &...families);
     void showPanels();
     void showTape();
-    void openFurtherLinks();
-    SerialPortController *openLink(SerialPortController::PORT_TYPE type);
+    void showMissingDevice(SerialPortController *link);
 
     void refresh(DynamicParamsPhase phase);
     void showLinks();
@@ -145,7 +146,7 @@ private:
     QList<DemodulatorPanel *> m_demodulatorPanels;
 
     QString m_systemIdentifier;
-    QList<SerialPortController *> m_serialPortControllers;
+    HeadLinks *m_links = nullptr;
     CardFamilies m_families;
     ChannelDirectory m_directory;
     UniversalChan *m_sysChan = nullptr;

@@ -12,7 +12,7 @@
 #include "fuzzing/Fuzz.h"
 #include "inventory/ChannelDirectory.h"
 #include "link/EyeConstData.h"
-#include "link/SerialPortController.h"
+#include "head/SerialPortController.h"
 
 #include <QCoreApplication>
 #include <QFile>

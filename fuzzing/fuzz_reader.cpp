@@ -6,7 +6,7 @@
 
 #include "fuzzing/Fuzz.h"
 #include "link/RemoteCommand.h"
-#include "link/SerialPortController.h"
+#include "head/SerialPortController.h"
 #include "support/FarEnd.h"
 #include "support/Wait.h"
 

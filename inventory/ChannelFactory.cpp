@@ -22,7 +22,7 @@ bool holdsAny(const QString &cardList, std::initializer_list<QLatin1StringView> 
                        [&cardList](QLatin1StringView text) { return cardList.contains(text); });
 }
 
-void addReceivers(ChannelList &channels, const QString &cardList, SerialPortController *link)
+void addReceivers(ChannelList &channels, const QString &cardList, ChannelLink *link)
 {
     if (cardList.contains("0103"_L1) && cardList.contains("0121"_L1))
         channels.push_back(std::make_unique<RcvrChan>(nullptr, u"1"_s, link));
@@ -30,7 +30,7 @@ void addReceivers(ChannelList &channels, const QString &cardList, SerialPortCont
         channels.push_back(std::make_unique<RcvrChan>(nullptr, u"2"_s, link));
 }
 
-void addDemodulators(ChannelList &channels, const QString &cardList, SerialPortController *link)
+void addDemodulators(ChannelList &channels, const QString &cardList, ChannelLink *link)
 {
     const bool older = holdsAny(cardList, { "K3050"_L1, "K3060"_L1 });
     const auto add = [&](const QString &number, QLatin1StringView olderName,
@@ -45,7 +45,7 @@ void addDemodulators(ChannelList &channels, const QString &cardList, SerialPortC
 
 } // namespace
 
-ChannelList ChannelFactory::create(const QString &cardList, SerialPortController *link)
+ChannelList ChannelFactory::create(const QString &cardList, ChannelLink *link)
 {
     ChannelList channels;
     addReceivers(channels, cardList, link);

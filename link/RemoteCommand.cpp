@@ -11,7 +11,7 @@ namespace {
 /// Whether a message can be built from these arguments behind owner, address and mnemonic.
 template <typename... Arguments>
 constexpr bool kTakes =
-    std::is_constructible_v<RemoteCommand, Channel *, const QString &, const QString &, Arguments...>;
+    std::is_constructible_v<RemoteCommand, CommandOwner *, const QString &, const QString &, Arguments...>;
 
 static_assert(kTakes<bool> && kTakes<int, bool> && kTakes<QString, bool> && kTakes<QString, int, bool>);
 static_assert(kTakes<QString, bool, bool> && kTakes<QString, int, bool, bool>);
@@ -45,7 +45,7 @@ QString framed(const QString &content)
 
 } // namespace
 
-RemoteCommand::RemoteCommand(Channel *owner, const QString &address, const QString &mnemonic, const QString &data,
+RemoteCommand::RemoteCommand(CommandOwner *owner, const QString &address, const QString &mnemonic, const QString &data,
                              int timeOutMs, CommandType type, bool queue, const QString &acknowledgement)
     : m_owner(owner)
     , m_address(address)

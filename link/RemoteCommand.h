@@ -8,7 +8,7 @@
 
 #include <concepts>
 
-class Channel;
+class CommandOwner;
 
 /// One message of the protocol that the remote client speaks.
 ///
@@ -50,40 +50,40 @@ public:
     // long the next message waits behind this one; queue tells whether the message starts as Queued.
 
     /// A value that the head pushes.
-    RemoteCommand(Channel *owner, const QString &address, const QString &mnemonic, const QString &data,
+    RemoteCommand(CommandOwner *owner, const QString &address, const QString &mnemonic, const QString &data,
                   std::same_as<bool> auto queue)
         : RemoteCommand(owner, address, mnemonic, data, kPushTimeOutMs, Value, queue)
     {
     }
-    RemoteCommand(Channel *owner, const QString &address, const QString &mnemonic, const QString &data,
+    RemoteCommand(CommandOwner *owner, const QString &address, const QString &mnemonic, const QString &data,
                   std::same_as<int> auto timeOutMs, std::same_as<bool> auto queue)
         : RemoteCommand(owner, address, mnemonic, data, timeOutMs, Value, queue)
     {
     }
     /// A message of any type but an answer.
-    RemoteCommand(Channel *owner, const QString &address, const QString &mnemonic, const QString &data,
+    RemoteCommand(CommandOwner *owner, const QString &address, const QString &mnemonic, const QString &data,
                   std::same_as<int> auto timeOutMs, std::same_as<CommandType> auto type, std::same_as<bool> auto queue)
         : RemoteCommand(owner, address, mnemonic, data, timeOutMs, type, queue, QString())
     {
     }
     /// An answer to the client; @p ack tells whether its query or set is supported.
-    RemoteCommand(Channel *owner, const QString &address, const QString &mnemonic, const QString &data,
+    RemoteCommand(CommandOwner *owner, const QString &address, const QString &mnemonic, const QString &data,
                   std::same_as<bool> auto ack, std::same_as<bool> auto queue)
         : RemoteCommand(owner, address, mnemonic, data, kPushTimeOutMs, ack, queue)
     {
     }
-    RemoteCommand(Channel *owner, const QString &address, const QString &mnemonic, const QString &data,
+    RemoteCommand(CommandOwner *owner, const QString &address, const QString &mnemonic, const QString &data,
                   std::same_as<int> auto timeOutMs, std::same_as<bool> auto ack, std::same_as<bool> auto queue)
         : RemoteCommand(owner, address, mnemonic, data, timeOutMs, Answer, queue, QString(ack ? kAck : kNak))
     {
     }
     /// A query of the head.
-    RemoteCommand(Channel *owner, const QString &address, const QString &mnemonic, std::same_as<bool> auto queue)
+    RemoteCommand(CommandOwner *owner, const QString &address, const QString &mnemonic, std::same_as<bool> auto queue)
         : RemoteCommand(owner, address, mnemonic, kQueryTimeOutMs, queue)
     {
     }
-    RemoteCommand(Channel *owner, const QString &address, const QString &mnemonic, std::same_as<int> auto timeOutMs,
-                  std::same_as<bool> auto queue)
+    RemoteCommand(CommandOwner *owner, const QString &address, const QString &mnemonic,
+                  std::same_as<int> auto timeOutMs, std::same_as<bool> auto queue)
         : RemoteCommand(owner, address, mnemonic, QString(), timeOutMs, Query, queue, QString())
     {
     }
@@ -93,7 +93,7 @@ public:
     /// an answer is Unparsed.
     [[nodiscard]] static RemoteCommand fromClient(const QString &frame);
 
-    [[nodiscard]] Channel *owner() const { return m_owner; }
+    [[nodiscard]] CommandOwner *owner() const { return m_owner; }
     [[nodiscard]] const QString &address() const { return m_address; }
     [[nodiscard]] const QString &mnemonic() const { return m_mnemonic; }
     [[nodiscard]] const QString &data() const { return m_data; }
@@ -133,10 +133,10 @@ public:
     void setReplaceable(bool replaceable) { m_isReplaceable = replaceable; }
 
 private:
-    RemoteCommand(Channel *owner, const QString &address, const QString &mnemonic, const QString &data, int timeOutMs,
-                  CommandType type, bool queue, const QString &acknowledgement);
+    RemoteCommand(CommandOwner *owner, const QString &address, const QString &mnemonic, const QString &data,
+                  int timeOutMs, CommandType type, bool queue, const QString &acknowledgement);
 
-    Channel *m_owner = nullptr;
+    CommandOwner *m_owner = nullptr;
     QString m_address;
     QString m_mnemonic;
     QString m_data;

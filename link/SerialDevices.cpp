@@ -2,42 +2,37 @@
 
 #include <QtGlobal>
 
+#include <algorithm>
+#include <array>
+
 using namespace Qt::StringLiterals;
 
 namespace {
 
 constexpr int kStartupSeconds = 60;
 
-struct DeviceNumbers
+struct Device
 {
-    int standard;
-    int legacyBoard;
+    LinkKind::PORT_TYPE type;
+    int number;
+    int legacyNumber; ///< with the older board
 };
 
-constexpr DeviceNumbers deviceNumbers(SerialPortController::PORT_TYPE type)
-{
-    switch (type) {
-    case SerialPortController::REMOTE_LINK:
-        return { 4, 8 };
-    case SerialPortController::REMOTE_EYE_AND_STATUS_LINK:
-        return { 5, 9 };
-    case SerialPortController::COMMAND_LINK:
-        return { 0, 3 };
-    case SerialPortController::EYE_CONST_LINK:
-        return { 1, 7 };
-    case SerialPortController::SPECTRAL_LINK:
-        return { 2, 2 };
-    }
-    Q_UNREACHABLE();
-}
+constexpr std::array kDevices{
+    Device{ LinkKind::COMMAND_LINK, 0, 3 },
+    Device{ LinkKind::EYE_CONST_LINK, 1, 7 },
+    Device{ LinkKind::SPECTRAL_LINK, 2, 2 },
+    Device{ LinkKind::REMOTE_LINK, 4, 8 },
+    Device{ LinkKind::REMOTE_EYE_AND_STATUS_LINK, 5, 9 },
+};
 
 } // namespace
 
-QString SerialDevices::path(SerialPortController::PORT_TYPE type, bool legacyBoard)
+QString SerialDevices::path(LinkKind::PORT_TYPE type, bool legacyBoard)
 {
-    const auto [standard, legacy] = deviceNumbers(type);
+    const auto *const device = std::ranges::find(kDevices, type, &Device::type);
     const QString folder = qEnvironmentVariable("ZIRVO_DEVICE_DIR", u"/dev"_s);
-    return folder + u"/ttyUSB"_s + QString::number(legacyBoard ? legacy : standard);
+    return folder + u"/ttyUSB"_s + QString::number(legacyBoard ? device->legacyNumber : device->number);
 }
 
 int SerialDevices::commandLinkStartupSeconds()

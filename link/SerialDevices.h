@@ -1,6 +1,6 @@
 #pragma once
 
-#include "link/SerialPortController.h"
+#include "link/LinkKind.h"
 
 #include <QString>
 
@@ -13,7 +13,7 @@ namespace SerialDevices {
 
 /// Full path of the device of a link kind.
 /// @param legacyBoard whether the head has the older board, which numbers its devices otherwise
-[[nodiscard]] QString path(SerialPortController::PORT_TYPE type, bool legacyBoard);
+[[nodiscard]] QString path(LinkKind::PORT_TYPE type, bool legacyBoard);
 
 /// Seconds for which the command link waits for the chassis to boot; a bench value that is not a whole number from 0
 /// up counts as absent.

@@ -28,8 +28,8 @@ QString framed(const QString &address, const QString &mnemonic, const QString &d
 
 } // namespace
 
-StandardCommand::StandardCommand(Channel *owner, const QString &address, const QString &mnemonic, const QString &data,
-                                 CommandStatus status, CommandType type, int timeOutMs)
+StandardCommand::StandardCommand(CommandOwner *owner, const QString &address, const QString &mnemonic,
+                                 const QString &data, CommandStatus status, CommandType type, int timeOutMs)
     : m_owner(owner)
     , m_type(type)
     , m_status(status)
@@ -48,12 +48,24 @@ StandardCommand::StandardCommand(Channel *owner, const QString &address, const Q
     }
 }
 
-StandardCommand::StandardCommand(Channel *owner, const QString &frame, CommandStatus status, CommandType type)
+StandardCommand::StandardCommand(CommandOwner *owner, const QString &frame, CommandStatus status, CommandType type)
     : m_owner(owner)
     , m_responseText(framed(frame))
     , m_type(type)
     , m_status(status)
 {
+}
+
+StandardCommand StandardCommand::query(CommandOwner *owner, const QString &address, const QString &mnemonic,
+                                       const QString &data)
+{
+    return { owner, address, mnemonic, data, Created, Query, kTimeOutMs };
+}
+
+StandardCommand StandardCommand::set(CommandOwner *owner, const QString &address, const QString &mnemonic,
+                                     const QString &data)
+{
+    return { owner, address, mnemonic, data, Created, Set, kTimeOutMs };
 }
 
 StandardCommand StandardCommand::fromCard(const QString &frame)
@@ -83,13 +95,8 @@ StandardCommand StandardCommand::readingBack() const
     const QString &mnemonic = isReport ? m_responseMnemonic : m_mnemonic;
     const QString &data = isReport ? m_responseData : m_data;
     const bool isRegister = mnemonic == "CDRG"_L1 || mnemonic == "RDRG"_L1;
-    return { m_owner,
-             address,
-             isRegister ? u"RDRG"_s : mnemonic,
-             isRegister ? data.left(kRegisterNumberSize) : QString(),
-             Queued,
-             Query,
-             kTimeOutMs };
+    return query(m_owner, address, isRegister ? u"RDRG"_s : mnemonic,
+                 isRegister ? data.left(kRegisterNumberSize) : QString());
 }
 
 void StandardCommand::ResponseReceived(const QString &text)

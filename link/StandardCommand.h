@@ -5,7 +5,7 @@
 #include <QMetaType>
 #include <QString>
 
-class Channel;
+class CommandOwner;
 
 /// One exchange with a card on a standard-protocol link: the request as written and the answer as parsed, or a
 /// message that the chassis sent unasked.
@@ -32,6 +32,11 @@ public:
         Marker = 3, ///< never written; fills the in-flight slot until its time-out fires
     };
 
+    enum class Priority {
+        Normal,
+        Background, ///< yields to all other commands, but never starves
+    };
+
     static constexpr char16_t kAck = 0x06;
     static constexpr char16_t kNak = 0x15;
     static constexpr int kTimeOutMs = 1000;    ///< for every request that is written
@@ -43,12 +48,20 @@ public:
     /// @param owner the channel that processes the answer; may be null
     /// @param data  the argument as wire text; empty for none
     /// @param timeOutMs how long to wait for the answer, in ms; 0 waits for ever
-    StandardCommand(Channel *owner, const QString &address, const QString &mnemonic, const QString &data,
+    StandardCommand(CommandOwner *owner, const QString &address, const QString &mnemonic, const QString &data,
                     CommandStatus status, CommandType type, int timeOutMs);
+
+    /// A request for a value.
+    /// @param data the argument as wire text; empty for none
+    [[nodiscard]] static StandardCommand query(CommandOwner *owner, const QString &address, const QString &mnemonic,
+                                               const QString &data = {});
+    /// A request for a change.
+    [[nodiscard]] static StandardCommand set(CommandOwner *owner, const QString &address, const QString &mnemonic,
+                                             const QString &data);
 
     /// A received frame that could not be split.
     /// @param frame the content without STX and CR
-    StandardCommand(Channel *owner, const QString &frame, CommandStatus status, CommandType type);
+    StandardCommand(CommandOwner *owner, const QString &frame, CommandStatus status, CommandType type);
 
     /// What a card has sent, split into address, mnemonic and data: Received, or Unparsed without a colon.
     /// @param frame the content without STX and CR
@@ -64,7 +77,7 @@ public:
     /// neither ACK nor NAK changes nothing.
     void ResponseReceived(const QString &text);
 
-    [[nodiscard]] Channel *owner() const { return m_owner; }
+    [[nodiscard]] CommandOwner *owner() const { return m_owner; }
     [[nodiscard]] const QString &commandText() const { return m_commandText; }
     [[nodiscard]] const QString &address() const { return m_address; }
     [[nodiscard]] const QString &mnemonic() const { return m_mnemonic; }
@@ -79,9 +92,8 @@ public:
 
     void setStatus(CommandStatus status) { m_status = status; }
 
-    /// Whether it yields to all other commands; nobody but its sender repeats it.
-    [[nodiscard]] bool isInBackground() const { return m_isInBackground; }
-    void setInBackground() { m_isInBackground = true; }
+    [[nodiscard]] Priority priority() const { return m_priority; }
+    void setPriority(Priority priority) { m_priority = priority; }
 
     /// The request as it is written.
     [[nodiscard]] QByteArray commandBytes() const { return FrameText::encode(m_commandText, m_isLatin1); }
@@ -90,7 +102,7 @@ public:
     void setLatin1(bool latin1) { m_isLatin1 = latin1; }
 
 private:
-    Channel *m_owner = nullptr;
+    CommandOwner *m_owner = nullptr;
     QString m_commandText;
     QString m_address;
     QString m_mnemonic;
@@ -101,9 +113,9 @@ private:
     QString m_responseData;
     CommandType m_type = Query;
     CommandStatus m_status = Created;
+    Priority m_priority = Priority::Normal;
     int m_timeOutMs = 0;
     bool m_isLatin1 = false;
-    bool m_isInBackground = false;
 };
 
 Q_DECLARE_METATYPE(StandardCommand)

@@ -2,7 +2,7 @@
 #include "controls/FocusReturn.h"
 #include "dialogs/DmdCtrlWindow.h"
 #include "dialogs/EyeConstWindow.h"
-#include "inventory/SettingsCheck.h"
+#include "head/SettingsCheck.h"
 #include "support/CommandLinkBench.h"
 #include "support/Keys.h"
 

@@ -1,3 +1,4 @@
+#include "head/StandardProtocol.h"
 #include "support/RemoteLinksBench.h"
 
 #include <QTest>
@@ -337,7 +338,7 @@ void RemoteTest::openQuestions()
 
     bench.far.refuse("D1:RDRG");
     bench.link.channels()[3]->ProcessCmd(RemoteCommand::fromClient(u"D1:RDRG?"_s));
-    bench.link.dropBackground(); // as when everything is read again
+    bench.link.findChild<StandardProtocol *>()->dropBackground(); // as when everything is read again
     QCOMPARE(bench.play(u"client D1:RDRG?"_s).card, QStringList{ u"D1:RDRG"_s });
 }
 

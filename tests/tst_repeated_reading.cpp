@@ -1,6 +1,6 @@
 #include "channels/BistChan.h"
 #include "channels/SpectralChan.h"
-#include "inventory/SilenceWatch.h"
+#include "head/SilenceWatch.h"
 #include "link/LinkGuard.h"
 #include "link/RemoteCommand.h"
 #include "support/CommandLinkBench.h"

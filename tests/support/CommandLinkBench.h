@@ -2,7 +2,7 @@
 
 #include "channels/RcvrChan.h"
 #include "channels/UniversalChan.h"
-#include "link/SerialPortController.h"
+#include "head/SerialPortController.h"
 #include "support/LinkBench.h"
 #include "support/Wait.h"
 

@@ -1,7 +1,7 @@
 #include "support/LiveHead.h"
 
 #include "dialogs/DmdCtrlWindow.h"
-#include "link/LinkStatus.h"
+#include "head/LinkStatus.h"
 #include "support/Wait.h"
 
 #include <QAbstractSpinBox>
@@ -91,17 +91,12 @@ bool isQueueEmpty(const SerialPortController *link)
 
 LiveHead::LiveHead() : m_window(std::make_unique<ZIRVOFSMainWindow>())
 {
+    m_window->setLinks(&m_links);
     m_window->setSystemIdentifier(u"RACK-7"_s);
     m_window->show();
 }
 
-LiveHead::~LiveHead()
-{
-    QList<SerialPortController *> links = m_window->SerialPortControllers();
-    m_window.reset();
-    while (!links.isEmpty())
-        delete links.takeLast();
-}
+LiveHead::~LiveHead() = default;
 
 bool LiveHead::start(bool hasSpectralCard, int timeOutMs)
 {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "frontpanel/ZIRVOFSMainWindow.h"
+#include "head/HeadLinks.h"
 
 #include <QStringList>
 
@@ -38,6 +39,7 @@ public:
 private:
     [[nodiscard]] QList<SerialPortController *> cardLinks() const;
 
+    HeadLinks m_links;
     std::unique_ptr<ZIRVOFSMainWindow> m_window;
     bool m_hasSpectralCard = false;
 };

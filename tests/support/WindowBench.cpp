@@ -7,7 +7,7 @@
 #include "controls/DecimalSpinBox.h"
 #include "controls/FocusReturn.h"
 #include "frontpanel/LinkStatusLine.h"
-#include "inventory/SettingsCheck.h"
+#include "head/SettingsCheck.h"
 #include "support/Wait.h"
 
 #include <QLabel>
@@ -29,22 +29,13 @@ C *channel(const SerialPortController *link, int index)
 
 WindowBench::WindowBench() : m_window(std::make_unique<ZIRVOFSMainWindow>())
 {
+    m_window->setLinks(&m_headLinks);
     m_window->setSystemIdentifier(QStringLiteral("RACK-7"));
 }
 
-WindowBench::~WindowBench()
-{
-    if (m_window)
-        endWindow();
-    while (!m_orphans.isEmpty())
-        delete m_orphans.takeLast();
-}
+WindowBench::~WindowBench() = default;
 
-void WindowBench::endWindow()
-{
-    m_orphans = m_window->SerialPortControllers();
-    m_window.reset();
-}
+void WindowBench::endWindow() { m_window.reset(); }
 
 void WindowBench::start()
 {

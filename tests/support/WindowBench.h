@@ -1,6 +1,7 @@
 #pragma once
 
 #include "frontpanel/ZIRVOFSMainWindow.h"
+#include "head/HeadLinks.h"
 #include "support/LinkBench.h"
 
 #include <QApplication>
@@ -110,8 +111,8 @@ public:
 
 private:
     LinkBench m_links;
+    HeadLinks m_headLinks;
     std::unique_ptr<ZIRVOFSMainWindow> m_window;
     SerialPortController *m_commandLink = nullptr;
-    QList<SerialPortController *> m_orphans; ///< links of the window that has ended
     int m_marker = 0;
 };
