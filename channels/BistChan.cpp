@@ -43,11 +43,10 @@ void BistChan::processSpecial(int row, const Report &report)
 
 void BistChan::processUnknown(const Report &report)
 {
-    const bool isKnown = m_values.contains(report.mnemonic);
-    if (!report.refused && (isKnown || m_values.size() < kMaxValues))
-        keep(report);
-    else if (report.refused && !isKnown)
-        return; // no value in force to tell
+    if (!report.refused)
+        m_values.report(report.mnemonic, report.data, report.isLatin1);
+    else if (!m_values.contains(report.mnemonic))
+        return; // there is no value in force
     if (report.isAnswer && isSetPending(report.mnemonic))
         return; // older than what the client has just set
     auto message = std::make_unique<RemoteCommand>(this, address(), report.mnemonic,
@@ -61,19 +60,9 @@ void BistChan::processUnknown(const Report &report)
         pushToRemote(std::move(message));
 }
 
-void BistChan::keep(const Report &report)
-{
-    m_values.insert(report.mnemonic, report.data);
-    if (report.isLatin1)
-        m_latin1.insert(report.mnemonic);
-    else
-        m_latin1.remove(report.mnemonic);
-}
-
 std::optional<QString> BistChan::answerToQuery(const QString &mnemonic)
 {
-    const auto held = m_values.constFind(mnemonic);
-    return held != m_values.cend() ? std::optional(*held) : std::nullopt;
+    return m_values.contains(mnemonic) ? std::optional(value(mnemonic)) : std::nullopt;
 }
 
 bool BistChan::takesSet(const QString &mnemonic, const QString &data) const

@@ -1,10 +1,9 @@
 #pragma once
 
 #include "channels/Channel.h"
+#include "channels/UnknownSettings.h"
 
 #include <QElapsedTimer>
-#include <QHash>
-#include <QSet>
 
 /// Model of the built-in self-test function of the card on the spectral link.
 ///
@@ -79,19 +78,15 @@ protected:
     void processSpecial(int row, const Report &report) override;
     void processUnknown(const Report &report) override;
     [[nodiscard]] std::optional<QString> answerToQuery(const QString &mnemonic) override;
-    [[nodiscard]] bool isHeldInLatin1(const QString &mnemonic) const override { return m_latin1.contains(mnemonic); }
+    [[nodiscard]] bool isHeldInLatin1(const QString &mnemonic) const override { return m_values.isLatin1(mnemonic); }
     [[nodiscard]] bool takesSet(const QString &mnemonic, const QString &data) const override;
     void carryOutSet(const RemoteCommand &set) override;
 
 private:
-    static constexpr qsizetype kMaxValues = 1000; ///< a client may name whatever it likes
-
     void noteReading(const QString &mnemonic);
-    void keep(const Report &report);
 
     bool m_isReporting = false;
     QString m_reading; ///< the one that is watched
     QElapsedTimer m_sinceReading;
-    QHash<QString, QString> m_values;
-    QSet<QString> m_latin1; ///< mnemonics of the values that were not UTF-8
+    UnknownSettings m_values;
 };

@@ -1,22 +1,14 @@
 #include "channels/DmdChan.h"
 
+#include "channels/DataSource.h"
 #include "channels/UniversalChan.h"
 #include "link/ChannelLink.h"
 #include "link/EyeConstData.h"
 #include "link/RemoteCommand.h"
 
-#include <algorithm>
-
 using namespace Qt::StringLiterals;
 
 namespace {
-
-constexpr uint kDqmBits = 0x30;
-constexpr uint kEqualizerBit = 0x4000;
-constexpr qsizetype kNumberSize = 2;
-constexpr int kValueSize = 4;
-
-QString hexDigits(uint value) { return u"%1"_s.arg(value & 0xffff, kValueSize, 16, QChar(u'0')); }
 
 /// Bandwidths in MHz with their unit, from numbers in Hz.
 QStringList bandwidthNames(const QString &hertz)
@@ -43,40 +35,30 @@ QString modeName(const QString &entry)
 } // namespace
 
 DmdChan::DmdChan(QObject *parent, const QString &channel, ChannelLink *link, bool directDqmCommands)
-    : Channel(parent, ChanType, channel, link, kCatalogue)
-    , m_directDqmCommands(directDqmCommands)
+    : DmdSettings(parent, ChanType, channel, link, DmdCatalogue::kTable)
+    , m_registers(directDqmCommands)
     , m_ifFilters{ u"Auto"_s, u"0"_s, u"1"_s, u"2"_s, u"3"_s }
 {
-    m_registers.fill(u"Unknown"_s);
 }
 
 bool DmdChan::isSlaving() const { return getSLAVE() == "1"_L1 || getSLAVE() == "2"_L1; }
-
-/// Mnemonic on the system address that chooses this channel's data source; empty if the system knows none for it.
-QString DmdChan::dataSourceMnemonic() const
-{
-    const QString mnemonic = "SDM"_L1 + getChannel();
-    const bool isKnown = mnemonic == Commands::SDM1 || mnemonic == Commands::SDM2 || mnemonic == Commands::SDM3;
-    return isKnown ? mnemonic : QString();
-}
 
 // Requests
 
 void DmdChan::requestSettings(StandardCommand::Priority priority)
 {
-    // What the card did not tell may have been asked while it was not there.
-    m_unknownValues.removeIf([](const auto &entry) { return entry.value().told.isEmpty(); });
+    m_unknownSettings.forgetExpected();
     Channel::requestSettings(priority);
 }
 
 Channel::Request DmdChan::queryOf(int row) const
 {
     if (row == at(Commands::DSRC))
-        return { UniversalChan::Address, dataSourceMnemonic(), {} };
-    if (const auto index = registerOfRow(row); index >= 0)
-        return { address(), Commands::RDRG, kRegisters[std::size_t(index)].number };
+        return { UniversalChan::Address, DataSource::mnemonicOf(getChannel()), {} };
+    if (const auto *const reg = DmdRegisters::ofRow(row))
+        return { address(), Commands::RDRG, reg->number };
     const bool isDirectOnly = row == at(Commands::DQMON) || row == at(Commands::DQMFS) || row == at(Commands::DEQE);
-    if (isDirectOnly && !m_directDqmCommands)
+    if (isDirectOnly && !m_registers.hasDirectCommands())
         return {};
     return Channel::queryOf(row);
 }
@@ -84,24 +66,19 @@ Channel::Request DmdChan::queryOf(int row) const
 Channel::Request DmdChan::setOf(int row, const QString &value) const
 {
     if (row == at(Commands::DSRC))
-        return { UniversalChan::Address, dataSourceMnemonic(), value };
-    const auto index = registerOfRow(row);
-    if (index < 0)
+        return { UniversalChan::Address, DataSource::mnemonicOf(getChannel()), value };
+    const auto *const reg = DmdRegisters::ofRow(row);
+    if (!reg)
         return Channel::setOf(row, value);
-    const Register &reg = kRegisters[std::size_t(index)];
-    if (m_directDqmCommands && !reg.directMnemonic.isEmpty())
-        return { address(), reg.directMnemonic, value };
-    return { address(), Commands::CDRG, reg.number + registerTextFor(index, value) };
+    if (m_registers.isDirect(*reg))
+        return { address(), reg->directCommand, value };
+    return { address(), Commands::CDRG, reg->number + m_registers.textFor(*reg, value) };
 }
 
 bool DmdChan::isWrittenWhole(int row) const
 {
-    const auto index = registerOfRow(row);
-    if (index < 0)
-        return true;
-    const Register &reg = kRegisters[std::size_t(index)];
-    return (m_directDqmCommands && !reg.directMnemonic.isEmpty()) || reg.form == RegisterForm::Digits ||
-           reg.form == RegisterForm::Decimal;
+    const auto *const reg = DmdRegisters::ofRow(row);
+    return !reg || m_registers.isWrittenWhole(*reg);
 }
 
 /// The card may hold more decimals of the modulation index than are kept here.
@@ -140,7 +117,7 @@ void DmdChan::processSpecial(int row, const Report &report)
         processRegister(report);
     else if (row == at(Commands::DQMON) || row == at(Commands::DQMFS) || row == at(Commands::DEQE))
         processDirect(report);
-    else if (report.mnemonic == dataSourceMnemonic())
+    else if (report.mnemonic == DataSource::mnemonicOf(getChannel()))
         processDataSource(report);
 }
 
@@ -155,31 +132,19 @@ void DmdChan::processDataSource(const Report &report)
 /// An older card's own command for what the others hold in a register.
 void DmdChan::processDirect(const Report &report)
 {
-    for (const Register &reg : kRegisters) {
-        if (report.mnemonic == reg.directMnemonic)
-            applySetting(reg.row, { report.address, kCatalogue[std::size_t(reg.row)].name, report.data, report.refused,
-                                    report.isAnswer });
-    }
+    const auto *const reg = DmdRegisters::ofDirectCommand(report.mnemonic);
+    applySetting(reg->row, { report.address, DmdCatalogue::kTable[std::size_t(reg->row)].name, report.data,
+                             report.refused, report.isAnswer });
 }
 
 void DmdChan::processUnknown(const Report &report)
 {
     if (!report.refused && !report.data.isEmpty()) {
-        rememberUnknown(report.mnemonic, { report.data, report.data, report.isLatin1 });
+        m_unknownSettings.report(report.mnemonic, report.data, report.isLatin1);
         sendCmdToRemote(report);
-    } else if (const auto entry = m_unknownValues.find(report.mnemonic);
-               report.refused && entry != m_unknownValues.end()) {
-        if (entry->inForce.isNull())
-            m_unknownValues.erase(entry); // the next query asks the card
-        else
-            entry->told = entry->inForce;
+    } else if (report.refused) {
+        m_unknownSettings.refuse(report.mnemonic);
     }
-}
-
-void DmdChan::rememberUnknown(const QString &mnemonic, const UnknownValue &value)
-{
-    if (m_unknownValues.contains(mnemonic) || m_unknownValues.size() < kMaxUnknownValues)
-        m_unknownValues.insert(mnemonic, value);
 }
 
 void DmdChan::settingStored(int row)
@@ -207,111 +172,56 @@ void DmdChan::SetUpDemodModesList(const QString &modes)
 
 // Registers
 
-qsizetype DmdChan::registerOfRow(int row)
-{
-    const auto reg =
-        std::find_if(kRegisters.begin(), kRegisters.end(), [row](const Register &r) { return r.row == row; });
-    return reg != kRegisters.end() ? reg - kRegisters.begin() : -1;
-}
-
-qsizetype DmdChan::registerNumbered(QStringView number)
-{
-    const auto reg = std::find_if(kRegisters.begin(), kRegisters.end(), [number](const Register &r) {
-        return number.compare(r.number, Qt::CaseInsensitive) == 0;
-    });
-    return reg != kRegisters.end() ? reg - kRegisters.begin() : -1;
-}
-
-/// Whether replies about the register tell its setting. What an older card has a query of its own for, they do not,
-/// the equalizer aside.
-bool DmdChan::isRead(qsizetype index) const
-{
-    if (index < 0)
-        return false;
-    const Register &reg = kRegisters[std::size_t(index)];
-    return !m_directDqmCommands || reg.directMnemonic.isEmpty() || reg.form == RegisterForm::Enable;
-}
-
-QString DmdChan::settingIn(const Register &reg, const QString &raw)
-{
-    const uint value = raw.toUInt(nullptr, 16);
-    switch (reg.form) {
-    case RegisterForm::DqmBits:
-        return (value & kDqmBits) == kDqmBits ? u"1"_s : u"0"_s;
-    case RegisterForm::Enable:
-        return value != 0 ? u"1"_s : u"0"_s;
-    case RegisterForm::Digits:
-        return raw;
-    case RegisterForm::Decimal:
-        return QString::number(value);
-    }
-    Q_UNREACHABLE();
-}
-
-/// Register text that holds @p setting and leaves the register's other bits alone.
-QString DmdChan::registerTextFor(qsizetype index, const QString &setting) const
-{
-    const uint held = m_registers[std::size_t(index)].toUInt(nullptr, 16);
-    const bool on = setting == "1"_L1;
-    switch (kRegisters[std::size_t(index)].form) {
-    case RegisterForm::DqmBits:
-        return hexDigits(on ? held | kDqmBits : held & ~kDqmBits);
-    case RegisterForm::Enable:
-        return hexDigits(on ? held | kEqualizerBit : 0); // any bit enables it
-    case RegisterForm::Digits:
-    case RegisterForm::Decimal:
-        return setting;
-    }
-    Q_UNREACHABLE();
-}
-
 void DmdChan::processRegister(const Report &report)
 {
+    constexpr auto kNumberSize = DmdRegisters::kNumberSize;
     const QString number = report.data.left(kNumberSize);
     if (!report.refused && report.mnemonic == Commands::CDRG && report.data.size() <= kNumberSize) {
         sendQuery({ address(), Commands::RDRG, number }); // nothing was written that could be known here
         return;
     }
-    const auto index = registerNumbered(number);
-    if (!isRead(index)) {
+    const auto *const reg = DmdRegisters::numbered(number);
+    if (!reg || !m_registers.isRead(*reg)) {
         applySetting(at(Commands::RDRG),
                      { report.address, Commands::RDRG, report.data, report.refused, report.isAnswer });
         return;
     }
-    const Register &reg = kRegisters[std::size_t(index)];
-    const QString own = kCatalogue[std::size_t(reg.row)].name;
-    QString &raw = m_registers[std::size_t(index)];
-    bool changed = false;
-    if (!report.refused && report.data.size() > kNumberSize) {
-        raw = report.data.mid(kNumberSize, kValueSize);
-        const QString setting = settingIn(reg, raw);
-        changed = setting != valueOf(reg.row);
-        if (changed)
-            store(reg.row, setting);
+    const bool isChanged =
+        !report.refused && report.data.size() > kNumberSize && takeRegister(*reg, report.data.sliced(kNumberSize));
+    // The end of a write is reported under the setting's own name, changed or not: whoever set it waits for that.
+    if (isChanged || report.mnemonic == Commands::CDRG) {
+        Q_EMIT SettingChanged(report.address, DmdCatalogue::kTable[std::size_t(reg->row)].name, valueOf(reg->row));
+        mirror(reg->row, valueOf(reg->row), report.isAnswer);
+        return;
     }
-    // The end of a write is told under the setting's own name, changed or not: whoever asked for it waits for that.
-    if (changed || report.mnemonic == Commands::CDRG) {
-        Q_EMIT SettingChanged(report.address, own, valueOf(reg.row));
-        mirror(reg.row, valueOf(reg.row), report.isAnswer);
-    } else {
-        const QString whole = report.refused ? number + raw : report.data;
-        const QString data = reg.form == RegisterForm::Enable ? valueOf(reg.row) : whole;
-        Q_EMIT SettingChanged(report.address, Commands::RDRG, data);
-        mirror(at(Commands::RDRG), data, report.isAnswer);
-    }
+    const QString whole = report.refused ? number + m_registers.text(*reg) : report.data;
+    const QString data = reg->form == DmdRegisters::Register::Form::Enable ? valueOf(reg->row) : whole;
+    Q_EMIT SettingChanged(report.address, Commands::RDRG, data);
+    mirror(at(Commands::RDRG), data, report.isAnswer);
+}
+
+/// Takes a register's text; returns whether its setting has changed.
+bool DmdChan::takeRegister(const DmdRegisters::Register &reg, const QString &text)
+{
+    m_registers.take(reg, text);
+    const QString setting = m_registers.setting(reg);
+    if (setting == valueOf(reg.row))
+        return false;
+    store(reg.row, setting);
+    return true;
 }
 
 QString DmdChan::getDREG(const QString &number) const
 {
-    const auto index = registerNumbered(number);
-    return index >= 0 ? m_registers[std::size_t(index)] : valueOf(at(Commands::RDRG));
+    const auto *const reg = DmdRegisters::numbered(number);
+    return reg ? m_registers.text(*reg) : valueOf(at(Commands::RDRG));
 }
 
 void DmdChan::setDREG(const QString &number, const QString &value)
 {
-    const auto index = registerNumbered(number);
-    if (index >= 0 && value != m_registers[std::size_t(index)])
-        sendSet(kRegisters[std::size_t(index)].row, { address(), Commands::CDRG, number + value });
+    const auto *const reg = DmdRegisters::numbered(number);
+    if (reg && value != m_registers.text(*reg))
+        sendSet(reg->row, { address(), Commands::CDRG, number + value });
 }
 
 void DmdChan::setDREG(const QString &text) { sendSet(at(Commands::RDRG), { address(), Commands::CDRG, text }); }
@@ -337,11 +247,9 @@ std::optional<QString> DmdChan::answerToQuery(const QString &mnemonic)
         return valueOf(at(Commands::RDRG));
     if (mnemonic == Commands::SLAVE)
         return getSLAVE();
-    for (const Register &reg : kRegisters) {
-        if (!mnemonic.isEmpty() && mnemonic == reg.directMnemonic)
-            return valueOf(reg.row);
-    }
-    const bool isAsked = isCatalogued(mnemonic) || !m_unknownValues.contains(mnemonic);
+    if (const auto *const reg = DmdRegisters::ofDirectCommand(mnemonic))
+        return valueOf(reg->row);
+    const bool isAsked = isCatalogued(mnemonic) || !m_unknownSettings.contains(mnemonic);
     const bool isOpen = m_openQuestions.contains(mnemonic);
     if (mnemonic.isEmpty() || (isAsked && !isOpen && m_openQuestions.size() >= kMaxOpenQuestions))
         return std::nullopt;
@@ -351,17 +259,17 @@ std::optional<QString> DmdChan::answerToQuery(const QString &mnemonic)
         return unknownValue(mnemonic);
     if (mnemonic == Commands::RDRG || mnemonic == Commands::CDRG)
         return valueOf(at(Commands::RDRG));
-    return mnemonic == dataSourceMnemonic() ? getDSRC() : QString();
+    return mnemonic == DataSource::mnemonicOf(getChannel()) ? getDSRC() : QString();
 }
 
-bool DmdChan::isHeldInLatin1(const QString &mnemonic) const { return m_unknownValues.value(mnemonic).isLatin1; }
+bool DmdChan::isHeldInLatin1(const QString &mnemonic) const { return m_unknownSettings.isLatin1(mnemonic); }
 
 /// A card that does not know it takes a second for each, so everything else goes first.
 void DmdChan::askCard(const QString &mnemonic)
 {
     m_openQuestions.append(mnemonic);
     if (!isCatalogued(mnemonic))
-        rememberUnknown(mnemonic, {});
+        m_unknownSettings.expect(mnemonic);
     sendQuery({ address(), mnemonic, {} }, StandardCommand::Priority::Background);
 }
 
@@ -384,7 +292,7 @@ void DmdChan::carryOutSet(const RemoteCommand &set)
         setDREG(set.data());
     } else {
         if (!isCatalogued(mnemonic))
-            rememberUnknown(mnemonic, { set.data(), m_unknownValues.value(mnemonic).inForce, set.isLatin1() });
+            m_unknownSettings.request(mnemonic, set.data(), set.isLatin1());
         sendCmdToLocal(set);
     }
 }

@@ -85,15 +85,15 @@ protected:
     }
 
     /// Sends the position that the operator chose in a combo box.
-    template <typename C>
-    void chooseIndex(C *channel, void (C::*set)(const QString &), int index)
+    template <typename C, typename Base>
+    void chooseIndex(C *channel, void (Base::*set)(const QString &), int index)
     {
         onOperatorChange([channel, set, index] { (channel->*set)(QString::number(index)); });
     }
 
     /// Shows the other state of an on/off setting on its button at once and sends it.
-    template <typename C>
-    void toggle(QPushButton *button, C *channel, const QString &held, void (C::*set)(const QString &))
+    template <typename C, typename Base>
+    void toggle(QPushButton *button, C *channel, const QString &held, void (Base::*set)(const QString &))
     {
         const QString value = QString::number(isOff(held) ? 1 : 0);
         WidgetUpdate::onOff(button, value);
@@ -102,8 +102,8 @@ protected:
     }
 
     /// Sends a box that the operator has checked or unchecked.
-    template <typename C>
-    void chooseChecked(C *channel, void (C::*set)(const QString &), bool checked)
+    template <typename C, typename Base>
+    void chooseChecked(C *channel, void (Base::*set)(const QString &), bool checked)
     {
         onOperatorChange([channel, set, checked] { (channel->*set)(QString::number(checked ? 1 : 0)); });
     }

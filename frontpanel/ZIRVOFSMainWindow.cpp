@@ -1,6 +1,7 @@
 #include "frontpanel/ZIRVOFSMainWindow.h"
 
 #include "channels/CmbrChan.h"
+#include "channels/DataSource.h"
 #include "channels/DmdChan.h"
 #include "channels/RcvrChan.h"
 #include "channels/TapeChan.h"
@@ -343,6 +344,10 @@ void ZIRVOFSMainWindow::showOnPanel(const QString &address, const QString &mnemo
 
 void ZIRVOFSMainWindow::updateSystemSetting(const QString &Cmd, const QString &Data)
 {
+    if (const QString demodulator = DataSource::addressOf(Cmd); !demodulator.isEmpty()) {
+        showOnPanel(demodulator, DmdChan::Commands::DSRC, Data);
+        return;
+    }
     using Commands = UniversalChan::Commands;
     using Show = void (*)(ZIRVOFSMainWindow &, const QString &);
     using W = ZIRVOFSMainWindow;
@@ -350,9 +355,6 @@ void ZIRVOFSMainWindow::updateSystemSetting(const QString &Cmd, const QString &D
         { Commands::PLIST, [](W &w, const QString &v) { w.m_presetMenu.takeList(v); } },
         { Commands::PDONE, [](W &w, const QString &v) { w.m_loadingPresetBox.update(v); } },
         { Commands::UPDT, [](W &w, const QString &v) { w.m_configuringBox.update(v); } },
-        { DmdChan::Commands::SDM1, [](W &w, const QString &v) { w.showOnPanel(u"D1"_s, DmdChan::Commands::DSRC, v); } },
-        { DmdChan::Commands::SDM2, [](W &w, const QString &v) { w.showOnPanel(u"D2"_s, DmdChan::Commands::DSRC, v); } },
-        { DmdChan::Commands::SDM3, [](W &w, const QString &v) { w.showOnPanel(u"D3"_s, DmdChan::Commands::DSRC, v); } },
         { Commands::TMRF, [](W &w, const QString &v) { w.Display10MHzReference(v); } },
         { Commands::SLAVE, [](W &w, const QString &v) { w.DisplaySlaving(v); } },
         { Commands::NAME, [](W &w, const QString &v) { w.showTitle(v); } },

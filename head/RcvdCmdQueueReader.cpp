@@ -1,9 +1,9 @@
 #include "head/RcvdCmdQueueReader.h"
 
+#include "channels/DataSource.h"
 #include "channels/UniversalChan.h"
 
 #include <memory>
-#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -24,12 +24,8 @@ bool concerns(const StandardCommand &command, QLatin1StringView mnemonic)
 /// acknowledgement of a selection carries no mnemonic of its own, so the request's counts as well.
 QString dataSourceAddress(const StandardCommand &command)
 {
-    for (const auto &[mnemonic, address] :
-         { std::pair("SDM1"_L1, "D1"_L1), std::pair("SDM2"_L1, "D2"_L1), std::pair("SDM3"_L1, "D3"_L1) }) {
-        if (concerns(command, mnemonic))
-            return address;
-    }
-    return {};
+    const QString address = DataSource::addressOf(command.responseMnemonic());
+    return address.isEmpty() ? DataSource::addressOf(command.mnemonic()) : address;
 }
 
 } // namespace
