@@ -19,7 +19,7 @@ Q_LOGGING_CATEGORY(lcHealth, "zirvo.health", QtCriticalMsg)
 
 constexpr int kIntervalMs = 5000;
 
-/// Bytes that are allocated and not freed: unlike the resident size, untouched by what the C library keeps for later.
+/// Bytes that are allocated and not freed. Unlike the resident size, they do not count what the C library keeps.
 std::size_t heapInUse()
 {
     const struct mallinfo2 heap = ::mallinfo2();

@@ -7,9 +7,9 @@
 class StandardCommand;
 class ZIRVOFSMainWindow;
 
-/// Writes every five seconds, in the log category zirvo.health, what a run of weeks must not let grow: the window's
-/// objects, timer events, and what waits on the links; and what it must not let end: the chassis' reports and the
-/// readings that move on the panels. Off, and without any cost, unless QT_LOGGING_RULES turns it on.
+/// Logs every five seconds, in the category zirvo.health, what must not grow in a run of weeks: the window's objects,
+/// timer events, and the queues of the links; and what must not stop: the chassis' reports and the readings that move
+/// on the panels. Off, and without cost, unless QT_LOGGING_RULES turns it on.
 class HealthLog : public QObject
 {
     Q_OBJECT

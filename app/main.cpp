@@ -21,8 +21,8 @@ void setIdentity()
     QCoreApplication::setApplicationName(u"HURLO ZIRVO Remote Software"_s);
 }
 
-/// Large blocks go back to the system when they are freed, however long the program runs: the C library would raise the
-/// size from which they do to that of the first window that was closed.
+/// Makes freed large blocks go back to the system, however long the program runs: the C library would otherwise raise
+/// its threshold to the size of the first window that was closed.
 void keepHeapSmall()
 {
     constexpr int kLargeBytes = 128 * 1024;

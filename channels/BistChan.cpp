@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr int kRegularMs = 5000; ///< readings that come more seldom may as well end
+constexpr int kRegularMs = 5000; ///< slower readings do not count as periodic
 
 bool isReading(const QString &mnemonic) { return mnemonic.startsWith(u'R', Qt::CaseInsensitive); }
 
@@ -18,7 +18,7 @@ void BistChan::ProcessCmd(const StandardCommand &command)
     Channel::ProcessCmd(command);
 }
 
-/// One reading of several tells whether they come regularly.
+/// One reading is watched; the others come as often.
 void BistChan::noteReading(const QString &mnemonic)
 {
     const bool isSame = mnemonic == m_reading;
@@ -53,7 +53,7 @@ void BistChan::processUnknown(const Report &report)
                                                    report.refused ? value(report.mnemonic) : report.data,
                                                    RemoteCommand::kPushTimeOutMs, RemoteCommand::Forwarded, true);
     message->setLatin1(report.isLatin1);
-    message->setReplaceable(m_values.contains(report.mnemonic)); // a card that babbles is bounded as a series
+    message->setReplaceable(m_values.contains(report.mnemonic)); // unknown ones are bounded as a series
     if (isReading(report.mnemonic))
         pushToStatus(std::move(message));
     else

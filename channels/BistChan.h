@@ -69,7 +69,7 @@ public:
 
     using Channel::ProcessCmd;
     void ProcessCmd(const StandardCommand &command) override;
-    /// While one of its readings comes every few seconds.
+    /// True while one of its readings arrives every few seconds.
     [[nodiscard]] bool isReporting() const override { return m_isReporting; }
     /// Last value reported under this mnemonic; null if there was none.
     [[nodiscard]] QString value(const QString &mnemonic) const { return m_values.value(mnemonic); }
@@ -86,7 +86,7 @@ private:
     void noteReading(const QString &mnemonic);
 
     bool m_isReporting = false;
-    QString m_reading; ///< the one that is watched
+    QString m_reading; ///< mnemonic of the reading that is watched
     QElapsedTimer m_sinceReading;
     UnknownSettings m_values;
 };

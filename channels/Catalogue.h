@@ -6,34 +6,34 @@
 #include <array>
 #include <span>
 
-/// What a channel class knows, as data: one row a mnemonic, in the order in which the start-up queries go out.
+/// What a channel class knows, as data: one row a mnemonic, in the order of the start-up queries.
 namespace Catalogue {
 
 enum class Kind {
     Setting, ///< stored when it differs and reported by SettingChanged, refused or not
-    Silent,  ///< stored when it differs, never reported: it is read when it is needed
+    Silent,  ///< stored when it differs, never signalled: it is read on demand
     Status,  ///< every report is stored, none is signalled: the panels read it on their timer
     Event,   ///< reported by SettingChanged, not stored
     Relayed, ///< neither stored nor reported: it is for the remote client alone
-    Special, ///< handled by the class itself
+    Special, ///< processed by the class itself
 };
 
 enum Flag {
     NoFlags = 0x0,
-    Queried = 0x1,        ///< asked for at start-up
+    Queried = 0x1,        ///< queried at start-up
     Settable = 0x2,       ///< has a setter
     ToSlaves = 0x4,       ///< its setter copies the command to slaved channels
     NoPrevious = 0x8,     ///< the value before the last change is not kept
-    AlwaysSent = 0x10,    ///< its setter sends the value already held as well
-    OnlyDifferent = 0x20, ///< of a status value: a report of the value held leaves the previous one alone
+    AlwaysSent = 0x10,    ///< its setter also sends the current value
+    OnlyDifferent = 0x20, ///< of a status value: a report of the current value does not change the previous one
     // Towards the remote client
     Served = 0x40,     ///< the client may ask for it, and set it if it has a setter
     ToRemote = 0x80,   ///< reports are mirrored on the remote link
     ToStatus = 0x100,  ///< reports are mirrored on the remote eye-and-status link
     InPercent = 0x200, ///< a fraction here, in percent there
     PassedOn = 0x400,  ///< the client's sets go to the card as they are
-    Series = 0x800,    ///< each report counts for itself: a newer one does not replace it
-    Order = 0x1000,    ///< setting it makes the card do something: there is no value to read back
+    Series = 0x800,    ///< each report counts: a newer one does not replace it
+    Order = 0x1000,    ///< setting it triggers an action: there is no value to read back
 };
 Q_DECLARE_FLAGS(Flags, Flag)
 Q_DECLARE_OPERATORS_FOR_FLAGS(Flags)
@@ -63,9 +63,9 @@ struct Row
     QLatin1StringView initialPrevious;
 };
 
-/// What the client is served, and told on the remote link.
+/// Served to the client, and mirrored on the remote link.
 inline constexpr Flags kShown = Served | ToRemote;
-/// What the client is served, and told on the eye-and-status link.
+/// Served to the client, and mirrored on the eye-and-status link.
 inline constexpr Flags kReading = Served | ToStatus;
 
 using Table = std::span<const Row>;

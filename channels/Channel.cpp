@@ -105,7 +105,7 @@ Catalogue::Flags Channel::flagsOf(int row) const
 void Channel::submit(int row, const QString &value, bool evenIfHeld)
 {
     const Catalogue::Flags flags = flagsOf(row);
-    // While a set is unanswered, going back to the value held is a change like any other.
+    // While a set is unanswered, going back to the current value is a change like any other.
     const bool isHeld = isSameValue(row, value, valueOf(row)) && !hasPendingSet(row);
     if (isHeld && !evenIfHeld && !flags.testFlag(Catalogue::AlwaysSent))
         return;
@@ -140,7 +140,7 @@ void Channel::write(int row, const QString &value)
         SlavingHandler(command);
 }
 
-/// What is held beside the value wanted is known now, or it cannot be written.
+/// The neighbouring bits are known now, or the value cannot be written.
 void Channel::writeWanted(const Wanted &wanted, bool isKnown)
 {
     if (isKnown) {
@@ -307,7 +307,7 @@ void Channel::settingStored(int row) { Q_UNUSED(row) }
 void Channel::mirror(int row, const QString &data, bool isAnswer, bool isLatin1)
 {
     if (isAnswer && hasPendingSet(row))
-        return; // the client that has just set another value would take this for its answer
+        return; // the client that has just set another value would take it for the answer
     const Catalogue::Row &entry = m_catalogue[std::size_t(row)];
     const bool isForRemote = entry.flags.testFlag(Catalogue::ToRemote);
     if (!isForRemote && !entry.flags.testFlag(Catalogue::ToStatus))
@@ -390,7 +390,7 @@ void Channel::carryOutSet(const RemoteCommand &set)
         submit(row, value, mayCardDiffer(row, value));
 }
 
-/// The text that the client gets for a value; what is no number stays as it is.
+/// The text that the client gets for a value. A text that is no number is not changed.
 QString Channel::forClient(int row, const QString &value) const
 {
     if (!flagsOf(row).testFlag(Catalogue::InPercent))
@@ -400,7 +400,7 @@ QString Channel::forClient(int row, const QString &value) const
     return isNumber ? QString::number(fraction * kPercentPerUnit, 'g', 6) : value;
 }
 
-/// The value that the client's text stands for; none if it has to be a number and is not.
+/// The value that the client's text stands for; none if it should be a number and is not.
 std::optional<QString> Channel::fromClient(int row, const QString &text) const
 {
     if (!flagsOf(row).testFlag(Catalogue::InPercent))

@@ -18,13 +18,13 @@ class RemoteCommand;
 
 /// Base of every channel model: one addressable function of a card.
 ///
-/// A channel caches the last known value of each of its settings as the wire's text, asks for them at start-up, turns
+/// A channel caches the last known value of each of its settings as the wire's text, queries them at start-up, turns
 /// operator changes into commands and reports every value in force through SettingChanged. A class is its catalogue;
 /// the one engine here reads it, and a class adds only what differs. The cache changes when the card confirms, never
-/// when a change is asked for. Links and other channels are never owned.
+/// when a change is requested. Links and other channels are never owned.
 ///
-/// The remote client is served from the same catalogue: it is told what the cards report, gets the cached values, and
-/// its changes go the way of the operator's.
+/// The remote client is served from the same catalogue: reports of the cards are mirrored to it, its queries
+/// get the cached values, and its changes are sent like the operator's.
 class Channel : public QObject, public CommandOwner
 {
     Q_OBJECT
@@ -51,11 +51,11 @@ public:
     /// Value before the last change; "Unknown" for a mnemonic that keeps none.
     [[nodiscard]] QString previousValue(QLatin1StringView mnemonic) const;
 
-    /// Whether a set of this mnemonic is still queued or unanswered. What is reported meanwhile is older than what the
-    /// operator asked for last; the end of that set reports the value in force once more.
+    /// Whether a set of this mnemonic is still queued or unanswered. Reports that arrive meanwhile are older than the
+    /// last change; the end of that set reports the value in force once more.
     [[nodiscard]] bool isSetPending(const QString &mnemonic) const;
 
-    /// Whether the value held of this mnemonic may be wrong: its set went unanswered, and it is being read back.
+    /// Whether the cached value may be wrong: its set was not answered, and it is being read back.
     [[nodiscard]] bool isInDoubt(const QString &mnemonic) const;
 
     /// Makes the other channels of class @p className on @p link the slaves of this one.
@@ -68,10 +68,10 @@ public:
 
     /// Takes an answer to a request of this channel, or an unsolicited message for it.
     void ProcessCmd(const StandardCommand &command) override;
-    /// Takes a message of the remote client: every query and set gets an answer, and a set that is taken goes on as a
-    /// change made at the panel would. Anything else is ignored.
+    /// Takes a message of the remote client: every query and set gets an answer, and an accepted set is sent like a
+    /// change made at the panel. Anything else is ignored.
     void ProcessCmd(const RemoteCommand &message) override;
-    /// Whether the card tells readings unasked as things are.
+    /// Whether the card currently sends unsolicited readings.
     [[nodiscard]] virtual bool isReporting() const;
     /// Queues one query for every setting, in catalogue order.
     /// @param priority of the queries
@@ -84,7 +84,7 @@ public:
     virtual void setNAME(const QString &name) { submit(m_nameRow, name); }
 
 Q_SIGNALS:
-    /// A setting's value in force: a new one, or after a refused or unanswered set the one still held.
+    /// A setting's value in force: a new one, or after a refused or unanswered set the unchanged one.
     /// @param Module address of the message, e.g. "R1"
     /// @param Data   value as wire text
     /// @param CmdFailed,FailedData always false and empty from the channels themselves
@@ -104,9 +104,9 @@ protected:
         QString address;
         QString mnemonic;
         QString data;
-        bool isLatin1 = false; ///< not UTF-8 where it comes from
+        bool isLatin1 = false; ///< not UTF-8 at its source
     };
-    /// One message about a row: a report of the card, or the end of a set of ours.
+    /// One message about a row: a report of the card, or the end of a set of this channel.
     struct Report
     {
         QString address;
@@ -117,15 +117,15 @@ protected:
         bool isLatin1 = false; ///< not UTF-8 on the wire
     };
 
-    /// Where the remote client asks, and is told of settings; null until it is opened.
+    /// Serves queries and sets of the remote client and mirrors settings; null until it is opened.
     [[nodiscard]] ChannelLink *remoteLink() const { return m_remoteLink; }
-    /// Takes status values and eye blocks for the remote client; null until it is opened.
+    /// Mirrors status values and eye blocks; null until it is opened.
     [[nodiscard]] ChannelLink *remoteEyeAndStatusLink() const { return m_remoteEyeAndStatusLink; }
     [[nodiscard]] const QString &valueOf(int row) const { return m_values[row].current; }
 
-    /// Asks the card for a new value; the value already held sends nothing, unless another one is still asked for or
-    /// the row says otherwise.
-    /// @param evenIfHeld sends it in any case: somebody wants it now, whatever the card may hold by now
+    /// Sends a new value to the card. The current value is not sent, unless a set of another one is pending or the row
+    /// says otherwise.
+    /// @param evenIfHeld sends it in any case, because the card may hold another value
     void submit(int row, const QString &value, bool evenIfHeld = false);
     /// Puts @p value into the cache, the one before into the previous value.
     void store(int row, const QString &value);
@@ -134,7 +134,7 @@ protected:
     void sendQuery(int row, StandardCommand::Priority priority = StandardCommand::Priority::Normal);
     const StandardCommand &sendQuery(const Request &request,
                                      StandardCommand::Priority priority = StandardCommand::Priority::Normal);
-    /// Sends a set of @p row; until it ends, isSetPending() tells of it.
+    /// Sends a set of @p row; isSetPending() is true until it ends.
     /// @param row kNoRow for a mnemonic that the catalogue does not hold
     const StandardCommand &sendSet(int row, const Request &request);
     static constexpr int kNoRow = -1;
@@ -143,12 +143,12 @@ protected:
     /// @p report.
     void applySetting(int row, const Report &report);
 
-    /// The question that reads a row; one without mnemonic is not asked.
+    /// The query that reads a row; without a mnemonic it is not sent.
     [[nodiscard]] virtual Request queryOf(int row) const;
-    /// The command that asks the card for a new value of a row; one without mnemonic is not sent.
+    /// The set that writes a row; without a mnemonic it is not sent.
     [[nodiscard]] virtual Request setOf(int row, const QString &value) const;
-    /// Whether that command writes nothing but the value. Any other one writes back what is held beside it, and waits
-    /// for that to be read while the card may hold something else.
+    /// Whether that set writes nothing but the value. Any other one writes back neighbouring bits as well, so these are
+    /// read first while the card may hold something else.
     [[nodiscard]] virtual bool isWrittenWhole(int row) const;
     /// Whether setting @p value changes nothing while @p held is in force.
     [[nodiscard]] virtual bool isSameValue(int row, const QString &value, const QString &held) const;
@@ -170,18 +170,18 @@ protected:
 
     // Remote client
 
-    /// Tells the client of a report about @p row under this channel's address, on the link that the catalogue names.
-    /// @param isAnswer to a query: not sent while a set is pending, for it is older
+    /// Mirrors a report about @p row to the client, under this channel's address, on the link that the catalogue names.
+    /// @param isAnswer to a query: not sent while a set is pending, because it is older
     /// @param isLatin1 @p data is passed on in the bytes in which it came
     void mirror(int row, const QString &data, bool isAnswer, bool isLatin1 = false);
-    /// Hands a message of the card on to the client; takes it over. Nothing while the client's link is not open.
+    /// Sends a message to the client. Does nothing until the client's link is opened.
     void pushToRemote(std::unique_ptr<RemoteCommand> message) const;
     void pushToStatus(std::unique_ptr<RemoteCommand> message) const;
     /// What the client gets for a query; nothing if the channel does not support it.
     [[nodiscard]] virtual std::optional<QString> answerToQuery(const QString &mnemonic);
-    /// Whether what answerToQuery() gives came in bytes that were not UTF-8, and is passed on in them.
+    /// Whether the answer of answerToQuery() was not UTF-8 on the wire; it is passed on in the same bytes.
     [[nodiscard]] virtual bool isHeldInLatin1(const QString &mnemonic) const;
-    /// Whether a set of the client can be carried out.
+    /// Whether a set of the client is accepted.
     [[nodiscard]] virtual bool takesSet(const QString &mnemonic, const QString &data) const;
     /// Carries out a set for which takesSet() holds.
     virtual void carryOutSet(const RemoteCommand &set);
@@ -201,7 +201,7 @@ private:
         QString previous;
     };
 
-    /// What is to be set once the row's query has been answered.
+    /// A value to be set once the query of its row has ended.
     struct Wanted
     {
         int row;

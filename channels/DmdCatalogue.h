@@ -28,7 +28,7 @@ struct DmdCatalogue
             B0LB{ "B0LB" }, FCS0{ "FCS0" }, MFS0{ "MFS0" }, DC0E{ "DC0E" }, AG0E{ "AG0E" }, CF0E{ "CF0E" },
             MF0E{ "MF0E" }, SEI0{ "SEI0" }, HI0Z{ "HI0Z" }, BS0L{ "BS0L" }, AFIR{ "AFIR" }, AVF1{ "AVF1" },
             AVF2{ "AVF2" }, AVF3{ "AVF3" };
-        // Without a place in the card's list; DSRC stands for what SDM1 to SDM3 choose
+        // DSRC stands for what SDM1 to SDM3 choose
         static constexpr QLatin1StringView CSFQ{ "CSFQ" }, CSDR{ "CSDR" }, CSLB{ "CSLB" }, CSLC{ "CSLC" },
             DQMON{ "DQMON" }, DQMFS{ "DQMFS" }, MSE0{ "MSE0" }, DSRC{ "DSRC" };
     };
@@ -46,7 +46,7 @@ struct DmdCatalogue
         constexpr auto kShared = kOwn | ToSlaves;          // a change goes to the slaved demodulators too
         constexpr auto kAlways = kOwn | AlwaysSent;
         constexpr QLatin1StringView kUnknown("Unknown");
-        constexpr QLatin1StringView kUknown("Uknown"); // what the later groups of settings begin with
+        constexpr QLatin1StringView kUknown("Uknown"); // start value of the later groups of settings
         return std::to_array<Catalogue::Row>({
             { Commands::NAME, Setting, kOwn, QLatin1StringView("Chan Name") },
             { Commands::DMLS, Setting, Queried | kShown },

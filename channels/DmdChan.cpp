@@ -177,7 +177,7 @@ void DmdChan::processRegister(const Report &report)
     constexpr auto kNumberSize = DmdRegisters::kNumberSize;
     const QString number = report.data.left(kNumberSize);
     if (!report.refused && report.mnemonic == Commands::CDRG && report.data.size() <= kNumberSize) {
-        sendQuery({ address(), Commands::RDRG, number }); // nothing was written that could be known here
+        sendQuery({ address(), Commands::RDRG, number }); // what was written is not known here
         return;
     }
     const auto *const reg = DmdRegisters::numbered(number);
@@ -264,7 +264,7 @@ std::optional<QString> DmdChan::answerToQuery(const QString &mnemonic)
 
 bool DmdChan::isHeldInLatin1(const QString &mnemonic) const { return m_unknownSettings.isLatin1(mnemonic); }
 
-/// A card that does not know it takes a second for each, so everything else goes first.
+/// Low priority, because an unknown mnemonic blocks the line for its time-out.
 void DmdChan::askCard(const QString &mnemonic)
 {
     m_openQuestions.append(mnemonic);

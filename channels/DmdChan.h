@@ -27,9 +27,9 @@ public:
     DmdChan(QObject *parent, const QString &channel, ChannelLink *link, bool directDqmCommands);
 
     /// Raw text of a card register: four hexadecimal digits, "Unknown" until read.
-    /// @param number two hexadecimal digits; for any that holds no setting the last reply about such a one, whole
+    /// @param number two hexadecimal digits; for a register without a setting the last such reply, whole
     [[nodiscard]] QString getDREG(const QString &number) const;
-    /// Writes one of the nine registers that hold settings, unless it has that text already.
+    /// Writes one of the nine registers that hold settings, unless it already holds that text.
     void setDREG(const QString &number, const QString &value);
     /// Writes any register.
     /// @param text number and value as the card takes them
@@ -65,11 +65,11 @@ protected:
     void processUnknown(const Report &report) override;
     void settingStored(int row) override;
     [[nodiscard]] bool isSlaving() const override;
-    /// The first query of a mnemonic that the catalogue does not hold goes to the card as well, and every one of those
-    /// that the head keeps no value of under their own name. While 16 of them are open, more are refused.
+    /// A mnemonic that the catalogue does not hold is queried at the card the first time; one whose value the head does
+    /// not keep under its own name, every time. While 16 such queries are open, more are refused.
     [[nodiscard]] std::optional<QString> answerToQuery(const QString &mnemonic) override;
     [[nodiscard]] bool isHeldInLatin1(const QString &mnemonic) const override;
-    /// As every channel's, and what has no setter is acknowledged and left as it is.
+    /// As in every channel; a set of a row without setter is acknowledged and has no effect.
     [[nodiscard]] bool takesSet(const QString &mnemonic, const QString &data) const override;
     void carryOutSet(const RemoteCommand &set) override;
 

@@ -44,7 +44,7 @@ public:
     }
 
     [[nodiscard]] QString getSPAN() const { return valueOf(at(Commands::SPAN)); }
-    [[nodiscard]] QString getDATA() const { return valueOf(at(Commands::DATA)); } ///< "1" while spectra are asked for
+    [[nodiscard]] QString getDATA() const { return valueOf(at(Commands::DATA)); } ///< "1" while spectra are requested
     [[nodiscard]] QString getRFFT() const { return valueOf(at(Commands::RFFT)); } ///< last spectrum as received
 
     void setSpan(const QString &value) { submit(settableAt(Commands::SPAN), value); }
@@ -65,8 +65,8 @@ public:
     }
 
 protected:
-    /// Queries the span, and stops the spectra that an earlier run asked for. A card that comes back goes on with
-    /// those of this run, or with what the client has just asked for, if the card takes that.
+    /// Queries the span, and stops the spectra that an earlier run requested. A card that comes back continues with
+    /// those of this run, or with what the client has just set, if the card accepts that.
     void requestSettings(StandardCommand::Priority priority) override
     {
         Channel::requestSettings(priority);
@@ -78,5 +78,5 @@ protected:
 private:
     void restoreData() { setData(isReporting() ? getDATA() : QStringLiteral("0")); }
 
-    bool m_isDataAwaited = false; ///< the end of the client's set
+    bool m_isDataAwaited = false; ///< the client's set has not ended yet
 };

@@ -63,7 +63,7 @@ void UniversalChan::RemoteStatusTimeOut()
     if (!remoteLink())
         return;
     m_remoteStatusTmr.start(kRemoteStatusMs);
-    // Whoever waits for answers is there, and would wait longer behind the question.
+    // A client that waits for answers is there, and the query would delay them.
     if (remoteLink()->isClientAwaitingAnswers())
         return;
     if (std::exchange(m_isRemoteAsked, true))
@@ -81,7 +81,7 @@ void UniversalChan::requestSettings(StandardCommand::Priority priority)
 {
     Channel::requestSettings(priority);
     if (m_remoteStatus == QLatin1StringView("1"))
-        setREMOTE(m_remoteStatus); // a chassis that comes back does not know
+        setREMOTE(m_remoteStatus); // a restarted chassis has lost it
 }
 
 void UniversalChan::setREMOTE(const QString &value)
@@ -106,7 +106,7 @@ void UniversalChan::ProcessCmd(const RemoteCommand &message)
     }
     m_isRemoteAsked = false;
     const bool isAnswered = message.status() != RemoteCommand::TimedOut;
-    if (isAnswered || !remoteLink()->isClientHeldBack()) // or its answer may be unread
+    if (isAnswered || !remoteLink()->isClientHeldBack()) // otherwise its answer may be unread
         setRemotePresent(isAnswered);
 }
 

@@ -24,7 +24,7 @@ public:
             NOTIFY{ "NOTIFY" }, TMRF{ "TMRF" }, TIME{ "TIME" }, LOGC{ "LOGC" }, LAGC{ "LAGC" }, VERTSKB{ "VERTSKB" },
             TLST{ "TLST" }, SYSOPT{ "SYSOPT" }, ABSSI{ "ABSSI" }, SYSID{ "SYSID" }, REMOTE{ "REMOTE" };
     };
-    /// What the remote client may ask for beyond the chassis' own settings.
+    /// What the remote client may query beyond the chassis' own settings.
     struct RemoteCommands : Commands
     {
         static constexpr QLatin1StringView STYPE{ "STYPE" }, VERS{ "VERS" }, CHANS{ "CHANS" }, CARDS{ "CARDS" },
@@ -81,9 +81,9 @@ public:
     void setLOGC(const QString &value) { submit(settableAt(Commands::LOGC), value); }
     void setABSSI(const QString &value) { submit(settableAt(Commands::ABSSI), value); }
 
-    [[nodiscard]] bool isReporting() const override { return false; } ///< its reading may stay as it is for long
+    [[nodiscard]] bool isReporting() const override { return false; } // its reading may stay the same for long
 
-    /// Tells the chassis whether a remote client is there.
+    /// Reports to the chassis whether a remote client is there.
     /// @param value "1" or "0"; sent on every call
     void setREMOTE(const QString &value);
     /// "1" while a remote client answers, else "0".
@@ -101,16 +101,16 @@ public:
     /// A TMoIP card was made for this entry of the list; later lists are ignored.
     void addTmoipEntry(const QString &entry) { m_tmoipList.append(entry); }
 
-    /// Begins to ask regularly whether a client is there.
+    /// Starts the periodic presence query.
     void setSPCRemote(ChannelLink *link) override;
 
     using Channel::ProcessCmd;
-    /// Takes the client's messages, and the end of the head's question whether it is there.
+    /// Takes the client's messages, and the end of the head's presence query.
     void ProcessCmd(const RemoteCommand &message) override;
 
 public Q_SLOTS:
-    /// Asks whether a client is there. One that has not even taken the question before is not; one that waits for
-    /// answers is not asked.
+    /// Queries whether a client is there. A client whose last query is still unanswered is not; one that waits for
+    /// answers is, and is not queried.
     void RemoteStatusTimeOut();
 
 Q_SIGNALS:
@@ -132,7 +132,7 @@ private:
     void processCardList(const QString &cardList);
     void processTmoipList(const QString &list);
     void setRemotePresent(bool isPresent);
-    /// Asks the client; the end of the question tells whether it is there.
+    /// Queries the client; the end of the query shows whether it is there.
     void SendToRemoteConnection(const QString &address, const QString &mnemonic);
     [[nodiscard]] QString remoteAddresses() const;
 
@@ -142,6 +142,6 @@ private:
     QStringList m_tmoipList;
     QStringList m_cardInfo;
     QTimer m_remoteStatusTmr;
-    bool m_isRemoteAsked = false; ///< the question whether a client is there has not ended yet
+    bool m_isRemoteAsked = false; ///< the presence query has not ended yet
     QString m_remoteStatus = QStringLiteral("0");
 };

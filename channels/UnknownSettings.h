@@ -4,7 +4,7 @@
 #include <QString>
 
 /// Values of mnemonics that a channel's catalogue does not hold: what the card reported, and what the remote client has
-/// asked it for. Bounded, because a client may name whatever it likes.
+/// set. Bounded, because a client may name whatever it likes.
 class UnknownSettings
 {
 public:

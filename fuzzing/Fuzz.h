@@ -25,7 +25,7 @@ inline QByteArray bytes(const std::uint8_t *data, std::size_t size)
     return { reinterpret_cast<const char *>(data), static_cast<qsizetype>(size) };
 }
 
-/// Takes the first @p size bytes off @p input; zeros stand for what it lacks.
+/// Takes the first @p size bytes off @p input; missing ones are zero.
 inline QByteArray take(QByteArrayView &input, qsizetype size)
 {
     const QByteArrayView head = input.first(qMin(size, input.size()));

@@ -48,7 +48,7 @@ void checkChannels(const QString &text)
     for (const auto &channel : channels)
         addresses.insert(channel->address());
     Fuzz::require(addresses.size() == static_cast<qsizetype>(channels.size()), "a channel's address is its own");
-    // Functions are told by digits anywhere in the list, so nothing behind it takes one away but an older card.
+    // Functions are recognised by digits anywhere in the list, so only an older card behind it takes one away.
     if (!text.contains(QLatin1StringView("K3050")) && !text.contains(QLatin1StringView("K3060")))
         Fuzz::require(ChannelFactory::create(text + QLatin1StringView(",0136"), nullptr).size() >= channels.size(),
                       "a further entry takes no channel away");

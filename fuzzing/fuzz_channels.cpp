@@ -1,7 +1,7 @@
 // Every kind of channel on a command link whose far end is silent, between a card and a remote client that say
 // anything.
 //
-// The first byte of the input chooses the chassis; a line of the rest is one event, its first character tells which:
+// The first byte of the input chooses the chassis; a line of the rest is one event, by its first character:
 //   <  a message of a card       ?  a message of the client     e  a block of the eye link
 //   a  ACK   n  NAK   t  time-out   =  a reply to the query in flight, from its data on
 //   r  a register written at the panel: number and value        p  a name given there: address, blank, name
@@ -10,9 +10,9 @@
 #include "channels/RcvrChan.h"
 #include "channels/TmoipCard.h"
 #include "fuzzing/Fuzz.h"
+#include "head/SerialPortController.h"
 #include "inventory/ChannelDirectory.h"
 #include "link/EyeConstData.h"
-#include "head/SerialPortController.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -62,7 +62,7 @@ SerialPortController &statusLink()
     return *link;
 }
 
-/// The client reads all that it is told. Returns how many answers were among it.
+/// The client reads all messages. Returns how many of them were answers.
 std::size_t readByClient(SerialPortController &link)
 {
     auto &queue = link.txmtRemoteCmdQueue();
@@ -109,7 +109,7 @@ public:
         settle();
     }
 
-    /// Whatever is still asked for comes to nothing; then nothing is pending any more.
+    /// Lets everything that is pending time out.
     void end()
     {
         for (int i = 0; m_link.txmtCmdQueue().isAwaitingAnswer(); ++i) {
@@ -128,7 +128,7 @@ public:
     }
 
 private:
-    /// All that follows from an event: it is dispatched, the next command is queued, and that one is written.
+    /// Processes what follows from an event: dispatching, queueing the next command, writing it.
     static void settle()
     {
         constexpr int kLongestChain = 3; // what is posted in one pass is sent in the next
@@ -224,7 +224,7 @@ private:
 
     SerialPortController m_link{ nullptr, SerialPortController::COMMAND_LINK, u"FUZZ"_s };
     ChannelDirectory m_directory;
-    QSet<QString> m_mnemonics; ///< of all that was said
+    QSet<QString> m_mnemonics; ///< of all messages
 };
 
 } // namespace

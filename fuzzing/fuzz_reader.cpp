@@ -5,8 +5,8 @@
 // frames.
 
 #include "fuzzing/Fuzz.h"
-#include "link/RemoteCommand.h"
 #include "head/SerialPortController.h"
+#include "link/RemoteCommand.h"
 #include "support/FarEnd.h"
 #include "support/Wait.h"
 
@@ -136,7 +136,7 @@ QString textOf(const QByteArray &frame)
     return text.toUtf8() == frame ? text : QString::fromLatin1(frame);
 }
 
-/// What has to be told of @p frame. It ends @p inFlight if it answers that.
+/// What has to be dispatched for @p frame. It ends @p inFlight if it answers that.
 QString expected(const QByteArray &frame, std::optional<Request> &inFlight)
 {
     using enum StandardCommand::CommandStatus;
@@ -266,7 +266,7 @@ private:
     {
         m_query = new RemoteCommand(nullptr, u"R1"_s, u"FREQ"_s, kNoTimeOut, true);
         controller().AddCmdToTxmtRemoteCmdQueue(m_query);
-        // What the input before has caused may still go first.
+        // What the previous input has caused may still be sent first.
         Fuzz::require(waitUntil([this] { return m_query->status() == RemoteCommand::Sent; }), "a question is asked");
     }
     /// The cards answer nothing, so a client that sets much is held back.

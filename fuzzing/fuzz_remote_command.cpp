@@ -1,4 +1,4 @@
-// Messages of the remote client: what is taken is clean, and means the same when it is written again.
+// Messages of the remote client: accepted ones are clean, and mean the same when they are written again.
 
 #include "fuzzing/Fuzz.h"
 #include "link/FrameDecoder.h"

@@ -1,4 +1,4 @@
-// The queue towards a client that takes less than it is told. Each byte of the input is one step.
+// The transmit queue towards a slow client. Each byte of the input is one step.
 
 #include "fuzzing/Fuzz.h"
 #include "link/RemoteTransmitQueue.h"

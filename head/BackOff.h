@@ -9,8 +9,8 @@ public:
     void reset() { m_doublings = 0; }
     void lengthen() { m_doublings = qMin(m_doublings + 1, kMostDoublings); }
     [[nodiscard]] bool isLengthened() const { return m_doublings > 0; }
-    /// Whether @p ms is as long as the next re-read has to wait.
-    /// @param firstMs how long the first one waits
+    /// Whether @p ms have been long enough for the next re-read.
+    /// @param firstMs delay of the first one
     [[nodiscard]] bool isOver(qint64 ms, qint64 firstMs = kFirstMs) const { return ms >= firstMs << m_doublings; }
 
     static constexpr qint64 kFirstMs = 10'000;

@@ -23,7 +23,7 @@ class UniversalChan;
 /// It counts down while the chassis boots, queries the version until it is answered, and then the card list, for which
 /// cards and channels are made; their settings are read, with a marker behind them. A link that was lost and found goes
 /// through the same again, with the channels that are already there; so does a chassis that falls silent, because one
-/// that was switched off and on reports nothing until it is asked to.
+/// that was switched off and on reports nothing until reports are requested.
 class Discovery : public QObject
 {
     Q_OBJECT

@@ -21,7 +21,7 @@ bool concerns(const StandardCommand &command, QLatin1StringView mnemonic)
 }
 
 /// Address of the demodulator whose data source the command selects or reports; empty for any other command. The
-/// acknowledgement of a selection carries no mnemonic of its own, so the request's counts as well.
+/// acknowledgement of a set carries no mnemonic, so the request's counts as well.
 QString dataSourceAddress(const StandardCommand &command)
 {
     const QString address = DataSource::addressOf(command.responseMnemonic());

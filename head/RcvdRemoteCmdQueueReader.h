@@ -6,8 +6,8 @@
 
 #include <QHash>
 
-/// Receive dispatcher of the remote link: hands what the client sent, or how it answered, to the channel that it is
-/// for, and refuses what is for no channel.
+/// Receive dispatcher of the remote link: hands messages and answers of the client to their channel, and refuses those
+/// that are for no channel.
 class RcvdRemoteCmdQueueReader : public Dispatcher
 {
     Q_OBJECT
@@ -31,6 +31,6 @@ private:
     void deliver(Channel *target, const RemoteCommand &command);
 
     RemoteTransmitQueue &m_queue;
-    /// By link to the chassis: how many commands were queued there when the client caused its last one.
+    /// By link to the chassis: how many commands had been queued when the client caused its last one.
     QHash<const ChannelLink *, std::size_t> m_lastCaused;
 };

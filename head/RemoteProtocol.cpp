@@ -50,7 +50,7 @@ void RemoteProtocol::process(const QByteArray &frame)
     proceed();
 }
 
-/// The sender of a query is told that there was no answer.
+/// The sender of a query gets its end as well.
 void RemoteProtocol::handleTimedOut(std::unique_ptr<RemoteCommand> message)
 {
     if (message->type() == RemoteCommand::Query || message->type() == RemoteCommand::Value)

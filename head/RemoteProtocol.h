@@ -5,7 +5,8 @@
 class RcvdRemoteCmdQueueReader;
 class TxmtRemoteCmdQueueReader;
 
-/// The protocol of the remote link: the client asks and sets, is told of settings, and answers the head's query.
+/// The protocol of the remote link: the client queries and sets, gets changed settings, and answers the head's
+/// presence query.
 class RemoteProtocol : public ClientProtocol
 {
     Q_OBJECT

@@ -9,11 +9,11 @@
 
 namespace {
 
-constexpr qint64 kLateMs = 4'000;     ///< answers that are later than this after their request do not come
-constexpr qint64 kTroubleMs = 8'000;  ///< so long after a time-out the end of a set may be that of another one
-constexpr qint64 kRecentMs = 5'000;   ///< sets that an acknowledgement out of place may belong to
+constexpr qint64 kLateMs = 4'000;     ///< the latest answer, after its request
+constexpr qint64 kTroubleMs = 8'000;  ///< after a time-out the end of a set may be the late answer to another one
+constexpr qint64 kRecentMs = 5'000;   ///< age of sets that a stray acknowledgement may belong to
 constexpr qint64 kSpacingMs = 1'000;  ///< between two checks of one setting
-constexpr qint64 kSilentMs = 60'000;  ///< between two checks of a card that answers none
+constexpr qint64 kSilentMs = 60'000;  ///< between two checks of a card that answers none of them
 constexpr int kFailuresOfSilent = 12; ///< in a row, and a card counts as silent
 constexpr qint64 kUnknownMs = 10'000; ///< between two checks of settings that their cards may not know
 constexpr int kTriesOfKnown = std::numeric_limits<int>::max();
@@ -55,7 +55,7 @@ bool SettingsCheck::noteEnd(const StandardCommand &command, bool isProbe)
         m_asked = nullptr;
     const bool isQuery = command.type() == StandardCommand::Query;
     const bool isTimedOut = command.status() == StandardCommand::TimedOut;
-    // A query that was never answered is one that the card does not know.
+    // The card does not know a query that was never answered.
     if (m_wasActive && isTimedOut && (!isQuery || (m_isActive && m_answeredOnce.contains(command.commandText()))))
         m_trouble = m_clock.elapsed();
     if (command.status() == StandardCommand::Completed)
@@ -63,7 +63,7 @@ bool SettingsCheck::noteEnd(const StandardCommand &command, bool isProbe)
     if (!isQuery)
         return false;
     if (command.status() == StandardCommand::Failed && m_answeredOnce.contains(command.commandText()))
-        noteStrayAnswer(); // the late one to a set, most likely
+        noteStrayAnswer(); // most likely the late answer to a set
     if (command.status() == StandardCommand::Completed)
         answered(command.commandText());
     else
@@ -120,7 +120,7 @@ void SettingsCheck::doubt(Entry &entry)
     askNext();
 }
 
-/// What answered may be the late answer to a query before it, from before the last set.
+/// The answer may be a late one to an earlier query, from before the last set.
 void SettingsCheck::answered(const QString &text)
 {
     if (m_answeredOnce.size() < kMostEntries)
@@ -129,7 +129,7 @@ void SettingsCheck::answered(const QString &text)
     if (entry == m_entries.end() || !entry->isInDoubt)
         return;
     if (isUnknown(*entry))
-        m_nextUnknown = 0; // lost on the line, as the others may be
+        m_nextUnknown = 0; // it was lost on the line, and so may be the others
     entry->mostTries = kTriesOfKnown;
     if (m_clock.elapsed() - entry->unanswered < kLateMs)
         entry->due = entry->unanswered + kLateMs;
@@ -142,7 +142,7 @@ void SettingsCheck::failed(const StandardCommand &query, bool isProbe)
     const QString &text = query.commandText();
     auto entry = m_entries.find(text);
     if (entry == m_entries.end() || !entry->isInDoubt) {
-        // Of a card that came late, or one that follows another setting. A refusal may be a late answer to a set.
+        // A query of a late card, or one that follows another setting. A refusal may be a late answer to a set.
         const bool isKnown = m_answeredOnce.contains(text);
         const bool isLost = query.status() == StandardCommand::TimedOut
                                 ? isKnown || query.priority() == StandardCommand::Priority::Normal
@@ -164,7 +164,7 @@ void SettingsCheck::failed(const StandardCommand &query, bool isProbe)
         m_entries.erase(entry);
 }
 
-/// Whether it is asked only because it went unanswered at start.
+/// Whether it is checked only because it was not answered at start.
 bool SettingsCheck::isUnknown(const Entry &entry) { return entry.mostTries == kTriesOfMissing; }
 
 qint64 SettingsCheck::dueOf(const Entry &entry) const
@@ -180,7 +180,7 @@ void SettingsCheck::askNext()
     const auto isSooner = [this, now](const Entry &one, const Entry &other) {
         const qint64 oneDue = std::max(dueOf(one), now);
         const qint64 otherDue = std::max(dueOf(other), now);
-        // Of those that are due, one that failed before goes behind the others.
+        // Of those that are due, the ones that failed before come last.
         return std::tuple(oneDue, isUnknown(one), one.asked) < std::tuple(otherDue, isUnknown(other), other.asked);
     };
     Entry *next = nullptr;

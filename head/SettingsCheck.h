@@ -11,16 +11,16 @@
 
 class ChannelLink;
 
-/// Reads settings back whose value at the card is in doubt, so that the channels hold what the cards hold, whatever
-/// happens to answers.
+/// Reads back settings whose value at the card is in doubt, so that lost and late answers leave no wrong value in a
+/// channel.
 ///
 /// A set is never repeated. One that timed out may have been carried out, and its late acknowledgement may be taken for
 /// that of the next set. So a setting is in doubt when its set timed out, when its set ended while a late answer could
 /// still come, and when it was set within the seconds before an acknowledgement that nobody waits for. Each setting in
-/// doubt is asked once, in the background, one after the other; a query that fails is repeated with back-off.
+/// doubt is queried once, in the background, one after the other; a query that fails is retried with back-off.
 ///
-/// What went unanswered at start may be lost, or unknown to the card: such settings are asked once more, one every few
-/// seconds, because each that is unknown blocks the line for a second.
+/// A query that was not answered at start may have been lost, or its setting is unknown to the card. Such queries are
+/// repeated once, one every few seconds, because an unknown setting blocks the line for a second.
 class SettingsCheck : public QObject
 {
     Q_OBJECT
@@ -29,25 +29,25 @@ public:
     /// @param link carries the queries; outlives this
     SettingsCheck(ChannelLink &link, QObject *parent);
 
-    /// Asks from now on, or waits; settings in doubt are kept meanwhile.
+    /// Starts or stops the queries; settings in doubt are kept meanwhile.
     void setActive(bool active);
 
-    /// A set has ended and its channel has seen it.
+    /// A set has ended and its channel has processed it.
     void noteSet(const StandardCommand &set);
     /// Any command has ended.
-    /// @param isProbe somebody else repeats it if need be
-    /// @return whether it was a query of this
+    /// @param isProbe it is repeated elsewhere if needed
+    /// @return whether it was one of these checks
     bool noteEnd(const StandardCommand &command, bool isProbe);
-    /// An acknowledgement has come that nobody waits for.
+    /// An acknowledgement has arrived while nothing waited for one.
     void noteStrayAnswer();
-    /// A message has come that answers no query. It may be the late answer to one, older than the last set.
+    /// An unsolicited message has arrived. It may be the late answer to a query, older than the last set.
     void noteUnsolicited(const StandardCommand &message);
-    /// A query went unanswered that nothing else repeats.
+    /// A query was not answered, and nothing else repeats it.
     void addMissing(const StandardCommand &query);
-    /// What waited in the background is not asked any more.
+    /// The waiting queries of the background were dropped.
     void noteBackgroundDropped();
 
-    /// Whether the card may hold something else than what @p set, a set of it, would replace.
+    /// Whether the card may hold something else than the value that @p set would replace.
     [[nodiscard]] bool isInDoubt(const StandardCommand &set) const;
 
 private:
@@ -62,7 +62,7 @@ private:
         qint64 unanswered = kLongAgo; ///< when a query of it timed out last
         qint64 due = 0;
     };
-    /// How the checks of one address fare.
+    /// Outcome of the checks of one address.
     struct Card
     {
         int failures = 0; ///< in a row
@@ -70,7 +70,7 @@ private:
     };
 
     static constexpr qint64 kLongAgo = -1'000'000'000;
-    static constexpr int kTriesOfMissing = 1; ///< of a setting that went unanswered at start
+    static constexpr int kTriesOfMissing = 1; ///< of a query that was not answered at start
     static constexpr int kTriesOfSet = 5;     ///< of one that was set and never answered
 
     [[nodiscard]] bool isInTrouble() const;
@@ -87,11 +87,11 @@ private:
     QElapsedTimer m_clock;
     QTimer m_askTmr;
     bool m_isActive = false;
-    bool m_wasActive = false;    ///< ever; the chassis acknowledges what was written before anybody waits for it
-    qint64 m_trouble = kLongAgo; ///< when something went wrong last
-    const StandardCommand *m_asked = nullptr; ///< the query on its way
+    bool m_wasActive = false;                 ///< ever; before, acknowledgements belong to what was written at opening
+    qint64 m_trouble = kLongAgo;              ///< last time-out or stray answer
+    const StandardCommand *m_asked = nullptr; ///< the check that is queued or in flight
     QHash<QString, Entry> m_entries;          ///< settings in doubt or lately set, by query text
     QHash<QString, Card> m_cards;             ///< by address
-    qint64 m_nextUnknown = 0;                 ///< when the next setting that its card may not know is asked
+    qint64 m_nextUnknown = 0;                 ///< when the next possibly unknown setting is due
     QSet<QString> m_answeredOnce;
 };

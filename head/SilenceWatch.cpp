@@ -5,14 +5,14 @@
 
 namespace {
 
-constexpr qint64 kPromptMs = 3000; ///< a report that comes so soon after the request for reports was caused by it
+constexpr qint64 kPromptMs = 3000; ///< a report this soon after the request for reports was caused by it
 constexpr int kMostUselessReadings = 3;
 
 } // namespace
 
 SilenceWatch::SilenceWatch(Clock clock) : m_clock(std::move(clock)) {}
 
-/// One report does not end the back-off: it may be the only one for long.
+/// A single report does not end the back-off: it may be the only one for long.
 void SilenceWatch::noteReport()
 {
     const qint64 now = m_clock();

@@ -5,17 +5,17 @@
 
 #include <QtGlobal>
 
-/// Judges from the reports of a chassis, and from their absence, whether it was switched off and has to be read again.
+/// Decides from the reports of a chassis, and from their absence, whether it was switched off and has to be read again.
 ///
-/// A chassis that was off reports nothing until it is asked to. One that has nothing to report, or reports rarely, must
-/// not be read again and again: the longest gap between two reports counts, each re-read doubles the time to the next
-/// one, and a chassis that neither takes the request for reports nor reports is read three times more at most.
+/// A chassis that was off reports nothing until reports are requested. One that has nothing to report, or reports
+/// rarely, must not be re-read endlessly: the longest gap between two reports counts, each re-read doubles the time to
+/// the next one, and a chassis that neither accepts the request for reports nor reports is re-read three times at most.
 class SilenceWatch
 {
 public:
     explicit SilenceWatch(Clock clock);
 
-    /// A reading has come unasked.
+    /// An unsolicited reading has arrived.
     void noteReport();
     /// A command timed out: the chassis may have been away.
     void noteTimeOut() { m_wasAway = true; }
@@ -26,10 +26,10 @@ public:
     void beginReading() { m_expectedSince = kNever; }
     void endReading(bool isAcknowledged);
 
-    /// Whether everything is to be read again; to be asked every second behind a reading.
-    /// @param isReporting whether there is a channel that reports as things are
+    /// Whether everything is to be read again; to be called every second after a pass over all settings.
+    /// @param isReporting whether a channel currently gets unsolicited readings
     [[nodiscard]] bool isOver(bool isReporting);
-    /// How long reports stay out that are expected, in ms; 0 if none are.
+    /// How long expected reports have been missing, in ms; 0 if none are expected.
     [[nodiscard]] qint64 silentMs() const { return m_expectedSince == kNever ? 0 : m_clock() - m_expectedSince; }
 
 private:
@@ -42,7 +42,7 @@ private:
     qint64 m_expectedSince = kNever; ///< or the last report
     qint64 m_lastReport = kNever;
     qint64 m_readingEnd = kNever;
-    qint64 m_longestGap = 0; ///< between two reports of a chassis that was there
+    qint64 m_longestGap = 0; ///< between two reports of a chassis that was present
     int m_uselessReadings = 0;
     bool m_isAcknowledged = true; ///< the request for reports
     bool m_hasReported = false;

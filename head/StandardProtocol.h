@@ -33,7 +33,7 @@ public:
 
     /// Queues a command by its priority; while the link is lost it ends as timed out.
     void append(StandardCommand *command);
-    /// Ends the waiting commands of the background as timed out; nobody is told that they ended.
+    /// Ends the waiting commands of the background as timed out, without ended().
     void dropBackground();
     /// The time of the command in flight is over.
     void timeOutInFlight();

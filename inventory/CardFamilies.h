@@ -12,6 +12,6 @@ struct CardFamilies
     bool hasQLDXCard = false;
     bool hasK3050OrK3060Card = false;
 
-    /// Told by a piece of any card's model.
+    /// Derived from the models of the cards.
     [[nodiscard]] static CardFamilies of(const QList<Card> &cards);
 };

@@ -5,7 +5,7 @@
 #include <QList>
 #include <QString>
 
-/// Reading of the chassis' card list, in which every micro has an entry of its own.
+/// Parses the chassis' card list, in which every micro has an entry of its own.
 namespace CardList {
 
 /// One card an entry, in the order of the list; entries of an unknown layout are left out.

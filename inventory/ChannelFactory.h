@@ -8,11 +8,11 @@
 class Channel;
 class ChannelLink;
 
-/// Making of channels from what the chassis says it holds.
+/// Makes the channels that a card list names.
 namespace ChannelFactory {
 
-/// One channel for every function that the card list tells of, in the order in which they are read at start-up.
-/// A function is told by its micro addresses anywhere in the list.
+/// One channel for every function on the card list, in the order in which they are read at start-up. A function is
+/// there if its micro addresses appear anywhere in the list.
 /// @param link carries the channels' commands; outlives them
 [[nodiscard]] std::vector<std::unique_ptr<Channel>> create(const QString &cardList, ChannelLink *link);
 

@@ -40,9 +40,8 @@ public:
     /// Makes the channels that the card list names.
     QList<Channel *> addChannels(const QString &cardList);
     /// Makes a TMoIP card with its streams.
-    /// @param name "TM" and the card's number, or the number alone, in one or two digits; null for anything else and
-    /// for
-    ///             a card that is known already
+    /// @param name "TM" and the card's number, or the number alone, in one or two digits
+    /// @return null for any other name, and for a card that is already known
     TmoipCard *addTmoipCard(const QString &name);
 
 private:

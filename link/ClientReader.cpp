@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr qsizetype kMaxFrameSize = 4096; ///< a client's frame is a line of text; a longer one is rubbish
+constexpr qsizetype kMaxFrameSize = 4096; ///< a client's frame is a line of text; a longer one is noise
 constexpr qint64 kPiece = 256;
 constexpr int kHeldBackMs = 2;
 

@@ -7,8 +7,7 @@
 
 #include <functional>
 
-/// Reads the remote client: its messages are handed on one at a time, and none while the head is busy with what it sent
-/// before.
+/// Reads the remote client: hands its messages on one at a time, and none while the head is busy with earlier ones.
 class ClientReader : public SerialPortReader
 {
     Q_OBJECT

@@ -32,8 +32,8 @@ private:
     QString m_channel;
 };
 
-/// Bytes that pairs of hexadecimal digits of either case stand for, high digit first. Any other character counts as its
-/// distance from "0" or, from "A" on, from the "A" that is ten, so it gives some number and no error.
+/// Decodes pairs of hexadecimal digits of either case, high digit first. Any other character has a value as well: its
+/// distance from "0", or from "A" on its distance from "A" plus ten. There is no error.
 [[nodiscard]] QByteArray decodeHexPairs(QByteArrayView digits);
 
 Q_DECLARE_METATYPE(EyeConstData)

@@ -7,8 +7,8 @@
 
 /// Cuts the byte stream of one link into frames: bytes in, frame contents out, no port involved.
 ///
-/// A frame runs from STX to the link's end byte. Bytes outside a frame are dropped, a new STX drops the frame
-/// begun before it, and a frame may be spread over any number of calls of feed().
+/// A frame runs from STX to the link's end byte. Bytes outside a frame are dropped. A new STX drops an unfinished
+/// frame. A frame may be spread over any number of calls of feed().
 class FrameDecoder
 {
 public:

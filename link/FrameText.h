@@ -10,7 +10,7 @@ namespace FrameText {
 struct Decoded
 {
     QString text;
-    bool isLatin1 = false; ///< as it has to be encoded to give the same bytes again
+    bool isLatin1 = false; ///< encode it with this flag to get the same bytes
 };
 
 [[nodiscard]] Decoded decode(const QByteArray &frame);

@@ -7,9 +7,9 @@ class QSerialPort;
 
 /// Watches an open port for a pulled cable, and for its return, and waits for a device that was not there at first.
 ///
-/// The port's own errors do not tell: after a hang-up some versions of the serial library report one error after the
-/// other for ever, others spin without a word, and a healthy line has errors too. So the descriptor is asked, on every
-/// error and twice a second. A port that has hung up is closed once and opened again every second until that works.
+/// The port's own errors are no proof: after a hang-up some versions of the serial library report errors without end,
+/// others spin silently, and a healthy line has errors too. So the descriptor is polled, on every error and twice a
+/// second. A port that has hung up is closed once and reopened every second until that succeeds.
 class LinkGuard : public QObject
 {
     Q_OBJECT
@@ -26,9 +26,9 @@ public:
     [[nodiscard]] bool isLost() const { return m_reopenTmr.isActive(); }
 
 public Q_SLOTS:
-    /// Asks whether the port has hung up; what the timer does twice a second.
+    /// Checks whether the port has hung up; the timer does it twice a second.
     void check();
-    /// Tries to open a port whose device was not there; what the timer does every second.
+    /// Tries to open a port whose device was not there; the timer does it every second.
     void reopen();
 
 Q_SIGNALS:
@@ -36,7 +36,7 @@ Q_SIGNALS:
     void lost();
     /// The device is there again and the port is open.
     void found();
-    /// An error on a line that is well.
+    /// An error on a healthy line.
     void strayError();
 
 private:
@@ -45,7 +45,7 @@ private:
 
     QSerialPort *m_port;
     QTimer m_checkTmr;
-    QTimer m_errorTmr; ///< closing has to wait until the port is done with the error
+    QTimer m_errorTmr; ///< the port must not be closed inside its own error signal
     QTimer m_reopenTmr;
     int m_strayErrors = 0;
 };

@@ -6,7 +6,7 @@
 namespace LinkKind {
 
 enum PORT_TYPE : qint32 {
-    REMOTE_LINK = 0,                ///< the remote client asks and sets, and is told of settings
+    REMOTE_LINK = 0,                ///< the remote client queries and sets, and gets changed settings
     REMOTE_EYE_AND_STATUS_LINK = 1, ///< the remote client is sent readings and eye blocks
     COMMAND_LINK = 3,               ///< the chassis
     EYE_CONST_LINK = 4,             ///< sample blocks of the demodulators

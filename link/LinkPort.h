@@ -19,7 +19,7 @@ class LinkPort : public QObject
 public:
     explicit LinkPort(LinkKind::PORT_TYPE type);
 
-    /// Opens the device; opened() or a later found() tells of success.
+    /// Opens the device; success is signalled by opened(), later by found().
     void open();
 
     [[nodiscard]] QSerialPort &port() { return m_port; }

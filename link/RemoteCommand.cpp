@@ -20,7 +20,7 @@ static_assert(!kTakes<int> && !kTakes<const char *> && !kTakes<const char *, boo
 static_assert(!kTakes<QString, int, int> && !kTakes<QString, bool, int> && !kTakes<QString, int, int, bool>);
 static_assert(!kTakes<QString, RemoteCommand::CommandType, bool> && !kTakes<QString, const char *, bool>);
 
-/// Takes control characters out of @p field; returns whether there were any.
+/// Removes control characters from @p field; returns whether there were any.
 bool removeControls(QString &field)
 {
     const qsizetype size = field.size();
@@ -28,7 +28,7 @@ bool removeControls(QString &field)
     return field.size() != size;
 }
 
-/// Takes the acknowledgement off the end of what the client sent, and tells the status that it stands for.
+/// Removes the acknowledgement from the end of what the client sent; returns the status that it stands for.
 RemoteCommand::CommandStatus takeAcknowledgement(QString &data)
 {
     const bool isAck = data.endsWith(RemoteCommand::kAck);

@@ -12,10 +12,10 @@ class CommandOwner;
 
 /// One message of the protocol that the remote client speaks.
 ///
-/// Like StandardCommand a plain value on the heap, owned by its link until it is finished.
+/// A plain value on the heap, like StandardCommand; its link owns it until it has ended.
 ///
-/// The constructors differ in text, number and truth value alone, which C++ would convert into each other without a
-/// word. They take exactly what they name, so a message built from the wrong list of arguments does not compile.
+/// The constructors differ only in text, int and bool, which C++ converts into each other silently. They take exactly
+/// the types that they name, so a message built from the wrong list of arguments does not compile.
 class RemoteCommand
 {
 public:
@@ -38,7 +38,7 @@ public:
         Forwarded = 5, ///< a value passed on from the chassis
     };
 
-    static constexpr int kPushTimeOutMs = 1;     ///< how long the next message waits behind one that nobody answers
+    static constexpr int kPushTimeOutMs = 1;     ///< how long the next message waits behind one that is not answered
     static constexpr int kQueryTimeOutMs = 1200; ///< how long the client has to answer
 
     static constexpr QChar kAck{ 0x06 };
@@ -47,7 +47,7 @@ public:
     RemoteCommand() = default;
 
     // In all of them: owner is the channel that sends or will process the message, and may be null; timeOutMs is how
-    // long the next message waits behind this one; queue tells whether the message starts as Queued.
+    // long the next message waits behind this one; queue makes the message start as Queued.
 
     /// A value that the head pushes.
     RemoteCommand(CommandOwner *owner, const QString &address, const QString &mnemonic, const QString &data,
@@ -66,7 +66,7 @@ public:
         : RemoteCommand(owner, address, mnemonic, data, timeOutMs, type, queue, QString())
     {
     }
-    /// An answer to the client; @p ack tells whether its query or set is supported.
+    /// An answer to the client; @p ack is whether its query or set is supported.
     RemoteCommand(CommandOwner *owner, const QString &address, const QString &mnemonic, const QString &data,
                   std::same_as<bool> auto ack, std::same_as<bool> auto queue)
         : RemoteCommand(owner, address, mnemonic, data, kPushTimeOutMs, ack, queue)
@@ -106,7 +106,7 @@ public:
     [[nodiscard]] CommandStatus status() const { return m_status; }
     [[nodiscard]] int timeOutMs() const { return m_timeOutMs; }
 
-    /// Whether it held control characters: it is refused.
+    /// Whether it held control characters; it is refused then.
     [[nodiscard]] bool isGarbled() const { return m_isGarbled; }
     [[nodiscard]] bool isAnswer() const { return m_type == Answer; }
     /// Whether @p other is about the same value of the same channel.
@@ -127,8 +127,8 @@ public:
     /// The client did not answer in time.
     void setTimedOut();
 
-    /// Whether a newer message of the same address and mnemonic makes this one needless: so with values in force and
-    /// questions, not with answers and with values that are one of a series.
+    /// Whether a newer message of the same address and mnemonic makes this one obsolete: true for values in force and
+    /// for queries, not for answers and not for values of a series.
     [[nodiscard]] bool isReplaceable() const { return m_isReplaceable && m_type != Answer; }
     void setReplaceable(bool replaceable) { m_isReplaceable = replaceable; }
 

@@ -9,8 +9,8 @@ void RemoteTransmitQueue::appendForSlowClient(RemoteCommand *message)
         limitSeries();
 }
 
-/// The newest takes the place of the oldest, or a value that is renewed faster than the queue moves would never go out.
-/// Behind an answer about the same value it has to stay, or the answer would seem to be the newer one.
+/// The newest takes the place of the oldest; otherwise a value that changes faster than the queue moves would never be
+/// sent. Behind an answer about the same value it keeps its place, so that the answer does not look newer.
 bool RemoteTransmitQueue::replaceOlder(RemoteCommand *message)
 {
     bool isAnswered = false;

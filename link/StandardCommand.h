@@ -8,10 +8,10 @@
 class CommandOwner;
 
 /// One exchange with a card on a standard-protocol link: the request as written and the answer as parsed, or a
-/// message that the chassis sent unasked.
+/// unsolicited message.
 ///
-/// A plain value, created on the heap by whoever sends it, owned by the link while queued or in flight, and deleted
-/// by the receive dispatcher after its channel has seen it. The owner is never owned.
+/// A plain value on the heap. Its sender creates it, the link owns it while it is queued or in flight, and the receive
+/// dispatcher deletes it after its channel has processed it.
 class StandardCommand
 {
 public:
@@ -70,7 +70,7 @@ public:
     /// Whether @p message, of fromCard(), is the reply to this query. A register's names the same register.
     [[nodiscard]] bool isAnsweredBy(const StandardCommand &message) const;
 
-    /// The query whose answer tells what this set has written, or what this unsolicited message has reported.
+    /// The query that reads back what this set has written, or what this unsolicited message has reported.
     [[nodiscard]] StandardCommand readingBack() const;
 
     /// Takes the content of the answering frame, without STX and CR. A text with fewer than two colons that is

@@ -27,7 +27,7 @@ public:
         ++m_appendedCount;
     }
 
-    /// As append(), for what lets all others pass, though not for ever.
+    /// Low priority: yields to other messages, but never starves.
     void appendInBackground(Message *message)
     {
         message->setStatus(Message::Queued);
@@ -53,7 +53,7 @@ public:
         return m_inFlight;
     }
 
-    /// The message written last and not yet released; its status tells whether it still waits for an answer.
+    /// The message written last and not yet released; its status is Sent while it waits for an answer.
     [[nodiscard]] Message *inFlight() const { return m_inFlight; }
     [[nodiscard]] bool isAwaitingAnswer() const { return m_inFlight && m_inFlight->status() == Message::Sent; }
 
@@ -105,7 +105,7 @@ protected:
         place->reset(message);
         return true;
     }
-    /// Deletes every message that waits and for which @p predicate holds; it is asked once for each, oldest first.
+    /// Deletes every message that waits and for which @p predicate holds; called once for each, oldest first.
     template <typename Predicate>
     void removeIf(Predicate predicate)
     {
@@ -117,7 +117,7 @@ private:
 
     std::deque<std::unique_ptr<Message>> m_waiting;
     std::deque<std::unique_ptr<Message>> m_background;
-    int m_passed = 0; ///< messages that the background has let pass in a row
+    int m_passed = 0; ///< messages sent ahead of the background in a row
     std::size_t m_appendedCount = 0;
     Message *m_inFlight = nullptr;
     bool m_readyToSend = true;

@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr QByteArrayView kCategory = "zirvo.health: ";
-constexpr int kOldMs = 10'000; // the program tells every five seconds
+constexpr int kOldMs = 10'000; // the program logs every five seconds
 
 struct Bound
 {

@@ -8,8 +8,8 @@
 
 class QProcess;
 
-/// Follows a running front panel by its log category zirvo.health and by what the system tells of its process, and
-/// judges it: nothing grows, nothing piles up, nothing ends.
+/// Watches a running front panel by its log category zirvo.health and by its process data, and checks that nothing
+/// grows, nothing piles up and nothing stops.
 class HealthWatch
 {
 public:
@@ -18,9 +18,9 @@ public:
     /// @param head writes its standard error to @p logPath; outlives this
     HealthWatch(const QProcess &head, const QString &logPath);
 
-    /// Takes what the log tells; to be called several times a second.
+    /// Reads the log; to be called several times a second.
     void follow();
-    /// How often the program has told.
+    /// How many lines the program has logged.
     [[nodiscard]] int lines() const { return m_lines; }
 
     /// The counts of the moment, those of the log by their names there.

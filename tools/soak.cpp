@@ -61,7 +61,7 @@ public:
     /// Notes what a client knows before anything has happened.
     void takeView() { m_view = ClientView::read(m_chassis); }
 
-    /// What a client is told that is not what the chassis holds, now that all is right; it tries for a while.
+    /// Values served to a client that differ from the chassis, after all faults are over; tries for a while.
     [[nodiscard]] QString untrue() { return ClientView::differencesAfter(kAgreeMs, m_chassis, m_view).join(u", "_s); }
 
     /// A minute of anything; less if something goes wrong. Returns the number of actions.
@@ -75,7 +75,7 @@ public:
         return actions;
     }
 
-    /// What a client is not told that turns the spectra on and looks on; it tries for a while.
+    /// Flows that a client which turns the spectra on does not get; tries for a while.
     [[nodiscard]] QString untold()
     {
         settle(); // only once: each order is reported, and the head is to notice missing reports
@@ -169,8 +169,7 @@ private:
         return missing.join(u", "_s);
     }
 
-    /// Tells the simulator to do something. One that it cannot do would make the rest of the run mean less than it
-    /// says.
+    /// Sends a command to the simulator. A command that fails would make the result of the run worthless.
     void order(const QByteArray &line)
     {
         const QByteArray answer = m_chassis.order(line);
@@ -190,7 +189,7 @@ private:
     QString m_fault;
 };
 
-/// Runs for @p minutes, at most until something goes wrong, and tells how it went.
+/// Runs for @p minutes, at most until something goes wrong, and reports the outcome.
 QString run(Soak &soak, int minutes, QTextStream &out)
 {
     if (!soak.answers())

@@ -4,14 +4,14 @@
 #include <QMap>
 #include <QStringList>
 
-/// What was asked for, as sets on the wire ("R1:FREQ:2250.5"), against what the chassis was written.
+/// Compares the requested sets ("R1:FREQ:2250.5") with the sets on the wire.
 class Ledger
 {
 public:
-    /// One more such set may be written; once slaving was asked for, to the other channels of the kind as well.
+    /// One more such set is allowed; once slaving was requested, to the other channels of the kind as well.
     void ask(const QByteArray &set);
     [[nodiscard]] int asked() const { return m_asked; }
-    /// What of @p requests was written more often than it was asked for, a line each.
+    /// Those of @p requests that were written more often than requested, a line each.
     [[nodiscard]] QStringList unasked(const QByteArrayList &requests) const;
 
 private:

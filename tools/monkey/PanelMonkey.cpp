@@ -21,7 +21,7 @@ namespace {
 constexpr std::size_t kMostWaiting = 6;
 
 /// A control, the setting on the wire that it is for ("#" being the number of its channel), and how its value is
-/// told: by default its position, its number, or whether it is on. For a line, the texts to type, each with the value
+/// read: by default its position, its number, or whether it is on. For a line, the texts to type, each with the value
 /// that goes out for it.
 struct Row
 {

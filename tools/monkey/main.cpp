@@ -96,8 +96,8 @@ QStringList faults(const Run &run, QTextStream &out)
 
 } // namespace
 
-/// An operator and then a client who do anything while answers are lost, late and refused; afterwards the head must
-/// show, tell and have written what it should.
+/// An operator and then a client who change anything while answers are lost, late and refused. Afterwards the head must
+/// show, answer and have written the right values.
 int main(int argc, char *argv[])
 {
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
