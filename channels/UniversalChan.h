@@ -126,7 +126,7 @@ protected:
     [[nodiscard]] std::optional<QString> answerToQuery(const QString &mnemonic) override;
     void processSpecial(int row, const Report &report) override;
     /// Answers on the system address find this channel by that address.
-    [[nodiscard]] Channel *ownerOfSets() override { return nullptr; }
+    [[nodiscard]] CommandOwner *ownerOfSets() override { return nullptr; }
 
 private:
     void processCardList(const QString &cardList);

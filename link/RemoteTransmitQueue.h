@@ -7,8 +7,8 @@
 class RemoteTransmitQueue : public TransmitQueue<RemoteCommand>
 {
 public:
-    static constexpr std::size_t kMaxMessages = 256;       ///< waiting; with more the client counts as slow
-    static constexpr qsizetype kMaxSeriesSize = 64 * 1024; ///< characters; sent in less than a second
+    static constexpr std::size_t kMaxMessages = 256;                  ///< waiting; with more the client counts as slow
+    static constexpr qsizetype kMaxSeriesSize = qsizetype(64) * 1024; ///< characters; sent in less than a second
 
     /// Appends, and drops what a slow client can do without: of values in force and queries all but the newest, of
     /// series the oldest beyond kMaxSeriesSize. Answers are kept.
