@@ -1,11 +1,13 @@
 #include "app/HealthLog.h"
-#include "app/UnixSignals.h"
+#include "common/EndSignals.h"
 #include "controls/Style.h"
 #include "frontpanel/ZIRVOFSMainWindow.h"
 #include "head/HeadLinks.h"
 
 #include <QApplication>
 #include <QMessageBox>
+
+#include <csignal>
 
 #include <malloc.h>
 
@@ -42,9 +44,9 @@ int refuseWithoutIdentifier()
 
 int run(ZIRVOFSMainWindow &window, const QString &systemIdentifier)
 {
-    UnixSignals signalHandler;
+    const EndSignals endSignals({ SIGTERM, SIGINT, SIGHUP }, { SIGPIPE }); // nobody may be reading the log
     const HealthLog healthLog(window);
-    QObject::connect(&signalHandler, &UnixSignals::terminationRequested, &window, &QWidget::close);
+    QObject::connect(&endSignals, &EndSignals::arrived, &window, &QWidget::close);
     window.setSystemIdentifier(systemIdentifier);
     window.show();
     window.activateWindow(); // a head without a window manager gives nobody the keyboard focus

@@ -1,11 +1,13 @@
 // Files that the client's program reads: settings of a chassis and recorded traffic.
 
-#include "Catalogue.h"
-#include "Recording.h"
-#include "SettingsFile.h"
 #include "fuzzing/Fuzz.h"
+#include "remote/files/Recording.h"
+#include "remote/files/SettingsFile.h"
+#include "remote/wire/Catalogue.h"
 
 #include <QTemporaryFile>
+
+using namespace remote;
 
 namespace {
 

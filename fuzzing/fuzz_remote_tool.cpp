@@ -1,9 +1,11 @@
 // The client's side of the remote links: frames, messages, and bytes as text.
 
-#include "Escaping.h"
-#include "FrameCutter.h"
-#include "Message.h"
 #include "fuzzing/Fuzz.h"
+#include "remote/wire/Escaping.h"
+#include "remote/wire/FrameCutter.h"
+#include "remote/wire/Message.h"
+
+using namespace remote;
 
 namespace {
 

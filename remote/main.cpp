@@ -1,17 +1,18 @@
-#include "Command.h"
-#include "EndSignals.h"
-#include "Options.h"
-#include "Session.h"
+#include "common/EndSignals.h"
+#include "remote/commands/Command.h"
+#include "remote/commands/Options.h"
+#include "remote/commands/Session.h"
 
 #include <QCoreApplication>
-#include <QSocketNotifier>
 
+#include <csignal>
 #include <optional>
 
 #include <fcntl.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
+using namespace remote;
 
 namespace {
 
@@ -35,11 +36,10 @@ void abandon(Session &session, const Command &command, const QString &reason)
     QCoreApplication::exit(ExitCode::NoAnswer);
 }
 
-int run(Session &session, Command &command, int endEvent)
+int run(Session &session, Command &command, const EndSignals &endSignals)
 {
-    const QSocketNotifier endNotifier(endEvent, QSocketNotifier::Read);
     QObject::connect(&command, &Command::finished, &QCoreApplication::exit);
-    QObject::connect(&endNotifier, &QSocketNotifier::activated, &command, [&session, &command] {
+    QObject::connect(&endSignals, &EndSignals::arrived, &command, [&session, &command] {
         if (command.isEndless())
             QCoreApplication::exit(ExitCode::Fine);
         else
@@ -62,10 +62,10 @@ int run(Session &session, Command &command, int endEvent)
 std::optional<int> openFiles(Session &session, Command &command)
 {
     const QString wrong = command.readInput();
-    if (!wrong.isEmpty() && !EndSignals::haveCome())
+    if (!wrong.isEmpty() && !EndSignals::haveArrived())
         session.output().error(wrong);
     std::optional<int> exitCode = wrong.isEmpty() ? session.openRecording() : ExitCode::Usage;
-    if (EndSignals::haveCome()) {
+    if (EndSignals::haveArrived()) {
         session.output().error(u"interrupted"_s);
         exitCode = ExitCode::NoAnswer;
     }
@@ -75,7 +75,8 @@ std::optional<int> openFiles(Session &session, Command &command)
 /// A recording takes the place of an older one only when everything else is in order.
 int prepareAndRun(Session &session)
 {
-    const int endEvent = EndSignals::take();
+    // Writes report when a reader has gone or a file has reached its limit.
+    const EndSignals endSignals({ SIGINT, SIGTERM }, { SIGPIPE, SIGXFSZ });
     if (const QString wrong = session.openLinks(); !wrong.isEmpty()) {
         session.output().error(wrong);
         return ExitCode::NoAnswer;
@@ -83,7 +84,7 @@ int prepareAndRun(Session &session)
     const auto command = Command::create(session);
     if (const auto exitCode = openFiles(session, *command))
         return *exitCode;
-    const int exitCode = run(session, *command, endEvent);
+    const int exitCode = run(session, *command, endSignals);
     if (session.recorder().close())
         return exitCode;
     session.output().error(session.recorder().file().problem());

@@ -1,0 +1,99 @@
+#include "remote/commands/Command.h"
+
+#include "common/EndSignals.h"
+#include "remote/commands/ApplyCommand.h"
+#include "remote/commands/DumpCommand.h"
+#include "remote/commands/GetCommand.h"
+#include "remote/commands/RecordCommand.h"
+#include "remote/commands/ReplayCommand.h"
+#include "remote/commands/ResendCommand.h"
+#include "remote/commands/SetCommand.h"
+#include "remote/commands/WatchCommand.h"
+#include "remote/files/Recording.h"
+
+#include <QSet>
+
+#include <cerrno>
+
+using namespace Qt::StringLiterals;
+
+namespace remote {
+
+std::unique_ptr<Command> Command::create(Session &session)
+{
+    const QString &name = session.options().command;
+    if (name == u"get")
+        return std::make_unique<GetCommand>(session);
+    if (name == u"set")
+        return std::make_unique<SetCommand>(session);
+    if (name == u"watch")
+        return std::make_unique<WatchCommand>(session);
+    if (name == u"dump")
+        return std::make_unique<DumpCommand>(session);
+    if (name == u"apply")
+        return std::make_unique<ApplyCommand>(session);
+    if (name == u"record")
+        return std::make_unique<RecordCommand>(session);
+    if (session.options().send)
+        return std::make_unique<ResendCommand>(session);
+    return std::make_unique<ReplayCommand>(session);
+}
+
+void Command::end(int exitCode)
+{
+    if (m_ended)
+        return;
+    m_ended = true;
+    if (EndSignals::haveArrived())
+        return; // an interrupted command has not ended by itself
+    Q_EMIT finished(hasLostOutput() ? ExitCode::NoAnswer : exitCode);
+}
+
+bool Command::hasLostOutput()
+{
+    if (output().isOpen() || (output().fault() == EPIPE && !needsReader()))
+        return false;
+    if (output().fault() == EPIPE)
+        output().error(u"the reader of standard output has gone"_s);
+    return true;
+}
+
+void Command::askForChannels(const std::function<void(const QByteArrayList &)> &handler)
+{
+    session().requester().query("U0:CHANS", [this, handler](const Requester::Answer &answer) {
+        using State = Requester::Answer::State;
+        if (answer.state == State::Silent)
+            return endSilent(u"U0:CHANS"_s);
+        if (answer.state == State::Refused || !Message::isKnown(answer.data)) {
+            output().error(u"the head knows no channels yet"_s);
+            return end(ExitCode::Refused);
+        }
+        QByteArrayList channels;
+        QSet<QByteArray> known{ QByteArray() };
+        for (const QByteArray &address : answer.data.split(',')) {
+            if (!known.contains(address))
+                channels.append(address);
+            known.insert(address);
+        }
+        handler(channels);
+    });
+}
+
+QString Command::openInput(Recording &recording)
+{
+    const QString &path = options().arguments[0];
+    QString wrong = recording.open(path);
+    if (wrong.isEmpty() && recording.isCutOff())
+        output().error(u"%1: the last line is cut off and left out"_s.arg(path));
+    return wrong;
+}
+
+void Command::endSilent(const QString &what)
+{
+    output().error(u"%1: no answer within %2 ms"_s.arg(what).arg(options().timeoutMs));
+    if (!progress().isEmpty())
+        output().error(progress());
+    end(ExitCode::NoAnswer);
+}
+
+} // namespace remote

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "remote/commands/Command.h"
+#include "remote/commands/Pace.h"
+#include "remote/commands/ValuePrinter.h"
+#include "remote/files/Recording.h"
+
+namespace remote {
+
+/// Shows what the head had sent in a recording.
+class ReplayCommand : public Command
+{
+    Q_OBJECT
+
+public:
+    explicit ReplayCommand(Session &session);
+    [[nodiscard]] QString readInput() override;
+    void start() override;
+    [[nodiscard]] bool isEndless() const override { return true; }
+
+private:
+    void showNext();
+
+    ValuePrinter m_printer;
+    Recording m_recording;
+    Pace m_pace;
+};
+
+} // namespace remote

@@ -1,0 +1,33 @@
+#include "remote/commands/WatchCommand.h"
+
+#include <chrono>
+
+namespace remote {
+
+WatchCommand::WatchCommand(Session &session)
+    : Command(session)
+    , m_printer(session.output(), session.options().patterns(), session.options().json)
+{
+}
+
+void WatchCommand::start()
+{
+    for (const ClientLink *link : session().links()) {
+        const QByteArray name = link->name();
+        connect(link, &ClientLink::received, this, [this, name](const QByteArray &frame) { show(name, frame); });
+    }
+    if (options().seconds > 0)
+        QTimer::singleShot(std::chrono::milliseconds(qint64(options().seconds * 1000)), this,
+                           [this] { end(ExitCode::Fine); });
+}
+
+void WatchCommand::show(const QByteArray &link, const QByteArray &frame)
+{
+    if (hasEnded() || !m_printer.print(QDateTime::currentDateTime(), link, frame))
+        return;
+    ++m_shown;
+    if (m_shown == options().count || !output().isOpen())
+        end(ExitCode::Fine);
+}
+
+} // namespace remote
