@@ -1,6 +1,6 @@
 #include "common/EndSignals.h"
 #include "remote/commands/Command.h"
-#include "remote/commands/Options.h"
+#include "remote/commands/CommandLine.h"
 #include "remote/commands/Session.h"
 
 #include <QCoreApplication>
@@ -97,10 +97,10 @@ int main(int argc, char *argv[])
 {
     fillClosedStreams();
     const QCoreApplication application(argc, argv);
-    Options options;
-    const int exitCode = options.read(QCoreApplication::arguments());
+    CommandLine commandLine;
+    const int exitCode = commandLine.read(QCoreApplication::arguments());
     if (exitCode >= 0)
         return exitCode;
-    Session session(options);
+    Session session(commandLine.options());
     return prepareAndRun(session);
 }

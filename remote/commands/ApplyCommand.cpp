@@ -3,6 +3,8 @@
 #include "remote/files/Json.h"
 #include "remote/wire/Escaping.h"
 
+#include <nlohmann/json.hpp>
+
 using namespace Qt::StringLiterals;
 
 namespace remote {
@@ -177,9 +179,9 @@ void ApplyCommand::showDryRun(QList<Step> steps)
     for (const Step &step : steps) {
         const QByteArray present = step.isCommit ? QByteArray() : m_present.value(step.key);
         if (options().json)
-            output().line(Json::line({ { "setting", Json::quoted(step.key) },
-                                       { "value", Json::quoted(present) },
-                                       { "wanted", Json::quoted(step.value) } }));
+            output().line(Json::line({ { "setting", Json::text(step.key) },
+                                       { "value", Json::text(present) },
+                                       { "wanted", Json::text(step.value) } }));
         else
             output().line(step.key + ' ' + (step.isCommit ? "" : Escaping::printable(present) + " -> ") + step.value);
     }

@@ -3,6 +3,8 @@
 #include "remote/files/Json.h"
 #include "remote/wire/Escaping.h"
 
+#include <nlohmann/json.hpp>
+
 namespace remote {
 
 QByteArray ApplyReport::text() const
@@ -22,16 +24,18 @@ QByteArray ApplyReport::text() const
 
 QByteArray ApplyReport::json() const
 {
-    QByteArrayList refusals;
+    Json::Value report = { { "same", same },
+                           { "changed", changed },
+                           { "refused", Json::Value::array() },
+                           { "skipped", Json::Value::array() } };
     for (const Refusal &refusal : refused) {
-        refusals.append(Json::line({ { "setting", Json::quoted(refusal.key) },
-                                     { "wanted", Json::quoted(refusal.wanted) },
-                                     { "value", Json::quoted(refusal.value) } }));
+        report["refused"].push_back({ { "setting", Json::text(refusal.key) },
+                                      { "wanted", Json::text(refusal.wanted) },
+                                      { "value", Json::text(refusal.value) } });
     }
-    return Json::line({ { "same", Json::number(same) },
-                        { "changed", Json::number(changed) },
-                        { "refused", '[' + refusals.join(", ") + ']' },
-                        { "skipped", Json::list(skipped) } });
+    for (const QByteArray &name : skipped)
+        report["skipped"].push_back(Json::text(name));
+    return Json::line(report);
 }
 
 } // namespace remote

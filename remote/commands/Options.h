@@ -1,12 +1,11 @@
 #pragma once
 
-#include <QHash>
 #include <QString>
 #include <QStringList>
 
 namespace remote {
 
-/// The command line of the program.
+/// What the command line asks for.
 struct Options
 {
     QString command;
@@ -26,20 +25,14 @@ struct Options
     double seconds = 0; ///< 0 for no end
     QString recordFile;
 
-    /// Reads `arguments`, the program's name first. -1 to go on, otherwise the exit code: help was printed, or what is
-    /// wrong went to standard error.
-    [[nodiscard]] int read(const QStringList &arguments);
-
+    /// Completes the links: what was named goes before @p folder, and both before the environment.
+    void chooseLinks(const QString &folder);
     /// The wildcards that choose what is shown.
     [[nodiscard]] QStringList patterns() const;
-
-private:
-    using Given = QHash<QString, QString>;
-
-    [[nodiscard]] QString sort(const QStringList &words, Given &given);
-    [[nodiscard]] QString takeAll(const Given &given);
-    void takeLinks(const Given &given);
-    [[nodiscard]] QString checkCommand(const Given &given) const;
+    /// Whether the command talks to the head.
+    [[nodiscard]] bool usesLink() const;
+    /// Why the arguments make no sense for the command; empty if they do.
+    [[nodiscard]] QString problem() const;
 };
 
 } // namespace remote

@@ -2,7 +2,6 @@
 
 #include "common/EndSignals.h"
 #include "remote/commands/ExitCode.h"
-#include "remote/commands/Usage.h"
 #include "remote/files/ExistingFile.h"
 
 #include <QDir>
@@ -62,7 +61,7 @@ void Session::tellPresence()
 
 QString Session::openLinks()
 {
-    if (!Usage::command(m_options.command)->usesLink && !m_options.send)
+    if (!m_options.usesLink())
         return {};
     QString wrong = openLink(m_remote, "remote", m_options.link);
     if (!wrong.isEmpty())

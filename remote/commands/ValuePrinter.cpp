@@ -7,6 +7,8 @@
 
 #include <algorithm>
 
+#include <nlohmann/json.hpp>
+
 using namespace Qt::StringLiterals;
 
 namespace remote {
@@ -48,11 +50,11 @@ bool ValuePrinter::print(const QDateTime &time, const QByteArray &link, const QB
     if (!tellsValue || !isWanted(message->key()))
         return false;
     if (m_json) {
-        m_output.line(Json::line({ { "time", Json::quoted(time.toString(Qt::ISODateWithMs)) },
-                                   { "link", Json::quoted(link) },
-                                   { "address", Json::quoted(message->address) },
-                                   { "mnemonic", Json::quoted(message->mnemonic) },
-                                   { "value", Json::quoted(message->data) } }));
+        m_output.line(Json::line({ { "time", time.toString(Qt::ISODateWithMs).toStdString() },
+                                   { "link", Json::text(link) },
+                                   { "address", Json::text(message->address) },
+                                   { "mnemonic", Json::text(message->mnemonic) },
+                                   { "value", Json::text(message->data) } }));
     } else {
         const QByteArray key = m_output.painted(Escaping::printable(message->key()), Output::Colour::Cyan);
         m_output.line(time.toLocalTime().toString(u"HH:mm:ss.zzz"_s).toLatin1() + ' ' + link + ' ' + key + ' ' +

@@ -1,44 +1,33 @@
 #include "remote/files/Json.h"
 
-#include <QJsonArray>
-#include <QJsonDocument>
+#include <QByteArrayList>
+#include <QString>
+
+#include <nlohmann/json.hpp>
 
 namespace remote {
 
-QByteArray Json::quoted(const QString &text)
+std::string Json::text(const QByteArray &bytes) { return QString::fromLocal8Bit(bytes).toStdString(); }
+
+/// Line breaks stand between items only: inside a text they are escaped.
+QByteArray Json::line(const Value &value)
 {
-    return QJsonDocument(QJsonArray{ text }).toJson(QJsonDocument::Compact).sliced(1).chopped(1);
+    return QByteArray::fromStdString(value.dump(0)).replace(",\n", ", ").replace("\n", "");
 }
 
-QByteArray Json::quoted(const QByteArray &text) { return quoted(QString::fromLocal8Bit(text)); }
-
-QByteArray Json::number(qint64 value) { return QByteArray::number(value); }
-
-QByteArray Json::line(const QList<Member> &members)
+QByteArray Json::lines(const Value &value)
 {
-    QByteArrayList parts;
-    for (const auto &[name, value] : members)
-        parts.append(quoted(name) + ": " + value);
-    return '{' + parts.join(", ") + '}';
-}
-
-QByteArray Json::object(const QList<Member> &members, int depth)
-{
-    if (members.isEmpty())
-        return "{}";
-    const QByteArray indent = '\n' + QByteArray(qsizetype(4) * depth, ' ');
-    QByteArrayList parts;
-    for (const auto &[name, value] : members)
-        parts.append(indent + "    " + quoted(name) + ": " + value);
-    return '{' + parts.join(',') + indent + '}';
-}
-
-QByteArray Json::list(const QByteArrayList &texts)
-{
-    QByteArrayList parts;
-    for (const QByteArray &text : texts)
-        parts.append(quoted(text));
-    return '[' + parts.join(", ") + ']';
+    QByteArray text;
+    bool inList = false;
+    for (const QByteArray &line : QByteArray::fromStdString(value.dump(4)).split('\n')) {
+        const bool endsList = inList && line.trimmed().startsWith(']');
+        if (!inList)
+            text += '\n' + line;
+        else
+            text += (endsList || text.endsWith('[') ? "" : " ") + line.trimmed();
+        inList = line.endsWith('[') || (inList && !endsList);
+    }
+    return text.sliced(1);
 }
 
 } // namespace remote

@@ -1,25 +1,21 @@
 #pragma once
 
 #include <QByteArray>
-#include <QList>
-#include <QString>
 
-#include <utility>
+#include <string>
 
-/// JSON text whose members keep the order in which they are given.
+#include <nlohmann/json_fwd.hpp>
+
+/// JSON whose members keep the order in which they are given.
 namespace remote::Json {
 
-/// A name and its value, which is JSON already.
-using Member = std::pair<QByteArray, QByteArray>;
+using Value = nlohmann::ordered_json;
 
-[[nodiscard]] QByteArray quoted(const QString &text);
-[[nodiscard]] QByteArray quoted(const QByteArray &text);
-[[nodiscard]] QByteArray number(qint64 value);
-/// An object on one line.
-[[nodiscard]] QByteArray line(const QList<Member> &members);
-/// An object with a line for each member. @param depth how deep it stands in others
-[[nodiscard]] QByteArray object(const QList<Member> &members, int depth = 0);
-/// A list of texts on one line.
-[[nodiscard]] QByteArray list(const QByteArrayList &texts);
+/// @p bytes as a text; what is not UTF-8 becomes a replacement character.
+[[nodiscard]] std::string text(const QByteArray &bytes);
+/// @p value on one line.
+[[nodiscard]] QByteArray line(const Value &value);
+/// @p value with a line for each member; a list stays on one line.
+[[nodiscard]] QByteArray lines(const Value &value);
 
 } // namespace remote::Json

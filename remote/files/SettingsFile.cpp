@@ -8,6 +8,8 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include <nlohmann/json.hpp>
+
 using namespace Qt::StringLiterals;
 
 namespace remote {
@@ -22,14 +24,14 @@ const QByteArray kSystemAddress = "U0";
 
 QString brief(const QString &name) { return QString::fromLocal8Bit(Escaping::brief(name.toLocal8Bit())); }
 
-QList<Json::Member> known(const QByteArray &address, std::span<const std::string_view> mnemonics,
-                          const SettingsReader::Values &values)
+Json::Value known(const QByteArray &address, std::span<const std::string_view> mnemonics,
+                  const SettingsReader::Values &values)
 {
-    QList<Json::Member> members;
+    Json::Value members = Json::Value::object();
     for (const std::string_view mnemonic : mnemonics) {
         const QByteArray value = values.value(Catalogue::key(address, mnemonic));
         if (Message::isKnown(value))
-            members.append({ QByteArray(mnemonic.data(), qsizetype(mnemonic.size())), Json::quoted(value) });
+            members[std::string(mnemonic)] = Json::text(value);
     }
     return members;
 }
@@ -54,21 +56,22 @@ QByteArrayList SettingsFile::keys(const QByteArrayList &channels)
 QByteArray SettingsFile::text(const QByteArrayList &channels, const SettingsReader::Values &values,
                               const QDateTime &taken)
 {
-    QList<Json::Member> system = known(kSystemAddress, Catalogue::identity(), values);
-    const QByteArray cards = values.value(kSystemAddress + ":CARDS");
-    system.append({ "cards", Json::list(Message::isKnown(cards) ? cards.split(',') : QByteArrayList()) });
-    QList<Json::Member> members;
+    Json::Value file = { { "format", kFormat.toStdString() },
+                         { "version", kVersion },
+                         { "taken", taken.toString(Qt::ISODateWithMs).toStdString() },
+                         { "system", known(kSystemAddress, Catalogue::identity(), values) },
+                         { "channels", Json::Value::object() } };
+    Json::Value &cards = file["system"]["cards"] = Json::Value::array();
+    if (const QByteArray list = values.value(kSystemAddress + ":CARDS"); Message::isKnown(list)) {
+        for (const QByteArray &card : list.split(','))
+            cards.push_back(Json::text(card));
+    }
     for (const QByteArray &address : channels) {
         const Catalogue::Rows rows = Catalogue::of(address);
-        members.append({ address, Json::object({ { "settings", Json::object(known(address, rows.settings, values), 3) },
-                                                 { "info", Json::object(known(address, rows.info, values), 3) } },
-                                               2) });
+        file["channels"][Json::text(address)] = { { "settings", known(address, rows.settings, values) },
+                                                  { "info", known(address, rows.info, values) } };
     }
-    return Json::object({ { "format", Json::quoted(kFormat) },
-                          { "version", Json::number(kVersion) },
-                          { "taken", Json::quoted(taken.toString(Qt::ISODateWithMs)) },
-                          { "system", Json::object(system, 1) },
-                          { "channels", Json::object(members, 1) } });
+    return Json::lines(file);
 }
 
 QString SettingsFile::read(const QString &path)
