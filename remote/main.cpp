@@ -16,8 +16,8 @@ using namespace remote;
 
 namespace {
 
-/// A file opened later must not become a standard stream that was closed: a link would get what is meant to be read.
-/// What is opened here takes nothing, so that writing to it fails as it should.
+/// Replaces closed standard streams: otherwise the next file that is opened would become one, and a link would get the
+/// output. The replacements are read-only, so that writing still fails.
 void fillClosedStreams()
 {
     int file = 0;
@@ -27,7 +27,7 @@ void fillClosedStreams()
         ::close(file);
 }
 
-/// Ends with what went wrong and what had been done.
+/// Ends with the reason and the progress so far.
 void abandon(Session &session, const Command &command, const QString &reason)
 {
     session.output().error(reason);
@@ -51,14 +51,14 @@ int run(Session &session, Command &command, const EndSignals &endSignals)
     QObject::connect(&session.recorder(), &RecordingWriter::failed, &command,
                      [&session, &command](const QString &reason) { abandon(session, command, reason); });
     const auto begin = [&session, &command] {
-        session.tellPresence();
+        session.reportPresence();
         command.start();
     };
     QMetaObject::invokeMethod(&command, begin, Qt::QueuedConnection);
     return QCoreApplication::exec();
 }
 
-/// Reads and makes the files of the command. @return the exit code if that cannot be, which was told
+/// Reads the input file and creates the recording. @return the exit code of a failure, once it is reported
 std::optional<int> openFiles(Session &session, Command &command)
 {
     const QString wrong = command.readInput();
@@ -72,7 +72,7 @@ std::optional<int> openFiles(Session &session, Command &command)
     return exitCode;
 }
 
-/// A recording takes the place of an older one only when everything else is in order.
+/// A recording replaces an older one only once the links are open and the input file is good.
 int prepareAndRun(Session &session)
 {
     // Writes report when a reader has gone or a file has reached its limit.

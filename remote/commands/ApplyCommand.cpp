@@ -11,8 +11,8 @@ namespace remote {
 
 namespace {
 
-constexpr int kMostPasses = 3;
-constexpr qsizetype kMostTold = 10;
+constexpr int kMaxPasses = 3;
+constexpr qsizetype kMaxReported = 10;
 
 } // namespace
 
@@ -21,8 +21,7 @@ ApplyCommand::ApplyCommand(Session &session)
     , m_reader(session.requester())
     , m_change(session.requester(), session.options().confirmMs)
 {
-    connect(&m_reader, &SettingsReader::progressed, this,
-            [this](qsizetype done, qsizetype all) { output().progress(u"reading"_s, done, all); });
+    showProgress(m_reader);
     connect(&m_reader, &SettingsReader::finished, this, &ApplyCommand::takePresent);
     connect(&m_reader, &SettingsReader::silent, this,
             [this](qsizetype done, qsizetype all) { endSilent(u"%1 of %2 values read"_s.arg(done).arg(all)); });
@@ -50,9 +49,9 @@ void ApplyCommand::plan(const QByteArrayList &channels)
 {
     m_plan = ApplyPlan(m_file.settings(), channels);
     const QByteArrayList &skipped = m_plan.skipped();
-    for (const QByteArray &name : skipped.first(qMin(skipped.size(), kMostTold)))
+    for (const QByteArray &name : skipped.first(qMin(skipped.size(), kMaxReported)))
         output().error(u"%1 is not known here and is skipped"_s.arg(QString::fromLocal8Bit(Escaping::brief(name))));
-    if (const qsizetype more = skipped.size() - kMostTold; more > 0)
+    if (const qsizetype more = skipped.size() - kMaxReported; more > 0)
         output().error(u"%1 more are not known here and are skipped"_s.arg(more));
     readPresent();
 }
@@ -64,7 +63,7 @@ void ApplyCommand::takePresent(const SettingsReader::Values &values)
     m_present = values;
     if (!m_known) {
         m_slavingBefore = presentSlaving();
-        m_allCanBeSent = tellUnsendable();
+        m_allCanBeSent = reportUnsendable();
     }
     m_known = true;
     if (m_passesOver)
@@ -72,7 +71,7 @@ void ApplyCommand::takePresent(const SettingsReader::Values &values)
     const QList<Step> steps = m_plan.steps(m_present);
     if (options().dryRun)
         return showDryRun(steps);
-    const bool worthwhile = m_pass == 0 || (m_helped && m_pass < kMostPasses);
+    const bool worthwhile = m_pass == 0 || (m_helped && m_pass < kMaxPasses);
     if (steps.isEmpty() || !worthwhile)
         endPasses();
     else
@@ -82,7 +81,6 @@ void ApplyCommand::takePresent(const SettingsReader::Values &values)
 /// While the chassis is slaved, a set of one channel would be copied over others.
 bool ApplyCommand::isSlaved() const { return Message::isKnown(presentSlaving()) && presentSlaving() != "0"; }
 
-/// Empty if slaving stays as it is.
 QByteArray ApplyCommand::finalSlaving() const
 {
     if (Message::setProblem(ApplyPlan::kSlaveKey, m_plan.wantedSlaving()).isEmpty())
@@ -136,7 +134,7 @@ void ApplyCommand::takeOutcome(SettingChange::Outcome outcome)
     sendNext();
 }
 
-/// Slaving comes last; what it moves shows in the report.
+/// Slaving comes last; the report shows what it changes.
 void ApplyCommand::endPasses()
 {
     m_passesOver = true;
@@ -188,7 +186,7 @@ void ApplyCommand::showDryRun(QList<Step> steps)
     end(m_allCanBeSent && m_plan.skipped().isEmpty() ? ExitCode::Fine : ExitCode::Refused);
 }
 
-bool ApplyCommand::tellUnsendable()
+bool ApplyCommand::reportUnsendable()
 {
     const QByteArrayList keys = m_plan.unsendable(m_present);
     for (const QByteArray &key : keys) {

@@ -10,8 +10,8 @@
 
 namespace remote {
 
-/// Puts the settings of a file back: sends what differs, reads everything again because a setting may move others,
-/// and repeats that as long as it helps.
+/// Restores the settings of a file: sends those that differ, re-reads everything because a setting may change others,
+/// and repeats that while it helps.
 class ApplyCommand : public Command
 {
     Q_OBJECT
@@ -36,11 +36,11 @@ private:
 
     [[nodiscard]] QByteArray presentSlaving() const { return m_present.value(ApplyPlan::kSlaveKey); }
     [[nodiscard]] bool isSlaved() const;
-    /// The slaving mode to end with; empty to leave it alone.
+    /// The slaving mode to end with; empty to leave it as it is.
     [[nodiscard]] QByteArray finalSlaving() const;
     void showDryRun(QList<Step> steps);
-    /// Tells what differs and will stay so. @return false if there is any
-    [[nodiscard]] bool tellUnsendable();
+    /// Reports the settings that differ and cannot be sent. @return false if there are any
+    [[nodiscard]] bool reportUnsendable();
 
     SettingsFile m_file;
     ApplyPlan m_plan;
@@ -48,13 +48,13 @@ private:
     SettingChange m_change;
     SettingsReader::Values m_present;
     QByteArray m_slavingBefore;
-    bool m_known = false; ///< the present values were read once
+    bool m_known = false; ///< the present values have been read
     bool m_allCanBeSent = false;
     bool m_slavingOff = false;
     bool m_passesOver = false;
     int m_pass = 0;
-    bool m_helped = false; ///< something was changed in this pass
-    QList<Step> m_steps;   ///< of this pass, the one under way first
+    bool m_helped = false; ///< a setting was changed in this pass
+    QList<Step> m_steps;   ///< of this pass, the current one first
     qsizetype m_stepsDone = 0;
     QSet<QByteArray> m_sent;
     QByteArrayList m_refusedCommits;

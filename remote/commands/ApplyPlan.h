@@ -6,8 +6,8 @@
 
 namespace remote {
 
-/// What it takes to put saved settings back, in the order in which they depend on each other. Slaving is not part of
-/// it: it stands around the whole.
+/// The steps that restore saved settings, in the order in which the settings depend on each other. Slaving is not part
+/// of it: ApplyCommand turns it off before and restores it afterwards.
 class ApplyPlan
 {
 public:
@@ -17,14 +17,14 @@ public:
     {
         QByteArray key;
         QByteArray value;
-        bool isCommit = false; ///< makes network settings take effect; not a setting itself
+        bool isCommit = false; ///< an order that makes network settings take effect
     };
 
     ApplyPlan() = default;
-    /// @param saved settings by key; @param channels addresses that this chassis has
+    /// @param saved settings by key; @param channels addresses of this chassis
     ApplyPlan(const SettingsReader::Values &saved, const QByteArrayList &channels);
 
-    /// Keys of the settings to put back.
+    /// Keys of the settings to restore.
     [[nodiscard]] const QByteArrayList &keys() const { return m_keys; }
     [[nodiscard]] QByteArray wanted(const QByteArray &key) const { return m_saved.value(key); }
     /// Saved slaving mode; empty if none was saved.
@@ -32,7 +32,8 @@ public:
     /// Saved settings that this chassis or this program does not know: keys, and addresses of whole channels.
     [[nodiscard]] const QByteArrayList &skipped() const { return m_skipped; }
 
-    /// What to send where @p present differs. What the head does not know or cannot be sent is left out.
+    /// The steps for settings that differ from @p present, without those that the head does not know or that cannot be
+    /// sent.
     [[nodiscard]] QList<Step> steps(const SettingsReader::Values &present) const;
 
     /// Settings that differ from @p present and are left out by steps().

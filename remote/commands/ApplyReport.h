@@ -5,7 +5,7 @@
 
 namespace remote {
 
-/// How putting settings back ended.
+/// The result of restoring settings.
 struct ApplyReport
 {
     struct Refusal

@@ -14,6 +14,7 @@
 #include <QSet>
 
 #include <cerrno>
+#include <chrono>
 
 using namespace Qt::StringLiterals;
 
@@ -45,7 +46,7 @@ void Command::end(int exitCode)
         return;
     m_ended = true;
     if (EndSignals::haveArrived())
-        return; // an interrupted command has not ended by itself
+        return; // the interruption decides the exit code
     Q_EMIT finished(hasLostOutput() ? ExitCode::NoAnswer : exitCode);
 }
 
@@ -77,6 +78,19 @@ void Command::askForChannels(const std::function<void(const QByteArrayList &)> &
         }
         handler(channels);
     });
+}
+
+void Command::endInTime()
+{
+    if (options().seconds > 0)
+        QTimer::singleShot(std::chrono::milliseconds(qint64(options().seconds * 1000)), this,
+                           [this] { end(ExitCode::Fine); });
+}
+
+void Command::showProgress(const SettingsReader &reader)
+{
+    connect(&reader, &SettingsReader::progressed, this,
+            [this](qsizetype done, qsizetype all) { output().progress(u"reading"_s, done, all); });
 }
 
 QString Command::openInput(Recording &recording)

@@ -9,8 +9,9 @@
 namespace remote {
 
 class Recording;
+class SettingsReader;
 
-/// One command of the command line. It works from the event loop and tells its exit code at the end.
+/// One command of the command line. It runs in the event loop and ends with an exit code.
 class Command : public QObject
 {
     Q_OBJECT
@@ -18,35 +19,39 @@ class Command : public QObject
 public:
     explicit Command(Session &session) : m_session(session) {}
 
-    /// The command that the options of @p session name.
+    /// The command that the options of @p session select.
     [[nodiscard]] static std::unique_ptr<Command> create(Session &session);
 
-    /// Reads the file that the command works from, if there is one. @return what is wrong; empty if nothing is
+    /// Reads the input file, if the command has one. @return what is wrong; empty if nothing is
     [[nodiscard]] virtual QString readInput() { return {}; }
     virtual void start() = 0;
-    /// What has been done so far, for a command that is cut short; empty if there is nothing to tell.
+    /// The progress so far, for the message of an interrupted command; empty if there is none.
     [[nodiscard]] virtual QString progress() const { return {}; }
-    /// Whether an interruption is its ordinary end.
+    /// Whether an interruption is its normal end.
     [[nodiscard]] virtual bool isEndless() const { return false; }
-    /// Whether a reader that leaves early misses what the command is for.
+    /// Whether it is an error if the reader of standard output closes early.
     [[nodiscard]] virtual bool needsReader() const { return false; }
 
 Q_SIGNALS:
-    /// Comes once; nothing is put out afterwards.
+    /// Emitted once; there is no output afterwards.
     void finished(int exitCode);
 
 protected:
     [[nodiscard]] Session &session() { return m_session; }
     [[nodiscard]] const Options &options() const { return m_session.options(); }
     [[nodiscard]] Output &output() { return m_session.output(); }
-    /// Ends with @p exitCode, or with that of an output that took not everything.
+    /// Ends with @p exitCode, or with NoAnswer if standard output failed.
     void end(int exitCode);
-    /// Asks for the addresses of the channels, each once; ends when there are none to be had.
+    /// Queries the channel addresses, without duplicates; ends the command if there are none.
     void askForChannels(const std::function<void(const QByteArrayList &)> &handler);
-    /// Tells that the head stopped answering, and ends.
+    /// Ends after the time that the options name, if they name one.
+    void endInTime();
+    /// Shows how far @p reader is while it reads.
+    void showProgress(const SettingsReader &reader);
+    /// Reports that the head stopped answering, and ends.
     void endSilent(const QString &what);
     [[nodiscard]] bool hasEnded() const { return m_ended; }
-    /// Opens the recording that the command works from. @return what is wrong; empty if nothing is
+    /// Opens the recording to replay; reports an incomplete last line. @return what is wrong; empty if nothing is
     [[nodiscard]] QString openInput(Recording &recording);
 
 private:

@@ -68,7 +68,7 @@ auto readWhole(int &target)
 CommandLine::CommandLine()
     : m_app(std::make_unique<CLI::App>("The client's side of a display head's remote links.", "zirvo-remote"))
 {
-    m_app->set_help_flag(); // printed from here, as the command "help" does it
+    m_app->set_help_flag(); // read() prints it, as for the command "help"
     m_app->footer(kExitCodeText);
     m_app->allow_extras();
     m_app->fallthrough();
@@ -84,7 +84,7 @@ void CommandLine::addCommands()
     for (const CommandRow &row : kCommands) {
         CLI::App *command = m_app->add_subcommand(row.name, row.summary);
         command->footer(row.text);
-        // A list without an end would take a pattern in brackets apart.
+        // An open-ended list would split a pattern in brackets.
         command->add_option("arguments", [](const CLI::results_t &) { return true; })
             ->expected(kMaxWords)
             ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)

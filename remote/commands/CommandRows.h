@@ -11,7 +11,7 @@ struct CommandRow
     const char *name;
     const char *synopsis;
     const char *summary;
-    const char *text; ///< what its own help adds
+    const char *text; ///< further text of its own help
     int least;        ///< arguments
     int most;
 };

@@ -11,8 +11,7 @@ namespace remote {
 
 DumpCommand::DumpCommand(Session &session) : Command(session), m_reader(session.requester())
 {
-    connect(&m_reader, &SettingsReader::progressed, this,
-            [this](qsizetype done, qsizetype all) { output().progress(u"reading"_s, done, all); });
+    showProgress(m_reader);
     connect(&m_reader, &SettingsReader::finished, this, &DumpCommand::write);
     connect(&m_reader, &SettingsReader::silent, this, [this](qsizetype done, qsizetype all) {
         endSilent(u"%1 of %2 values read, nothing saved"_s.arg(done).arg(all));
@@ -42,7 +41,7 @@ void DumpCommand::write(const SettingsReader::Values &values)
         return end(ExitCode::Fine);
     }
     if (EndSignals::haveArrived())
-        return; // the signal ends the program
+        return; // main() handles the signal
     output().error(file.problem());
     end(ExitCode::of(file.fault()));
 }

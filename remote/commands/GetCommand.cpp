@@ -17,21 +17,21 @@ void GetCommand::start()
             if (answer.state == Requester::Answer::State::Silent)
                 endSilent(QString::fromLocal8Bit(m_keys[i]));
             else
-                tellAnswered();
+                printAnswered();
         });
     }
 }
 
-/// Lines come in the order of the arguments, whatever order the answers have.
-void GetCommand::tellAnswered()
+/// Prints in the order of the arguments, not of the answers.
+void GetCommand::printAnswered()
 {
-    for (; m_told < m_keys.size() && m_answers[m_told]; ++m_told)
-        tell(m_keys[m_told], *m_answers[m_told]);
-    if (m_told == m_keys.size())
+    for (; m_printed < m_keys.size() && m_answers[m_printed]; ++m_printed)
+        print(m_keys[m_printed], *m_answers[m_printed]);
+    if (m_printed == m_keys.size())
         end(m_exitCode);
 }
 
-void GetCommand::tell(const QByteArray &key, const Requester::Answer &answer)
+void GetCommand::print(const QByteArray &key, const Requester::Answer &answer)
 {
     if (answer.state == Requester::Answer::State::Refused) {
         output().error(u"%1: refused"_s.arg(QString::fromLocal8Bit(key)));

@@ -8,7 +8,7 @@
 
 namespace remote {
 
-/// Prints the values of the settings named.
+/// Prints the values of settings.
 class GetCommand : public Command
 {
     Q_OBJECT
@@ -19,12 +19,12 @@ public:
     [[nodiscard]] bool needsReader() const override { return true; }
 
 private:
-    void tellAnswered();
-    void tell(const QByteArray &key, const Requester::Answer &answer);
+    void printAnswered();
+    void print(const QByteArray &key, const Requester::Answer &answer);
 
     QByteArrayList m_keys;
-    QList<std::optional<Requester::Answer>> m_answers; ///< one a key
-    qsizetype m_told = 0;
+    QList<std::optional<Requester::Answer>> m_answers; ///< one per key
+    qsizetype m_printed = 0;
     int m_exitCode = ExitCode::Fine;
 };
 

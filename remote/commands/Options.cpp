@@ -38,7 +38,7 @@ void Options::chooseLinks(const QString &folder)
         return firstOf({ named, inside(folder), qEnvironmentVariable(variable),
                          inside(qEnvironmentVariable("ZIRVO_DEVICE_DIR")) });
     };
-    // A folder need not hold it; a device that was named has to open.
+    // It may be missing in a folder, but a named device must open.
     const bool isNamed = !statusLink.isEmpty() || !qEnvironmentVariableIsEmpty("ZIRVO_REMOTE_STATUS_LINK");
     link = choose(link, "ZIRVO_REMOTE_LINK", u"client-remote"_s);
     statusLink = choose(statusLink, "ZIRVO_REMOTE_STATUS_LINK", u"client-status"_s);

@@ -25,9 +25,9 @@ struct Options
     double seconds = 0; ///< 0 for no end
     QString recordFile;
 
-    /// Completes the links: what was named goes before @p folder, and both before the environment.
+    /// Completes the links: a named device takes precedence over @p folder, and both over the environment.
     void chooseLinks(const QString &folder);
-    /// The wildcards that choose what is shown.
+    /// The wildcards that select what is printed.
     [[nodiscard]] QStringList patterns() const;
     /// Whether the command talks to the head.
     [[nodiscard]] bool usesLink() const;

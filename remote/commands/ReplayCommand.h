@@ -7,7 +7,7 @@
 
 namespace remote {
 
-/// Shows what the head had sent in a recording.
+/// Prints the values that the head sent in a recording.
 class ReplayCommand : public Command
 {
     Q_OBJECT

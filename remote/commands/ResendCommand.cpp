@@ -10,11 +10,11 @@ namespace remote {
 
 namespace {
 
-constexpr qsizetype kMostBytes = 64 * InputFile::kMebibyte;
+constexpr qsizetype kMaxBytes = 64 * InputFile::kMebibyte;
 
-constexpr int kMostTold = 10;
+constexpr int kMaxReported = 10;
 
-/// Why the head would not answer @p request; empty if it would.
+/// Why @p request cannot be sent; empty if it can.
 QString problem(const Message &request)
 {
     QString wrong = Message::queryProblem(request.key());
@@ -47,7 +47,7 @@ QString ResendCommand::progress() const
     return m_skipped == 0 ? text : text + u", %1 skipped"_s.arg(m_skipped);
 }
 
-/// Gives each recorded request its recorded answer: those of one key come in the order of the requests.
+/// Matches recorded answers to requests: those of one key come in the order of the requests.
 /// @return false if they would take too much memory
 bool ResendCommand::pair(Recording &recording)
 {
@@ -58,7 +58,7 @@ bool ResendCommand::pair(Recording &recording)
         if (!message || message->isAnswer() != frame->fromHead)
             continue;
         bytes += frame->frame.size() + qsizetype(sizeof(Request));
-        if (bytes > kMostBytes)
+        if (bytes > kMaxBytes)
             return false;
         if (const QString wrong = frame->fromHead ? QString() : problem(*message); !wrong.isEmpty()) {
             skip(message->key(), wrong);
@@ -78,7 +78,7 @@ bool ResendCommand::pair(Recording &recording)
 void ResendCommand::skip(const QByteArray &key, const QString &why)
 {
     ++m_skipped;
-    if (m_skipped <= kMostTold)
+    if (m_skipped <= kMaxReported)
         output().error(u"%1: %2, skipped"_s.arg(QString::fromLocal8Bit(Escaping::brief(key)), why));
 }
 
@@ -110,10 +110,10 @@ void ResendCommand::compare(const Request &request, const Requester::Answer &ans
     ++m_answered;
     const auto recorded = Message::parse(request.answer);
     const bool refused = answer.state == State::Refused;
-    const auto told = [](bool no, const QByteArray &data) { return no ? "refused" : Escaping::printable(data); };
+    const auto shown = [](bool no, const QByteArray &data) { return no ? "refused" : Escaping::printable(data); };
     if (recorded) {
-        const QByteArray then = told(recorded->kind == Message::Kind::Refused, recorded->data);
-        const QByteArray now = told(refused, answer.data);
+        const QByteArray then = shown(recorded->kind == Message::Kind::Refused, recorded->data);
+        const QByteArray now = shown(refused, answer.data);
         if (then != now) {
             ++m_different;
             output().line(key + " was " + then + ", now " + now);

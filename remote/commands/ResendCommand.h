@@ -6,7 +6,7 @@
 
 namespace remote {
 
-/// Sends the client's requests of a recording again and compares the answers.
+/// Repeats the client's requests of a recording and compares the answers.
 class ResendCommand : public Command
 {
     Q_OBJECT

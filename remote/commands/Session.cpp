@@ -13,7 +13,7 @@ namespace remote {
 
 namespace {
 
-/// Whether both lead to one regular file, or will when they are made.
+/// Whether both paths lead to one regular file, existing or yet to be created.
 bool isOneFile(const QString &one, const QString &other)
 {
     const ExistingFile first(one);
@@ -53,10 +53,10 @@ std::optional<int> Session::openRecording()
     return ExitCode::of(m_recorder.file().fault());
 }
 
-void Session::tellPresence()
+void Session::reportPresence()
 {
     if (m_remote)
-        m_remote->tellPresence();
+        m_remote->reportPresence();
 }
 
 QString Session::openLinks()

@@ -11,7 +11,7 @@
 
 namespace remote {
 
-/// What a command works with: its options, the links that it has open, and the output.
+/// What a command works with: its options, open links, and output.
 class Session : public QObject
 {
     Q_OBJECT
@@ -21,19 +21,18 @@ public:
 
     [[nodiscard]] const Options &options() const { return m_options; }
     [[nodiscard]] Output &output() { return m_output; }
-    /// Only for commands that use the link.
+    /// Only for commands that use the remote link.
     [[nodiscard]] Requester &requester() { return *m_requester; }
     [[nodiscard]] RecordingWriter &recorder() { return m_recorder; }
-    /// The links that are open, the remote link first.
+    /// The open links, the remote link first.
     [[nodiscard]] QList<ClientLink *> links() const;
 
-    /// Opens the links that the command uses; nothing is sent yet. @return what is wrong; empty if nothing is
+    /// Opens the links that the command uses, without sending anything. @return what is wrong; empty if nothing is
     [[nodiscard]] QString openLinks();
-    /// Begins the recording if one is wanted, in place of an older one. @return the exit code if it cannot be, which
-    /// was told
+    /// Starts the recording if one is wanted. @return the exit code of a failure, once it is reported
     [[nodiscard]] std::optional<int> openRecording();
-    /// Tells the head that a client is there.
-    void tellPresence();
+    /// Reports to the head that a client is present.
+    void reportPresence();
 
 Q_SIGNALS:
     void linkLost(const QByteArray &name);

@@ -9,10 +9,10 @@ namespace remote {
 
 SetCommand::SetCommand(Session &session) : Command(session), m_change(session.requester(), session.options().confirmMs)
 {
-    connect(&m_change, &SettingChange::finished, this, &SetCommand::tell);
+    connect(&m_change, &SettingChange::finished, this, &SetCommand::report);
 }
 
-/// Only of a setting can it be told what the card made of it: orders and lists read as something else.
+/// Only a setting can be confirmed: a query of an order or a list returns something else.
 void SetCommand::start()
 {
     const QByteArray key = options().arguments[0].toLocal8Bit();
@@ -24,16 +24,16 @@ void SetCommand::start()
         m_change.startOrder(key, value);
 }
 
-void SetCommand::tell(SettingChange::Outcome outcome, const QByteArray &inForce)
+void SetCommand::report(SettingChange::Outcome outcome, const QByteArray &inForce)
 {
     using Outcome = SettingChange::Outcome;
     const QString &key = options().arguments[0];
     switch (outcome) {
     case Outcome::Confirmed:
-        return tellTaken(u"confirmed"_s, Output::Colour::Green);
+        return reportAccepted(u"confirmed"_s, Output::Colour::Green);
     case Outcome::Unconfirmed:
-        return tellTaken(options().confirmMs == 0 ? u"acknowledged"_s : u"acknowledged, not confirmed"_s,
-                         Output::Colour::Yellow);
+        return reportAccepted(options().confirmMs == 0 ? u"acknowledged"_s : u"acknowledged, not confirmed"_s,
+                              Output::Colour::Yellow);
     case Outcome::RefusedByHead:
         output().error(u"%1: refused"_s.arg(key));
         return end(ExitCode::Refused);
@@ -46,7 +46,7 @@ void SetCommand::tell(SettingChange::Outcome outcome, const QByteArray &inForce)
     }
 }
 
-void SetCommand::tellTaken(const QString &how, Output::Colour colour)
+void SetCommand::reportAccepted(const QString &how, Output::Colour colour)
 {
     if (!options().quiet)
         output().line(options().arguments.join(u' ').toLocal8Bit() + ' ' + output().painted(how.toLocal8Bit(), colour));

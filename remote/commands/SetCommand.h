@@ -5,7 +5,7 @@
 
 namespace remote {
 
-/// Sets one value and tells what became of it.
+/// Sets one value and reports the outcome.
 class SetCommand : public Command
 {
     Q_OBJECT
@@ -15,8 +15,8 @@ public:
     void start() override;
 
 private:
-    void tell(SettingChange::Outcome outcome, const QByteArray &inForce);
-    void tellTaken(const QString &how, Output::Colour colour);
+    void report(SettingChange::Outcome outcome, const QByteArray &inForce);
+    void reportAccepted(const QString &how, Output::Colour colour);
 
     SettingChange m_change;
 };

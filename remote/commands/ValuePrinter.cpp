@@ -44,10 +44,10 @@ QString ValuePrinter::patternProblem(const QString &pattern)
 bool ValuePrinter::print(const QDateTime &time, const QByteArray &link, const QByteArray &frame)
 {
     const auto message = Message::parse(frame);
-    const bool tellsValue =
+    const bool holdsValue =
         message && (message->kind == Message::Kind::Value ||
                     (message->kind == Message::Kind::Acknowledged && message->key() != "U0:REMOTE"));
-    if (!tellsValue || !isWanted(message->key()))
+    if (!holdsValue || !isWanted(message->key()))
         return false;
     if (m_json) {
         m_output.line(Json::line({ { "time", time.toString(Qt::ISODateWithMs).toStdString() },

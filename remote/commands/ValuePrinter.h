@@ -10,7 +10,7 @@ namespace remote {
 
 class Output;
 
-/// Shows the values that the head tells, a line each, as far as they match one of the patterns.
+/// Prints values from the head that match one of the patterns, one line each.
 class ValuePrinter
 {
 public:
@@ -20,7 +20,7 @@ public:
     /// What is wrong with a pattern; empty if nothing is.
     [[nodiscard]] static QString patternProblem(const QString &pattern);
 
-    /// Shows @p frame if it tells a value that is wanted. @return whether it was shown
+    /// Prints @p frame if it holds a wanted value. @return whether it did
     bool print(const QDateTime &time, const QByteArray &link, const QByteArray &frame);
 
 private:

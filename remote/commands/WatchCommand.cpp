@@ -1,7 +1,5 @@
 #include "remote/commands/WatchCommand.h"
 
-#include <chrono>
-
 namespace remote {
 
 WatchCommand::WatchCommand(Session &session)
@@ -16,9 +14,7 @@ void WatchCommand::start()
         const QByteArray name = link->name();
         connect(link, &ClientLink::received, this, [this, name](const QByteArray &frame) { show(name, frame); });
     }
-    if (options().seconds > 0)
-        QTimer::singleShot(std::chrono::milliseconds(qint64(options().seconds * 1000)), this,
-                           [this] { end(ExitCode::Fine); });
+    endInTime();
 }
 
 void WatchCommand::show(const QByteArray &link, const QByteArray &frame)

@@ -5,7 +5,7 @@
 
 namespace remote {
 
-/// Shows what the head tells on both links.
+/// Prints the values that the head sends on both links.
 class WatchCommand : public Command
 {
     Q_OBJECT

@@ -6,7 +6,7 @@
 
 namespace remote {
 
-/// What a path leads to, behind all symbolic links.
+/// The file that a path leads to, symbolic links resolved.
 class ExistingFile
 {
 public:
@@ -16,7 +16,7 @@ public:
     [[nodiscard]] bool isRegular() const { return m_exists && S_ISREG(m_status.st_mode); }
     [[nodiscard]] bool isPipe() const { return m_exists && S_ISFIFO(m_status.st_mode); }
     [[nodiscard]] bool isStandardOutput() const;
-    /// Whether both are one file, whatever their paths.
+    /// Whether both are the same file.
     [[nodiscard]] bool isSameAs(const ExistingFile &other) const;
 
 private:

@@ -18,16 +18,16 @@ namespace remote {
 
 namespace {
 
-constexpr int kWriterWaitMs = 800; // all in all within a second
+constexpr int kWriterWaitMs = 800; // the program ends within a second
 
 /// @return 0, otherwise what went wrong as an errno
-int readToEnd(int file, qint64 mostBytes, QByteArray &bytes)
+int readToEnd(int file, qint64 maxBytes, QByteArray &bytes)
 {
     QByteArray piece(65'536, Qt::Uninitialized);
-    while (bytes.size() <= mostBytes) {
+    while (bytes.size() <= maxBytes) {
         if (!Interruptible::waitToRead(file, kWriterWaitMs))
             return EINTR;
-        // Nothing read means an end; also when the wait was in vain and nobody has it open for writing.
+        // No bytes mean the end, also after a wait in vain because nobody has it open for writing.
         const auto count = ::read(file, piece.data(), size_t(piece.size()));
         if (count == 0)
             return 0;
@@ -41,11 +41,11 @@ int readToEnd(int file, qint64 mostBytes, QByteArray &bytes)
 
 } // namespace
 
-QString InputFile::open(const QString &path, qint64 mostBytes)
+QString InputFile::open(const QString &path, qint64 maxBytes)
 {
     const ExistingFile source(path);
     if (source.isPipe())
-        return readPipe(path, mostBytes);
+        return readPipe(path, maxBytes);
     if (source.exists() && !source.isRegular())
         return u"%1: a folder or a device, not a file"_s.arg(path);
     auto file = std::make_unique<QFile>(path);
@@ -55,15 +55,15 @@ QString InputFile::open(const QString &path, qint64 mostBytes)
     return {};
 }
 
-QString InputFile::readPipe(const QString &path, qint64 mostBytes)
+QString InputFile::readPipe(const QString &path, qint64 maxBytes)
 {
     const int file = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
     QByteArray bytes;
-    const int fault = file < 0 ? errno : readToEnd(file, mostBytes, bytes);
+    const int fault = file < 0 ? errno : readToEnd(file, maxBytes, bytes);
     if (file >= 0)
         ::close(file);
     if (fault == EFBIG)
-        return u"%1: more than %2 MiB come through it"_s.arg(path).arg(mostBytes / kMebibyte);
+        return u"%1: more than %2 MiB come through it"_s.arg(path).arg(maxBytes / kMebibyte);
     if (fault != 0)
         return u"%1: %2"_s.arg(path, QString::fromLocal8Bit(std::strerror(fault)));
     if (bytes.isEmpty())

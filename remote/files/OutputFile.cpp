@@ -52,7 +52,7 @@ bool OutputFile::replace(const QString &path, QByteArrayView bytes)
     errno = 0;
     if (!file.open(QIODevice::WriteOnly))
         return fail(file.errorString(), faultOfOpening(errno));
-    // Not through the file's own buffer, which takes a short write for a good one.
+    // Past the file's own buffer, which takes a short write for success.
     if (const int fault = Interruptible::write(file.handle(), bytes); fault != 0)
         return fail(fault, Fault::NotTaken);
     if (::fsync(file.handle()) != 0)
@@ -61,7 +61,7 @@ bool OutputFile::replace(const QString &path, QByteArrayView bytes)
     m_wholeSize = bytes.size();
     if (!file.commit())
         return fail(file.errorString(), Fault::NotTaken);
-    ::lseek(m_file, 0, SEEK_END); // the commit may have moved it
+    ::lseek(m_file, 0, SEEK_END); // the commit may have moved the position
     return true;
 }
 

@@ -5,8 +5,8 @@
 
 namespace remote {
 
-/// Where a command saves. A file is whole or not there: an older one is replaced once the new one is on the disk, and
-/// what is added later is added whole. A device, a FIFO or standard output is written into.
+/// An output file that is complete or absent: it replaces an older one once it is on the disk, and bytes are appended
+/// all or none. Devices, FIFOs and standard output are written in place.
 class OutputFile
 {
 public:
@@ -16,15 +16,15 @@ public:
     ~OutputFile();
     Q_DISABLE_COPY_MOVE(OutputFile)
 
-    /// Makes the file, with @p bytes in it. @return false if that failed; an older file is as it was
+    /// Creates the file with @p bytes in it. @return false if that failed; an older file is unchanged then
     [[nodiscard]] bool create(const QString &path, QByteArrayView bytes);
-    /// Adds @p bytes. @return false if they were not taken; nothing of them is in a file then
+    /// Appends @p bytes. @return false if that failed; a file has none of them then
     [[nodiscard]] bool append(QByteArrayView bytes);
-    /// Waits until everything is on the disk, and closes. @return false if it did not get there
+    /// Syncs to the disk and closes. @return false if that failed
     [[nodiscard]] bool close();
 
     [[nodiscard]] bool isOpen() const { return m_file >= 0; }
-    /// What went wrong, with the path.
+    /// The reason of a failure, with the path.
     [[nodiscard]] const QString &problem() const { return m_problem; }
     [[nodiscard]] Fault fault() const { return m_fault; }
 
@@ -36,7 +36,7 @@ private:
 
     QString m_path;
     int m_file = -1;
-    qint64 m_wholeSize = -1; ///< bytes of a file that are complete; -1 for what is written into
+    qint64 m_wholeSize = -1; ///< bytes of a file without a partial append; -1 if written in place
     QString m_problem;
     Fault m_fault = Fault::UnusablePath;
 };

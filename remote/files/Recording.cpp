@@ -13,9 +13,9 @@ namespace {
 
 const QByteArray kHeader = "zirvo-recording 1 ";
 constexpr qint64 kMicroseconds = 1'000'000;
-constexpr qint64 kLongestLine = 300'000; // four characters for each byte of the longest frame, and then some
-constexpr qint64 kMostThroughPipe = 64 * InputFile::kMebibyte;
-constexpr double kLatestMs = 1e15; // nobody waits for it
+constexpr qint64 kLongestLine = 300'000; // four characters for each byte of the longest frame, and some to spare
+constexpr qint64 kMaxThroughPipe = 64 * InputFile::kMebibyte;
+constexpr double kLatestMs = 1e15; // beyond any wait
 
 } // namespace
 
@@ -30,7 +30,7 @@ QByteArray Recording::line(const RecordedFrame &frame)
 
 QString Recording::open(const QString &path)
 {
-    if (QString wrong = m_file.open(path, kMostThroughPipe); !wrong.isEmpty())
+    if (QString wrong = m_file.open(path, kMaxThroughPipe); !wrong.isEmpty())
         return wrong;
     const QByteArray header = readLine().trimmed();
     m_start = QDateTime::fromString(QString::fromLatin1(header.mid(kHeader.size())), Qt::ISODateWithMs);
@@ -42,7 +42,7 @@ QString Recording::open(const QString &path)
     return wrong;
 }
 
-/// The next line with its end, or as much of it as a line may have.
+/// The next line with its line end, cut at the greatest valid length.
 QByteArray Recording::readLine()
 {
     m_buffer.resize(kLongestLine);
@@ -50,7 +50,7 @@ QByteArray Recording::readLine()
     return m_buffer.first(std::max<qint64>(size, 0));
 }
 
-/// Counts the frames.
+/// Checks all frames and counts them.
 QString Recording::check(const QString &path)
 {
     qint64 microseconds = 0;

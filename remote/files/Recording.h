@@ -18,7 +18,7 @@ struct RecordedFrame
     QByteArray frame; ///< without start and end byte
 };
 
-/// The traffic of both links in a file: a header, then a line a frame,
+/// The traffic of both links in a file: a header, then one line per frame,
 /// `12.345678 remote < R1:FREQ:2250.5\x06`.
 class Recording
 {
@@ -30,13 +30,13 @@ public:
     /// nothing is
     [[nodiscard]] QString open(const QString &path);
     [[nodiscard]] QDateTime start() const { return m_start; }
-    /// Whether the writer was cut short; the last line is left out then.
+    /// Whether the last line is incomplete; it is left out then.
     [[nodiscard]] bool isCutOff() const { return m_cutOff; }
-    /// The next frame, from the first on; nothing behind the last, or if the file has changed since.
+    /// The next frame; nothing at the end, or if the file has changed since it was opened.
     [[nodiscard]] std::optional<RecordedFrame> next();
-    /// Whether every frame was given.
+    /// Whether all frames were returned.
     [[nodiscard]] bool atEnd() const { return m_left == 0; }
-    /// When a frame is due after the start of a replay, in ms. @param speed times the recorded pace; 0 for at once
+    /// When a frame is due after the start of a replay, in ms. @param speed factor on the recorded pace; 0 for at once
     [[nodiscard]] static qint64 dueMs(const RecordedFrame &frame, double speed);
 
 private:

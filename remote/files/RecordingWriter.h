@@ -9,24 +9,24 @@ namespace remote {
 
 class ClientLink;
 
-/// Writes what goes over the links into a file, a line a frame. The file holds whole lines only.
+/// Records the traffic of the links in a file, one line per frame. The file holds whole lines only.
 class RecordingWriter : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Begins a new recording in place of an older one. @return false if the file cannot be made
+    /// Starts a recording that replaces an older one. @return false if the file cannot be created
     [[nodiscard]] bool open(const QString &path);
     /// Records both directions of @p link.
     void attach(const ClientLink &link);
     /// Ends the recording, if there is one. @return false if not all of it is on the disk
     [[nodiscard]] bool close();
-    /// What is wrong with the file, and what that means for the program.
+    /// The file, for the reason of a failure.
     [[nodiscard]] const OutputFile &file() const { return m_file; }
 
 Q_SIGNALS:
     void recorded();
-    /// The file takes no more; comes once, with the reason.
+    /// Writing failed. Emitted once.
     void failed(const QString &reason);
 
 private:

@@ -19,7 +19,7 @@ namespace {
 const QString kFormat = u"zirvo-settings"_s;
 constexpr int kVersion = 1;
 constexpr qint64 kPieceBytes = 65'536;
-constexpr qint64 kMostBytes = 16 * InputFile::kMebibyte; // a full chassis takes some 30 KiB
+constexpr qint64 kMaxBytes = 16 * InputFile::kMebibyte; // a full chassis takes some 30 KiB
 const QByteArray kSystemAddress = "U0";
 
 QString brief(const QString &name) { return QString::fromLocal8Bit(Escaping::brief(name.toLocal8Bit())); }
@@ -77,13 +77,13 @@ QByteArray SettingsFile::text(const QByteArrayList &channels, const SettingsRead
 QString SettingsFile::read(const QString &path)
 {
     InputFile file;
-    if (QString wrong = file.open(path, kMostBytes); !wrong.isEmpty())
+    if (QString wrong = file.open(path, kMaxBytes); !wrong.isEmpty())
         return wrong;
     QByteArray text;
-    for (QByteArray piece; text.size() <= kMostBytes && !(piece = file.content().read(kPieceBytes)).isEmpty();)
+    for (QByteArray piece; text.size() <= kMaxBytes && !(piece = file.content().read(kPieceBytes)).isEmpty();)
         text += piece;
-    if (text.size() > kMostBytes)
-        return u"%1: larger than %2 MiB, not a file of settings"_s.arg(path).arg(kMostBytes / InputFile::kMebibyte);
+    if (text.size() > kMaxBytes)
+        return u"%1: larger than %2 MiB, not a file of settings"_s.arg(path).arg(kMaxBytes / InputFile::kMebibyte);
     QJsonParseError error;
     const QJsonObject root = QJsonDocument::fromJson(text, &error).object();
     if (error.error != QJsonParseError::NoError)
@@ -97,7 +97,7 @@ QString SettingsFile::read(const QString &path)
     const QJsonObject channels = root[u"channels"].toObject();
     for (auto channel = channels.begin(); channel != channels.end(); ++channel) {
         if (const QString wrong = readChannel(channel.key(), channel.value()); !wrong.isEmpty()) {
-            m_settings.clear(); // of the channels before it
+            m_settings.clear(); // those of earlier channels
             return u"%1: %2"_s.arg(path, wrong);
         }
     }

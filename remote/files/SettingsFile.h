@@ -13,10 +13,10 @@ public:
     /// The text of the file: identity and every known value of @p channels, in catalogue order.
     [[nodiscard]] static QByteArray text(const QByteArrayList &channels, const SettingsReader::Values &values,
                                          const QDateTime &taken);
-    /// What text() needs to know of @p channels.
+    /// The keys whose values text() needs for @p channels.
     [[nodiscard]] static QByteArrayList keys(const QByteArrayList &channels);
 
-    /// Reads the settings of a file, by key. Nothing of a file with a fault is taken.
+    /// Reads the settings of a file, by key; none of a faulty file.
     /// @return what is wrong, with channel and mnemonic; empty if all was read
     [[nodiscard]] QString read(const QString &path);
     [[nodiscard]] const SettingsReader::Values &settings() const { return m_settings; }

@@ -11,11 +11,11 @@ using View = std::string_view;
 
 constexpr auto kIdentity = std::to_array<View>({ "SYSID", "STYPE", "VERS", "VERTSMAIN", "VERTSKB", "SYSOPT", "TLST" });
 
-// The time goes on by itself and is never put back.
+// The time runs on by itself and is never restored.
 constexpr auto kSystem = std::to_array<View>({ "NAME", "TMRF", "LOGC", "ABSSI", "SLAVE" });
 constexpr auto kSystemInfo = std::to_array<View>({ "TIME", "LAGC" });
 
-// Playback and input decide which frequencies there are; the automatic bandwidth overrides the chosen one.
+// Playback and input determine the frequency ranges; the automatic bandwidth overrides the chosen one.
 constexpr auto kReceiver = std::to_array<View>({ "NAME", "PLYB", "CINP", "CIF1", "CIFS", "FREQ", "AIFB", "IFBW", "AFC",
                                                  "AFCM", "AGCT", "SLPA", "SLPB", "POLA", "POLB", "IMPA", "IMPB", "CAMF",
                                                  "CAMP", "AMIP", "ACFE", "ANCF", "CATN", "MANG", "AGCZ", "AGCF" });
@@ -26,7 +26,7 @@ constexpr auto kCombiner = std::to_array<View>({ "NAME", "CVMD", "CMOD", "IFBW",
 constexpr auto kCombinerInfo =
     std::to_array<View>({ "IFLS", "CLCK", "CLCS", "AGCA", "AGCB", "CH1IN", "CH1OUT", "CH2IN", "CH2OUT", "TP2", "TP4" });
 
-// The mode moves the rates, the rates move filters and index, and what is automatic overrides what is set by hand.
+// The mode changes the rates, the rates change filters and index, and automatic settings override manual ones.
 constexpr auto kDemodulator = std::to_array<View>(
     { "NAME", "DMOD", "DSDM", "RATEA", "RATEB", "BSDR", "TMID", "DFIR", "VFBW", "VFIR",  "VFIR2", "DVBW",  "AFMS",
       "ALBW", "LBWB", "LBWC", "TRKD",  "ASRG",  "SWRG", "ASRT", "SWRT", "DAFC", "DFAQ",  "DSRC",  "VCFG",  "CPT0",

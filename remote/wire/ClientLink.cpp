@@ -45,11 +45,11 @@ void ClientLink::takeBytes()
         Q_EMIT received(frame);
         const auto message = Message::parse(frame);
         if (message && message->kind == Message::Kind::Query && message->key() == kPresenceKey)
-            tellPresence();
+            reportPresence();
     }
 }
 
-void ClientLink::tellPresence() { send(Message::acknowledged(kPresenceKey, "1")); }
+void ClientLink::reportPresence() { send(Message::acknowledged(kPresenceKey, "1")); }
 
 void ClientLink::checkLine()
 {
@@ -59,7 +59,7 @@ void ClientLink::checkLine()
     if (::poll(&line, 1, 0) < 1 || (line.revents & (POLLHUP | POLLERR | POLLNVAL)) == 0)
         return;
     m_lineTimer.stop();
-    // The port may be in the middle of the read that failed.
+    // The port may still be inside the read that failed.
     QMetaObject::invokeMethod(this, &ClientLink::giveUp, Qt::QueuedConnection);
 }
 

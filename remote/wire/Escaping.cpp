@@ -30,7 +30,7 @@ QByteArray Escaping::escaped(const QByteArray &bytes)
 std::optional<QByteArray> Escaping::unescaped(const QByteArray &text)
 {
     QByteArray bytes;
-    qsizetype plain = 0; // what is no escape begins here
+    qsizetype plain = 0; // start of the text between two escapes
     for (qsizetype i = text.indexOf('\\'); i >= 0; i = text.indexOf('\\', plain)) {
         bytes += QByteArrayView(text).sliced(plain, i - plain);
         const QByteArray escape = text.mid(i, kHexEscapeSize);

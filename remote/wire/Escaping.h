@@ -7,13 +7,13 @@
 /// Bytes as printable text and back.
 namespace remote::Escaping {
 
-/// Control characters as "\x06", a backslash as "\\"; everything beyond ASCII too, so that any bytes survive.
+/// Escapes control characters and bytes beyond ASCII as "\x06", a backslash as "\\", so that any bytes survive.
 [[nodiscard]] QByteArray escaped(const QByteArray &bytes);
-/// The bytes that escaped() made @p text of; nothing if it did not.
+/// Reverses escaped(); nothing if @p text holds a malformed escape.
 [[nodiscard]] std::optional<QByteArray> unescaped(const QByteArray &text);
 /// @p text with its control characters escaped, for a terminal.
 [[nodiscard]] QByteArray printable(const QByteArray &text);
-/// The same for a message: of a long text only the beginning.
+/// As printable(), for a message: only the beginning of a long text.
 [[nodiscard]] QByteArray brief(const QByteArray &text);
 
 } // namespace remote::Escaping

@@ -6,8 +6,8 @@
 
 namespace remote {
 
-/// Cuts what comes from the head into frames. Bytes outside frames are dropped, a second start byte starts over, and
-/// a frame longer than 64 KiB is dropped to the next start byte.
+/// Cuts the bytes from the head into frames. Bytes outside frames are dropped, a second start byte restarts the frame,
+/// and a frame longer than 64 KiB is dropped up to the next start byte.
 class FrameCutter
 {
 public:

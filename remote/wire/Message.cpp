@@ -14,7 +14,7 @@ constexpr char kAck = '\x06';
 constexpr char kNak = '\x15';
 constexpr qsizetype kLongestFrame = 4096;
 
-/// A plain decimal number; "nan", "inf" and hexadecimal texts are none.
+/// A plain decimal number; "nan", "inf" and hexadecimal texts are not.
 std::optional<double> number(const QByteArray &text)
 {
     const bool plain = std::ranges::all_of(text, [](char c) { return std::strchr("0123456789+-.eE", c) && c != 0; });
@@ -98,7 +98,7 @@ bool Message::sameValue(const QByteArray &one, const QByteArray &other)
         return true;
     const auto first = number(one);
     const auto second = number(other);
-    // Both texts came through a decimal of at most a dozen digits.
+    // Both are decimals of at most a dozen digits.
     return first && second && std::abs(*first - *second) <= 1e-12 * std::max(std::abs(*first), std::abs(*second));
 }
 

@@ -21,7 +21,7 @@ struct Message
     [[nodiscard]] QByteArray key() const { return address + ':' + mnemonic; }
     [[nodiscard]] bool isAnswer() const { return kind == Kind::Acknowledged || kind == Kind::Refused; }
 
-    /// What @p frame says; nothing if it is neither a query nor a value.
+    /// The message in @p frame; nothing if it is neither a query nor a value.
     [[nodiscard]] static std::optional<Message> parse(const QByteArray &frame);
     [[nodiscard]] static QByteArray query(const QByteArray &key) { return key + '?'; }
     [[nodiscard]] static QByteArray set(const QByteArray &key, const QByteArray &value) { return key + ':' + value; }
@@ -29,7 +29,7 @@ struct Message
 
     /// Why @p key cannot be the key of a setting; empty if it can.
     [[nodiscard]] static QString keyProblem(const QByteArray &key);
-    /// Why @p key cannot be asked for; empty if it can.
+    /// Why @p key cannot be queried; empty if it can.
     [[nodiscard]] static QString queryProblem(const QByteArray &key);
     /// Why @p key cannot be set to @p value; empty if it can.
     [[nodiscard]] static QString setProblem(const QByteArray &key, const QByteArray &value);
@@ -37,7 +37,7 @@ struct Message
 
     /// Whether two values mean the same: numbers are compared as numbers, everything else as text.
     [[nodiscard]] static bool sameValue(const QByteArray &one, const QByteArray &other);
-    /// Whether @p value is told: neither empty nor one of the words for a value that no card has told yet.
+    /// Whether @p value is one: neither empty nor a word for a value that no card has reported yet.
     [[nodiscard]] static bool isKnown(const QByteArray &value);
 };
 

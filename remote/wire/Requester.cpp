@@ -8,7 +8,7 @@ namespace remote {
 
 namespace {
 
-constexpr qsizetype kMostUnanswered = 16;
+constexpr qsizetype kMaxUnanswered = 16;
 
 } // namespace
 
@@ -35,7 +35,7 @@ void Requester::add(Request request)
 
 void Requester::sendWaiting()
 {
-    while (!m_waiting.isEmpty() && m_unanswered.size() < kMostUnanswered) {
+    while (!m_waiting.isEmpty() && m_unanswered.size() < kMaxUnanswered) {
         if (m_unanswered.isEmpty())
             m_timer.start();
         m_unanswered.append(m_waiting.takeFirst());
@@ -54,7 +54,7 @@ void Requester::take(const QByteArray &frame)
     }
     const auto request = std::ranges::find(m_unanswered, message->key(), &Request::key);
     if (request == m_unanswered.end())
-        return; // a second answer, or one that an earlier client had asked for
+        return; // a duplicate, or an answer to an earlier client
     const Handler handler = request->handler;
     m_unanswered.erase(request);
     if (m_unanswered.isEmpty())
@@ -66,7 +66,7 @@ void Requester::take(const QByteArray &frame)
     handler({ message->kind == Message::Kind::Refused ? State::Refused : State::Acknowledged, message->data });
 }
 
-/// Answers are not lost on this link: silence ends everything asked, and the oldest request is told.
+/// The link loses no answers, so a time-out means that the head is gone: it ends all requests and is reported once.
 void Requester::endSilence()
 {
     const Handler handler = m_unanswered.constFirst().handler;

@@ -12,7 +12,7 @@ namespace remote {
 
 class ClientLink;
 
-/// Asks and sets on the remote link, many at a time, and gives each its answer.
+/// Sends queries and sets on the remote link, several in flight at a time, and matches the answers to them.
 class Requester : public QObject
 {
     Q_OBJECT
@@ -26,16 +26,16 @@ public:
     };
     using Handler = std::function<void(const Answer &)>;
 
-    /// @param timeoutMs how long the head may say nothing while something is unanswered
+    /// @param timeoutMs how long the head may stay silent while a request is unanswered
     Requester(ClientLink &link, int timeoutMs);
 
-    /// Asks for the value of @p key, "ADDRESS:MNEMONIC".
+    /// Queries the value of @p key, "ADDRESS:MNEMONIC".
     void query(const QByteArray &key, Handler handler);
-    /// Sets @p key; the answer tells that the head took it, not yet that the card did. Never sent twice.
+    /// Sets @p key. The answer comes from the head, before the card has the value. There is no retry.
     void set(const QByteArray &key, const QByteArray &value, Handler handler);
 
 Q_SIGNALS:
-    /// A value that the head told unasked.
+    /// An unsolicited value.
     void pushed(const QByteArray &key, const QByteArray &value);
 
 private:
@@ -54,7 +54,7 @@ private:
     ClientLink &m_link;
     QTimer m_timer;
     QList<Request> m_waiting;
-    QList<Request> m_unanswered; ///< in the order sent, which is the order of the answers of one key
+    QList<Request> m_unanswered; ///< in the order sent, in which the answers of one key come
 };
 
 } // namespace remote

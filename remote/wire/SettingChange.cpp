@@ -58,7 +58,7 @@ void SettingChange::takePushed(const QByteArray &key, const QByteArray &value)
 {
     if (!m_awaitsVerdict || key != m_key)
         return;
-    // An answer still on its way would be taken for that of a later query.
+    // Its answer would be taken for that of a later query.
     if (m_asking)
         m_verdict = value;
     else

@@ -11,10 +11,10 @@ namespace remote {
 
 class Requester;
 
-/// Sets one setting and finds out what the card made of it.
+/// Sets one setting and determines whether the card accepted it.
 ///
 /// The card's verdict is the value that the head pushes. Some settings are never pushed, and a value already in force
-/// is not sent to the card: so the value is asked for as well, until it is the wanted one or the time is over.
+/// is not sent to the card, so the value is also queried until it is the wanted one or the time is up.
 class SettingChange : public QObject
 {
     Q_OBJECT
@@ -22,12 +22,12 @@ class SettingChange : public QObject
 public:
     enum class Outcome { Confirmed, Unconfirmed, RefusedByHead, RefusedByCard, Silent };
 
-    /// @param confirmMs time for the card's verdict; 0 to be content with the head's answer
+    /// @param confirmMs time for the card's verdict; 0 to accept the head's answer
     SettingChange(Requester &requester, int confirmMs);
 
-    /// Begins; one change at a time. finished() tells the end.
+    /// Starts a change, one at a time; finished() reports its end.
     void start(const QByteArray &key, const QByteArray &value);
-    /// The same without waiting for the card, for what is an order rather than a setting.
+    /// As start(), without waiting for the card: for an order, which has no value to confirm.
     void startOrder(const QByteArray &key, const QByteArray &value);
 
 Q_SIGNALS:

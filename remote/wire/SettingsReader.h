@@ -6,18 +6,18 @@
 
 namespace remote {
 
-/// Asks for many values and collects them.
+/// Queries many values and collects them.
 class SettingsReader : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Values by key. What the head refused to tell is missing.
+    /// Values by key. Values that the head refused are missing.
     using Values = QHash<QByteArray, QByteArray>;
 
     explicit SettingsReader(Requester &requester) : m_requester(requester) {}
 
-    /// Asks for every one of @p keys; one reading at a time.
+    /// Queries all @p keys; one pass at a time.
     void read(const QByteArrayList &keys);
 
 Q_SIGNALS:
