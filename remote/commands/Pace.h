@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QElapsedTimer>
+#include <QtGlobal>
 
 #include <functional>
 
@@ -8,16 +8,24 @@ class QObject;
 
 namespace remote {
 
-/// The time that passes in a replay.
+/// The clock of a replay.
 class Pace
 {
 public:
-    void start() { m_clock.start(); }
-    /// Calls @p handler from the event loop when @p dueMs have passed since the start, while @p context is there.
+    /// Milliseconds since any moment, never going back.
+    using Clock = std::function<qint64()>;
+
+    /// Runs on the system's clock.
+    Pace();
+    explicit Pace(Clock clock) : m_clock(std::move(clock)) {}
+
+    void start() { m_start = m_clock(); }
+    /// Calls @p handler from the event loop @p dueMs after the start, unless @p context is deleted before.
     void await(qint64 dueMs, const QObject *context, const std::function<void()> &handler) const;
 
 private:
-    QElapsedTimer m_clock;
+    Clock m_clock;
+    qint64 m_start = 0;
 };
 
 } // namespace remote

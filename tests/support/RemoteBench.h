@@ -15,10 +15,12 @@
 #include <sys/resource.h>
 #include <sys/stat.h>
 
+inline const QByteArray kRecording = "zirvo-recording 1 2026-01-01T00:00:00.000Z\n";
+
 /// The arguments of a command line.
 inline QStringList words(const char *line) { return QString::fromLatin1(line).split(u' ', Qt::SkipEmptyParts); }
 
-/// A file of settings with these channels.
+/// A settings file with these channels.
 inline QByteArray settingsFile(const QByteArray &channels)
 {
     return R"({"format":"zirvo-settings","version":1,"channels":{)" + channels + "}}";
@@ -29,12 +31,12 @@ inline QByteArray channel(const QByteArray &address, const QByteArray &settings)
     return '"' + address + "\":{\"settings\":{" + settings + "}}";
 }
 
-/// Runs zirvo-remote as a user starts it, against a head that a script makes.
+/// Runs zirvo-remote as a user starts it, against a scripted head.
 ///
-/// A script is words parted by ";": "R1:FREQ=2250.5" is a value, every other one a manner with the key it is for:
-/// "nak" refuses, "keep" lets the card refuse, "quiet" pushes nothing, "drop" neither takes nor pushes, "silent"
-/// answers nothing, "mute" no set, "late" answers a query only behind the next, "twice" answers twice, "hangup" pulls
-/// the cable; "move R1:FREQ R1:IFBW=1" lets a set change another setting.
+/// A script is words separated by ";": "R1:FREQ=2250.5" is a value, every other one a reaction and its key: "nak"
+/// refuses, "keep" lets the card refuse, "quiet" pushes nothing, "drop" neither stores nor pushes, "silent" answers
+/// nothing, "mute" no set, "late" answers a query after the next, "twice" answers twice, "hangup" pulls the cable;
+/// "move R1:FREQ R1:IFBW=1" lets a set change another setting.
 class RemoteBench
 {
 public:
@@ -57,7 +59,7 @@ public:
     {
         QFile target(path(file));
         if (!target.open(QIODevice::WriteOnly) || target.write(text) != text.size())
-            qFatal("no file to be had");
+            qFatal("cannot write a file");
         return target.fileName();
     }
     [[nodiscard]] QByteArray read(const char *file) const
@@ -65,14 +67,14 @@ public:
         QFile source(path(file));
         return source.open(QIODevice::ReadOnly) ? source.readAll() : QByteArray();
     }
-    /// Makes a FIFO. @return a descriptor that reads it and never blocks; it is the caller's
+    /// Makes a FIFO. @return a non-blocking descriptor for reading, owned by the caller
     int makeFifo(const char *file, int pipeSize = 65'536) const
     {
         const QByteArray name = QFile::encodeName(path(file));
         const int made = ::mkfifo(name.constData(), 0600);
         const int reader = ::open(name.constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
         if (made != 0 || reader < 0 || ::fcntl(reader, F_SETPIPE_SZ, pipeSize) < 0)
-            qFatal("no FIFO to be had");
+            qFatal("cannot make a FIFO");
         return reader;
     }
     void play(const QByteArray &script)
@@ -84,11 +86,11 @@ public:
             else if (parts.size() > 2)
                 m_moves[parts[1]] = parts[2];
             else if (parts.size() == 2)
-                m_manners[parts[1]] = parts[0];
+                m_reactions[parts[1]] = parts[0];
         }
     }
 
-    /// Lets the program write files of up to @p bytes, as a disk with that much room does.
+    /// Lets the program write files of up to @p bytes, as on a disk with that much room.
     void limitFiles(rlim_t bytes)
     {
         m_process.setChildProcessModifier([bytes] {
@@ -96,7 +98,7 @@ public:
             ::setrlimit(RLIMIT_FSIZE, &limit);
         });
     }
-    /// Whether the program has taken the end signals and waits for something.
+    /// Whether the program handles SIGTERM and waits for something.
     [[nodiscard]] bool waitsForSignal() const
     {
         static const QRegularExpression catches(QStringLiteral("State:\\sS.*SigCgt:\\s[0-9a-f]*[4-7c-f][0-9a-f]{3}\\n"),
@@ -106,13 +108,13 @@ public:
     }
 
     void start(const QStringList &arguments) { m_process.start(program(), options() + expanded(arguments)); }
-    /// With what a shell makes of its standard output, as "| head -n 1"; the exit code is told on standard error.
+    /// Through a shell that redirects standard output, as "| head -n 1"; the exit code goes to standard error.
     void startInto(const QString &output, const QStringList &arguments)
     {
         const QStringList shell{ QStringLiteral("-c"), QStringLiteral("{ \"$0\" \"$@\"; echo $? >&2; } ") + output };
         m_process.start(QStringLiteral("/bin/sh"), shell + QStringList{ program() } + options() + expanded(arguments));
     }
-    /// Waits for the end; the exit code, or -1 if there is none in time.
+    /// Waits for the end. @return the exit code, or -1 after the time-out
     int finish()
     {
         const bool ended = waitUntil([this] { return m_process.state() == QProcess::NotRunning; }, 30'000);
@@ -123,26 +125,16 @@ public:
         start(arguments);
         return finish();
     }
-    /// Waits until the client has told that it is there, and answers when asked.
-    [[nodiscard]] bool waitForClient()
-    {
-        if (!m_remote->waitForFrame("U0:REMOTE:1\x06"))
-            return false;
-        const auto askOnce = [this] {
-            const qsizetype before = m_remote->frames().size();
-            m_remote->sendFrame("U0:REMOTE?");
-            return waitUntil([this, before] { return m_remote->frames().size() > before; }, 100) &&
-                   m_remote->frames().constLast() == "U0:REMOTE:1\x06";
-        };
-        return waitUntil(askOnce);
-    }
+    /// Waits until the client has opened its links and reported its presence.
+    [[nodiscard]] bool waitForClient() { return m_remote->waitForFrame("U0:REMOTE:1\x06"); }
 
     [[nodiscard]] QProcess &process() { return m_process; }
+    /// What the program has written since the last call.
+    [[nodiscard]] QByteArray output() { return m_process.readAllStandardOutput(); }
+    [[nodiscard]] QByteArray errors() { return m_process.readAllStandardError(); }
     [[nodiscard]] FarEnd &remote() { return *m_remote; }
     [[nodiscard]] FarEnd &status() { return m_status; }
-    void hangUp() { m_remote.reset(); }
-    /// What the client sent in this run, joined by blanks: without answers to the head's question, and a query that is
-    /// asked over and over only once.
+    /// What the client sent in this run, joined by blanks: without presence answers, and a repeated query only once.
     [[nodiscard]] QByteArray sent() const { return m_sent.join(' '); }
     /// The sets among it.
     [[nodiscard]] QByteArray sets() const
@@ -151,7 +143,6 @@ public:
         sets.removeIf([](const QByteArray &frame) { return frame.endsWith('?'); });
         return sets.join(' ');
     }
-    [[nodiscard]] QByteArray value(const QByteArray &key) const { return m_values.value(key); }
 
 private:
     [[nodiscard]] static QString program() { return QStringLiteral(ZIRVO_BIN_DIR "/zirvo-remote"); }
@@ -160,6 +151,8 @@ private:
     [[nodiscard]] QStringList expanded(QStringList arguments)
     {
         m_sent.clear();
+        if (m_remote)
+            m_remote->clear();
         return arguments.replaceInStrings(QStringLiteral("@"), m_folder.path() + QLatin1Char('/'));
     }
 
@@ -172,42 +165,41 @@ private:
         if (!isQuery || m_sent.isEmpty() || m_sent.constLast() != frame)
             m_sent.append(frame);
         const QByteArray key = isQuery ? frame.chopped(1) : parts.first(2).join(':');
-        const QByteArray manner = m_manners.value(key);
-        if (manner == "silent" || (manner == "mute" && !isQuery))
+        const QByteArray reaction = m_reactions.value(key);
+        if (reaction == "silent" || (reaction == "mute" && !isQuery))
             return;
-        if (manner == "hangup") {
+        if (reaction == "hangup") {
             QMetaObject::invokeMethod(
-                qApp, [this] { hangUp(); }, Qt::QueuedConnection);
-        } else if (!m_values.contains(key) || (manner == "nak" && !isQuery)) {
+                qApp, [this] { m_remote.reset(); }, Qt::QueuedConnection);
+        } else if (!m_values.contains(key) || (reaction == "nak" && !isQuery)) {
             m_remote->sendFrame(key + ":\x15");
         } else if (isQuery) {
-            query(key, manner);
+            query(key, reaction);
         } else {
             m_remote->sendFrame(frame + '\x06');
-            take(key, parts.sliced(2).join(':'), manner);
+            set(key, parts.sliced(2).join(':'), reaction);
         }
     }
-    void query(const QByteArray &key, const QByteArray &manner)
+    void query(const QByteArray &key, const QByteArray &reaction)
     {
         const QByteArray text = key + ':' + m_values[key] + '\x06';
-        const QByteArray late = std::exchange(m_late, manner == "late" ? text : QByteArray());
-        if (manner != "late")
+        const QByteArray late = std::exchange(m_late, reaction == "late" ? text : QByteArray());
+        if (reaction != "late")
             m_remote->sendFrame(text);
-        if (manner == "twice")
+        if (reaction == "twice")
             m_remote->sendFrame(text);
         if (!late.isEmpty())
             m_remote->sendFrame(late);
     }
-    /// What the card makes of a set.
-    void take(const QByteArray &key, const QByteArray &value, const QByteArray &manner)
+    void set(const QByteArray &key, const QByteArray &value, const QByteArray &reaction)
     {
-        if (manner != "keep" && manner != "drop")
+        if (reaction != "keep" && reaction != "drop")
             m_values[key] = value;
         if (const QByteArray moved = m_moves.value(key); !moved.isEmpty()) {
             play(moved);
             m_remote->sendFrame(QByteArray(moved).replace('=', ':'));
         }
-        if (manner != "quiet" && manner != "drop")
+        if (reaction != "quiet" && reaction != "drop")
             m_remote->sendFrame(key + ':' + m_values[key]);
     }
 
@@ -216,7 +208,7 @@ private:
     FarEnd m_status;
     QProcess m_process;
     QMap<QByteArray, QByteArray> m_values;
-    QMap<QByteArray, QByteArray> m_manners;
+    QMap<QByteArray, QByteArray> m_reactions;
     QMap<QByteArray, QByteArray> m_moves;
     QByteArray m_late;
     QByteArrayList m_sent;
