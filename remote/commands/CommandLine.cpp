@@ -55,7 +55,7 @@ auto readWhole(int &target)
 {
     return [&target](const QString &text) {
         double value = 0;
-        const QString wrong = readNumber(1, 1e9, value)(text);
+        QString wrong = readNumber(1, 1e9, value)(text);
         if (wrong.isEmpty() && value != std::floor(value))
             return u"takes a whole number"_s;
         target = int(value);
@@ -149,8 +149,8 @@ int CommandLine::read(const QStringList &words)
         return print("zirvo-remote " ZIRVO_VERSION "\n");
     if (wrong.isEmpty() && (m_wantsHelp || m_options.command == u"help")) {
         const QString subject = m_options.command == u"help" ? m_options.arguments.value(0) : m_options.command;
-        if (subject.isEmpty() || command(subject) != nullptr)
-            return print(HelpText::of(subject.isEmpty() ? *m_app : *command(subject)));
+        if (const CLI::App *app = subject.isEmpty() ? m_app.get() : command(subject))
+            return print(HelpText::of(*app));
         wrong = u"there is no command \"%1\""_s.arg(subject);
     }
     if (wrong.isEmpty())

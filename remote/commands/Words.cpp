@@ -28,7 +28,7 @@ std::vector<std::string> Words::marked(const QStringList &words)
         const size_t equals = argument.find('=');
         if (onlyValues || !looksLikeOption(word))
             argument.insert(0, argument.find_first_of("-+\x01") == 0 ? 1 : 0, kMark);
-        else if (equals != std::string::npos)
+        else if (equals != std::string::npos && word.startsWith(u"--"))
             argument.insert(equals + 1, 1, kMark);
     }
     std::ranges::reverse(arguments);
