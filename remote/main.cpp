@@ -1,5 +1,6 @@
 #include "common/EndSignals.h"
 #include "remote/commands/Command.h"
+#include "remote/commands/CommandFactory.h"
 #include "remote/commands/CommandLine.h"
 #include "remote/commands/Session.h"
 
@@ -81,7 +82,7 @@ int prepareAndRun(Session &session)
         session.output().error(wrong);
         return ExitCode::NoAnswer;
     }
-    const auto command = Command::create(session);
+    const auto command = createCommand(session);
     if (const auto exitCode = openFiles(session, *command))
         return *exitCode;
     const int exitCode = run(session, *command, endSignals);

@@ -4,7 +4,6 @@
 #include "remote/commands/Session.h"
 
 #include <functional>
-#include <memory>
 
 namespace remote {
 
@@ -18,9 +17,6 @@ class Command : public QObject
 
 public:
     explicit Command(Session &session) : m_session(session) {}
-
-    /// The command that the options of @p session select.
-    [[nodiscard]] static std::unique_ptr<Command> create(Session &session);
 
     /// Reads the input file, if the command has one. @return what is wrong; empty if nothing is
     [[nodiscard]] virtual QString readInput() { return {}; }
