@@ -68,7 +68,7 @@ void ChoiceBox::showPopup()
     view()->window()->installEventFilter(this);
 }
 
-/// A window that comes up closes the list without hidePopup(). Nothing was chosen then.
+/// A window that opens closes the list without hidePopup(), and nothing is chosen.
 bool ChoiceBox::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::Hide && m_waiting) {
@@ -87,7 +87,7 @@ void ChoiceBox::hidePopup()
         const QString chosen = view()->currentIndex().data().toString();
         exchange(*m_waiting);
         const int place = findText(chosen, Qt::MatchExactly | Qt::MatchCaseSensitive);
-        view()->setCurrentIndex(model()->index(place >= 0 ? place : currentIndex(), 0)); // what the list closes with
+        view()->setCurrentIndex(model()->index(place >= 0 ? place : currentIndex(), 0)); // hidePopup() reads it
     }
     QComboBox::hidePopup();
 }

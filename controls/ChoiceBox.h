@@ -4,10 +4,10 @@
 
 #include <optional>
 
-/// A list that shows the value in force. A value that no item stands for leaves nothing selected, and stands in the box
-/// itself; one that was never read leaves the box empty. Whichever item is chosen then is a change.
+/// A list that shows the value in force. A value without an item selects nothing and is shown as text; a value that was
+/// never read leaves the box empty. In both cases any item that the operator chooses is a change.
 ///
-/// What the program shows is not signalled: currentIndexChanged() tells of the operator's choices alone.
+/// currentIndexChanged() reports the operator's choices only, not what the program shows.
 class ChoiceBox : public QComboBox
 {
     Q_OBJECT
@@ -19,13 +19,13 @@ public:
     /// Selects the item at the position that @p value holds.
     void showPosition(const QString &value);
     /// Selects the item at @p position.
-    /// @param value what stands in the box if there is no such item; an unknown one leaves it empty
+    /// @param value shown as text if there is no such item; an unknown one leaves the box empty
     void showItem(qint64 position, const QString &value);
-    /// Shows @p value in place of the item selected, which stays so but counts no more as chosen.
+    /// Shows @p value as text over the selected item. The item stays selected, but choosing it is a change again.
     void showInstead(const QString &value);
 
-    /// Exchanges the items; refilled() follows. While the list is open it stays as it is: what the operator chooses
-    /// from it is looked up in the new one.
+    /// Exchanges the items; refilled() follows. An open list stays as it is, and the item chosen from it is looked up
+    /// by its text in the new list.
     void refill(const QStringList &items);
 
     /// The item or the value that the operator sees; empty for an unknown value.
@@ -33,11 +33,11 @@ public:
 
     void showPopup() override;
     void hidePopup() override;
-    /// Notices a list that another window closes.
+    /// Detects that another window has closed the list.
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 Q_SIGNALS:
-    /// The items have been exchanged; the position selected is the one of before if there still is one.
+    /// The items have been exchanged. The selected position is the same as before, if it still exists.
     void refilled();
 
 protected:

@@ -1,9 +1,9 @@
 #pragma once
 
-/// Tells operator changes from changes that the program makes itself to show a value.
+/// Distinguishes changes by the operator from changes that the program makes to show a value.
 ///
-/// Whoever writes controls holds a Scope meanwhile; handlers send nothing while one is held. Scopes count, so neither a
-/// nested one nor a handler that runs in between can lift the guard half-way through a refill.
+/// Code that writes controls holds a Scope; handlers send nothing meanwhile. Scopes are counted, so a nested scope does
+/// not lift the guard half-way through a refill.
 class ControlGuard
 {
 public:

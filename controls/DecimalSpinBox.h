@@ -4,8 +4,8 @@
 
 #include <QDoubleSpinBox>
 
-/// A spin box that takes a comma for the decimal point it is: to leave it out, as for a digit separator, would turn
-/// "2265,5" into another number without a word.
+/// A spin box that accepts a comma as the decimal point. Taken for a digit separator, it would silently turn "2265,5"
+/// into another number.
 class DecimalSpinBox : public ValueSpin<QDoubleSpinBox>
 {
     Q_OBJECT

@@ -29,7 +29,7 @@ void FocusReturn::stop()
 
 void FocusReturn::timeOut()
 {
-    // From the event loop, behind what the operator has done meanwhile.
+    // From the event loop, after the operator's input that is already queued.
     const auto tickUnlessTouched = [this, touches = m_touches] {
         if (touches == m_touches)
             tick();

@@ -6,8 +6,8 @@
 
 class QWidget;
 
-/// Gives the keyboard focus back to a neutral place when the operator has left a control alone for 3 s, and discards
-/// what stands half-typed in it.
+/// Returns the keyboard focus to a neutral place 3 s after the operator last used a control, and discards a half-typed
+/// text.
 class FocusReturn : public QObject
 {
     Q_OBJECT
@@ -16,8 +16,8 @@ public:
     static constexpr int kDelayMs = 3000;
 
     enum class Repeat {
-        Once,         ///< after one return there is none until the next touch
-        UntilStopped, ///< every 3 s again, as long as nothing stops it
+        Once,         ///< not again before the next start
+        UntilStopped, ///< again every 3 s
     };
 
     explicit FocusReturn(QObject *parent, Repeat repeat = Repeat::Once);
@@ -25,7 +25,7 @@ public:
     /// The widget that holds the focus while no control does; not owned.
     void setHolder(QWidget *holder) { m_holder = holder; }
 
-    /// Starts the 3 s afresh.
+    /// Restarts the 3 s.
     void start();
     void stop();
     [[nodiscard]] bool isRunning() const { return m_timer.isActive(); }
@@ -34,18 +34,18 @@ public:
     void giveBack();
 
 public Q_SLOTS:
-    /// The 3 s are over.
+    /// The 3 s have elapsed.
     void tick();
 
 Q_SIGNALS:
-    /// Fields show their confirmed values again now. Comes before the focus moves, or its loss would commit the text
-    /// half-typed.
+    /// Fields must show their confirmed values now. Emitted before the focus moves, since losing the focus would
+    /// commit a half-typed text.
     void restoreDue();
 
 private:
     void timeOut();
 
     QTimer m_timer{ this };
-    int m_touches = 0; ///< a time-out queued before the last one does not count
+    int m_touches = 0; ///< number of starts and stops; a time-out queued before the last one is ignored
     QPointer<QWidget> m_holder;
 };

@@ -2,8 +2,7 @@
 
 #include <QLabel>
 
-/// Says over a panel or a window that what it shows is old, and why. It lies over its parent, so that nothing moves
-/// under the operator's hand.
+/// Marks a panel or a window as stale and names the reason. It covers part of its parent, so that no control moves.
 class StaleMark : public QLabel
 {
     Q_OBJECT
@@ -11,6 +10,6 @@ class StaleMark : public QLabel
 public:
     explicit StaleMark(QWidget *parent);
 
-    /// @param reason why the chassis tells no new values; empty takes the mark off
+    /// @param reason why the chassis reports no new values; empty removes the mark
     void setReason(const QString &reason);
 };

@@ -6,12 +6,11 @@ class QWidget;
 /// Look of the whole application.
 namespace Style {
 
-/// Sets widget style, style sheet and locale; before the first window is made.
+/// Sets widget style, style sheet and locale; called before the first window is created.
 void apply(QApplication &application);
 
-/// Lets the style forget all about @p window, which will be deleted, when that happens. It counts the inner parts of
-/// combo boxes and spin boxes as no widgets of their own, unless they have a style sheet, and keeps what it knows of
-/// them.
+/// Makes the style drop what it caches for @p window when the window is deleted. Without a style sheet of their own,
+/// the inner parts of combo boxes and spin boxes would stay in its cache.
 void forgetWithWindow(const QWidget *window);
 
 } // namespace Style

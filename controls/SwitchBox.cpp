@@ -25,7 +25,7 @@ void SwitchBox::setStandIn(const QString &text)
 
 void SwitchBox::nextCheckState()
 {
-    setStandIn({}); // the operator's from now on
+    setStandIn({}); // the operator's choice replaces it
     QCheckBox::nextCheckState();
 }
 

@@ -2,8 +2,8 @@
 
 #include <QCheckBox>
 
-/// A check box for a setting that is on or off. A value that is neither stands in the box in place of the mark, "--"
-/// for one that was never read; the box counts as unchecked then.
+/// A check box for a setting that is on or off. Any other value is shown in the box as text, "--" for one that was
+/// never read; the box is unchecked then.
 class SwitchBox : public QCheckBox
 {
     Q_OBJECT
@@ -14,9 +14,9 @@ public:
 
     /// @param value "1" on, "0" off
     void showValue(const QString &value);
-    /// @param isValid whether @p value says that the switch is on or off
+    /// @param isValid whether @p value is on or off at all
     void showValue(const QString &value, bool isOn, bool isValid);
-    /// What stands in the box; empty for a switch that is on or off.
+    /// The text in the box; empty for a switch that is on or off.
     [[nodiscard]] QString standIn() const { return m_standIn; }
 
 protected:

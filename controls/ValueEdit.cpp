@@ -14,7 +14,7 @@ void ValueEdit::showText(const QString &text)
     if (this->text() != text)
         setText(text);
     if (!hasFocus())
-        setCursorPosition(0); // a text too long shows its beginning
+        setCursorPosition(0); // a long text shows its beginning
 }
 
 void ValueEdit::focusOutEvent(QFocusEvent *event)

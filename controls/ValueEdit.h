@@ -2,9 +2,8 @@
 
 #include <QLineEdit>
 
-/// A field for a value that can be typed over. What is being typed is the operator's until it is committed or given up:
-/// a report does not touch it, and it stays while another window has the keyboard. The first key replaces the "--" of
-/// an unknown value.
+/// A field for a value. A half-typed text stays until it is committed or given up: no report changes it, and it
+/// survives a change to another window. The first key replaces the "--" of an unknown value.
 class ValueEdit : public QLineEdit
 {
     Q_OBJECT
@@ -12,7 +11,7 @@ class ValueEdit : public QLineEdit
 public:
     using QLineEdit::QLineEdit;
 
-    /// Shows a text, unless one is half-typed.
+    /// Shows a text unless one is half-typed.
     void showText(const QString &text);
 
 protected:

@@ -7,7 +7,7 @@
 ValueSlider::ValueSlider(QWidget *parent) : QSlider(parent)
 {
     connect(this, &QSlider::valueChanged, this, [this] { m_standIn.clear(); });
-    // A key that leads to, or a press on, the place where it stands already
+    // A key or a press that leads to the present position
     connect(this, &QSlider::actionTriggered, this, [this](int action) {
         if (action != SliderMove && sliderPosition() == value())
             chooseStandIn();
@@ -19,7 +19,7 @@ void ValueSlider::showValue(const QString &value)
 {
     const QSignalBlocker showing(this);
     bool isWhole = false;
-    const int position = value.toInt(&isWhole); // 0, where each slider begins, for anything else
+    const int position = value.toInt(&isWhole); // 0, the start of each slider, for any other text
     setValue(position);
     m_standIn = isWhole && position == this->value() ? QString() : ValueText::shown(value);
 }

@@ -2,10 +2,10 @@
 
 #include <QSlider>
 
-/// A slider that shows the value in force. For a value that is no position of it the slider stands where it begins, or
-/// at its nearer end, and where it stands can be chosen like any other position.
+/// A slider that shows the value in force. For a number outside its range it is at the nearer end, for any other text
+/// at its start; the operator can choose that position like any other.
 ///
-/// What the program shows is not signalled: valueChanged() tells of what the operator does.
+/// valueChanged() reports what the operator does, not what the program shows.
 class ValueSlider : public QSlider
 {
     Q_OBJECT
@@ -15,11 +15,11 @@ public:
 
     /// @param value as the wire's text
     void showValue(const QString &value);
-    /// What is in force, or asked for, as text: the position, or the value that is none; "--" for an unknown one.
+    /// The value shown: the position, or the text of a value that is no position; "--" for an unknown one.
     [[nodiscard]] QString shownText() const;
 
 private:
     void chooseStandIn();
 
-    QString m_standIn; ///< the value that is no position; empty if the position is in force
+    QString m_standIn; ///< the value in force that is no position; else empty
 };

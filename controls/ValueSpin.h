@@ -1,17 +1,19 @@
 #pragma once
 
+#include "controls/ValueText.h"
+
 #include <QAbstractSpinBox>
 #include <QFocusEvent>
 #include <QLineEdit>
 #include <QSignalBlocker>
 
+#include <optional>
 #include <utility>
 
-/// What the project's spin boxes add to @p Box, which signals what is typed when it is committed (no keyboard
-/// tracking): a text may stand in place of the number, "--" for an unknown one. A number typed over it is a change
-/// whatever number the box holds meanwhile; steps lead nowhere from a text.
+/// A spin box without keyboard tracking that can show a text instead of a number, "--" for an unknown one. A number
+/// typed over the text is a change, whatever number the box holds behind it; steps from a text do nothing.
 ///
-/// What the program shows is not signalled: the box tells of what the operator does.
+/// The box reports what the operator does, not what the program shows.
 template <typename Box>
 class ValueSpin : public Box
 {
@@ -21,22 +23,26 @@ public:
     explicit ValueSpin(QWidget *parent = nullptr) : Box(parent)
     {
         QObject::connect(lineEdit(), &QLineEdit::textEdited, this, [this] { m_isTyped = true; });
-        QObject::connect(this, &Box::textChanged, this, [this] { m_standIn.clear(); }); // comes before valueChanged()
+        QObject::connect(this, &Box::textChanged, this, [this] { m_standIn.clear(); }); // emitted before valueChanged()
         QObject::connect(this, &Box::editingFinished, this, [this] { endEditing(); });
     }
 
     [[nodiscard]] QLineEdit *lineEdit() const { return Box::lineEdit(); }
-    /// Whether the operator has typed something that is neither committed nor discarded.
+    /// Whether a typed text is neither committed nor discarded.
     [[nodiscard]] bool isHalfTyped() const { return lineEdit()->isModified(); }
 
-    /// Shows a number in place of what the box shows, and of what is typed.
-    void showNumber(Number number) { show({}, number); }
-    /// Shows a text in the same way.
-    /// @param number the one that the box holds meanwhile
-    void showText(const QString &text, Number number) { show(text, number); }
-    /// Drops what is typed.
+    /// Shows a report unless a text is half-typed: its number if that is within the range, else @p value as it is.
+    /// @param held the number that the box holds behind a text
+    void showReport(std::optional<Number> number, const QString &value, Number held)
+    {
+        if (isHalfTyped())
+            return;
+        const bool isNumber = number && *number >= Box::minimum() && *number <= Box::maximum();
+        show(isNumber ? QString() : ValueText::shown(value), isNumber ? *number : held);
+    }
+    /// Drops a half-typed text.
     void discard() { show(m_standIn, Box::value()); }
-    /// Ends what is being typed as Return does.
+    /// Commits a half-typed text as Return does.
     void commit()
     {
         Box::interpretText();
@@ -56,7 +62,7 @@ protected:
 
     void fixup(QString &input) const override
     {
-        m_isTyped = false; // no number, so the text comes back
+        m_isTyped = false; // not a number, so the former text comes back
         Box::fixup(input);
     }
 
@@ -67,7 +73,7 @@ protected:
         Box::keyPressEvent(event);
     }
 
-    /// A menu that opens takes the focus for a while; that neither commits half an entry nor loses it.
+    /// A menu that opens takes the focus; a half-typed text is neither committed nor lost.
     void focusOutEvent(QFocusEvent *event) override
     {
         if (event->reason() == Qt::PopupFocusReason || event->reason() == Qt::MenuBarFocusReason)
@@ -94,11 +100,11 @@ private:
         const bool isMeant = std::exchange(m_isTyped, false) && !m_standIn.isEmpty();
         if (!isMeant)
             return;
-        m_standIn.clear(); // the number was the one held, and the base class has told nobody
+        m_standIn.clear(); // the number is the one held, for which the base class emits nothing
         Q_EMIT Box::textChanged(Box::text());
         Q_EMIT Box::valueChanged(Box::value());
     }
 
-    QString m_standIn;              ///< in place of the number
-    mutable bool m_isTyped = false; ///< over what the box showed
+    QString m_standIn;              ///< shown instead of the number
+    mutable bool m_isTyped = false; ///< since the last show or commit
 };

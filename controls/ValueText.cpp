@@ -20,3 +20,9 @@ QString ValueText::withUnit(const QString &value, QLatin1StringView unit)
     const QString text = shown(value);
     return text == kUnknown ? text : text + unit;
 }
+
+QString ValueText::percentage(const QString &value, int fullScale)
+{
+    const auto number = NumberText::parseWhole(value);
+    return number ? QString::number(qint64(*number) * 100 / fullScale) + QLatin1StringView(" %") : shown(value);
+}

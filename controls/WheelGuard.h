@@ -2,7 +2,7 @@
 
 #include <QObject>
 
-/// Keeps a wheel turned by accident from changing a control: combo boxes, spin boxes and sliders ignore it unless they
+/// Protects controls from an accidental turn of the wheel: combo boxes, spin boxes and sliders ignore it unless they
 /// have the focus.
 class WheelGuard : public QObject
 {

@@ -4,7 +4,7 @@
 
 #include <QSpinBox>
 
-/// A spin box for whole numbers. Half an entry stays as it is while another window has the keyboard.
+/// A spin box for whole numbers. A half-typed text survives a change to another window.
 class WholeSpinBox : public ValueSpin<QSpinBox>
 {
     Q_OBJECT

@@ -6,7 +6,7 @@ EntryDialog::EntryDialog(QWidget *parent) : QDialog(parent) { setAttribute(Qt::W
 
 void EntryDialog::keyPressEvent(QKeyEvent *event)
 {
-    // A dialog looks for a default button in the boxes it has open too: the Return that opened one would close it.
+    // QDialog also looks for a default button in its open boxes: the Return that opened a box would close it.
     if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter)
         QDialog::keyPressEvent(event);
 }

@@ -2,8 +2,7 @@
 
 #include <QDialog>
 
-/// Base of the windows beside the main window that hold entries: Return in an entry works no button, and the window
-/// deletes itself when closed.
+/// Base of the windows with fields: Return in a field triggers no button, and the window deletes itself when closed.
 class EntryDialog : public QDialog
 {
     Q_OBJECT

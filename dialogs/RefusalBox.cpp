@@ -4,7 +4,8 @@ void RefusalBox::open(QMessageBox::Icon icon, const QString &title, const QStrin
 {
     auto *const box = new QMessageBox(icon, title, text, QMessageBox::Ok, window);
     box->setAttribute(Qt::WA_DeleteOnClose);
-    QObject::connect(box, &QDialog::finished, window, &QWidget::activateWindow); // no window manager does
+    QObject::connect(box, &QDialog::finished, window,
+                     &QWidget::activateWindow); // without a window manager nothing else does
     box->open();
     box->activateWindow();
 }

@@ -2,10 +2,10 @@
 
 #include <QMessageBox>
 
-/// Tells what is wrong with an entry.
+/// A box that names the error of an entry.
 namespace RefusalBox {
 
-/// Opens a box that bars @p window and blocks nothing else: the window may go meanwhile.
+/// Opens a box that blocks @p window only. The window may be deleted meanwhile.
 void open(QMessageBox::Icon icon, const QString &title, const QString &text, QWidget *window);
 
 } // namespace RefusalBox

@@ -26,15 +26,15 @@ void WaitBox::update(const QString &report)
 
 void WaitBox::open()
 {
-    m_limit.start(); // a chassis that says again that it is busy is not silent
+    m_limit.start(); // a repeated report shows that the chassis is not silent
     if (m_shown)
         return;
     m_shown = true;
-    // One that is hidden and shown again at once would come to lie in the corner of the screen.
+    // A box that is hidden and shown again at once would appear in the corner of the screen.
     m_box->adjustSize();
     m_box->move(m_box->parentWidget()->geometry().center() - m_box->rect().center());
     if (m_running)
-        m_box->show(); // begun anew before the loop of the last time has ended
+        m_box->show(); // opened again before the former event loop has ended
     else
         run();
 }
@@ -44,11 +44,11 @@ void WaitBox::run()
     const QPointer<QWidget> active = QApplication::activeWindow();
     Q_EMIT opening();
     m_running = true;
-    // The end of the program ends the loop without end(), and then it must not begin again.
+    // When the program ends, the loop ends without end(), and must not start again.
     while (m_box->exec() == QDialog::Accepted && m_shown) {
     }
     m_running = false;
-    if (active && active->isVisible()) // no window manager hands the keyboard back
+    if (active && active->isVisible()) // without a window manager nothing else does
         active->activateWindow();
     Q_EMIT closed();
 }

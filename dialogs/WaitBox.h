@@ -8,8 +8,8 @@ class QWidget;
 
 /// A modal box without buttons that is shown while the chassis is busy with something.
 ///
-/// While it is open a nested event loop runs, so the report that ends it, or a second one that would open it, arrives
-/// inside. A chassis that never reports the end must not lock the operator out: the box closes by itself after 60 s.
+/// While it is open a nested event loop runs, in which further reports arrive. A chassis that never reports the end
+/// must not lock the operator out: the box closes by itself after 60 s.
 class WaitBox : public QObject
 {
     Q_OBJECT
@@ -20,8 +20,8 @@ public:
     /// @param parent the window that waits
     WaitBox(const QString &text, QWidget *parent);
 
-    /// Takes the chassis' report: "0" opens the box and returns when it has closed, "1" closes it, anything else, and
-    /// any repeat, does nothing.
+    /// Handles the chassis' report: "0" opens the box and returns when it has closed, "1" closes it. Any other report,
+    /// and any repeat, does nothing.
     void update(const QString &report);
 
     [[nodiscard]] bool isShown() const { return m_shown; }

@@ -1,17 +1,21 @@
 #include "frontpanel/AuxiliaryWindows.h"
 
 #include "channels/CmbrChan.h"
+#include "channels/DmdChan.h"
+#include "channels/TapeChan.h"
 #include "controls/FocusReturn.h"
 #include "controls/StaleMark.h"
 #include "controls/Style.h"
-#include "dialogs/CardConfigWindow.h"
-#include "dialogs/CombinerZero.h"
-#include "dialogs/DmdCtrlWindow.h"
-#include "dialogs/EyeConstWindow.h"
-#include "dialogs/SysChanNamingWindow.h"
-#include "dialogs/TapeCtrlWindow.h"
-#include "dialogs/tmoipWindow.h"
+#include "dialogs/demodulator/DmdCtrlWindow.h"
+#include "dialogs/demodulator/EyeConstWindow.h"
+#include "dialogs/system/CardConfigWindow.h"
+#include "dialogs/system/CombinerZero.h"
+#include "dialogs/system/SysChanNamingWindow.h"
+#include "dialogs/system/TapeCtrlWindow.h"
+#include "dialogs/tmoip/tmoipWindow.h"
+#include "head/SerialPortController.h"
 #include "inventory/Card.h"
+#include "inventory/ChannelDirectory.h"
 
 #include <utility>
 
@@ -51,7 +55,7 @@ void AuxiliaryWindows::open(std::size_t name, Make make)
         place.window = make(&place.open);
         prepare(place.window);
     }
-    m_focusReturn.tick(); // the window takes the focus, and that must not commit half an entry
+    m_focusReturn.tick(); // the window takes the focus, which must not commit a half-typed text
     present(place.window);
 }
 
@@ -65,7 +69,7 @@ void AuxiliaryWindows::present(QWidget *window)
 void AuxiliaryWindows::prepare(QWidget *window)
 {
     Style::forgetWithWindow(window);
-    // Without a window manager nobody finds a place for the window, and nobody hands the keyboard back behind it.
+    // Without a window manager nothing else places the window, or returns the keyboard when it closes.
     if (!window->testAttribute(Qt::WA_Resized))
         window->adjustSize();
     window->move(m_owner->geometry().center() - window->rect().center());
@@ -91,34 +95,58 @@ void AuxiliaryWindows::mark(QWidget *window) const
     mark->setReason(m_staleReason);
 }
 
-void AuxiliaryWindows::openCards(const QList<Card> &cards)
+void AuxiliaryWindows::setChassis(SerialPortController *link, const ChannelDirectory *directory,
+                                  const CardFamilies &families)
 {
+    m_families = families;
+    m_link = link;
+    m_directory = directory;
+}
+
+/// Null if there are not that many channels of this class, or no chassis yet.
+template <typename C>
+C *AuxiliaryWindows::channel(int position) const
+{
+    return m_directory ? m_directory->all<C>().value(position) : nullptr;
+}
+
+void AuxiliaryWindows::openCards()
+{
+    if (!m_link)
+        return;
     QStringList texts;
-    for (const Card &card : cards)
+    for (const Card &card : m_link->cards())
         texts += card.GetFormattedCardInfoString();
     open(Cards, [&](bool *isOpen) { return new CardConfigWindow(texts, m_owner, isOpen); });
 }
 
-void AuxiliaryWindows::openNaming(SerialPortController *link)
+void AuxiliaryWindows::openNaming()
 {
-    open(Naming, [&](bool *isOpen) { return new SysChanNamingWindow(m_owner, link, isOpen); });
+    if (m_link)
+        open(Naming, [&](bool *isOpen) { return new SysChanNamingWindow(m_owner, m_link, isOpen); });
 }
 
-void AuxiliaryWindows::openAdvancedSettings(int position, bool hasClockPhase, DmdChan *demodulator)
+void AuxiliaryWindows::openAdvancedSettings(int position)
 {
+    DmdChan *const demodulator = channel<DmdChan>(position);
+    if (!demodulator)
+        return;
+    const int variant = m_families.hasK3050OrK3060Card ? 1 : 0; // clock phase, not polarity
     open(Advanced + std::size_t(position),
-         [&](bool *isOpen) { return new DmdCtrlWindow(hasClockPhase ? 1 : 0, m_owner, demodulator, isOpen); });
+         [&](bool *isOpen) { return new DmdCtrlWindow(variant, m_owner, demodulator, isOpen); });
 }
 
-void AuxiliaryWindows::openEyeConst(int position, DmdChan *demodulator)
+void AuxiliaryWindows::openEyeConst(int position)
 {
-    open(EyeConst + std::size_t(position),
-         [&](bool *isOpen) { return new EyeConstWindow(m_owner, demodulator, isOpen); });
+    if (auto *const demodulator = channel<DmdChan>(position))
+        open(EyeConst + std::size_t(position),
+             [&](bool *isOpen) { return new EyeConstWindow(m_owner, demodulator, isOpen); });
 }
 
-void AuxiliaryWindows::openTape(TapeChan *tape)
+void AuxiliaryWindows::openTape()
 {
-    open(Tape, [&](bool *isOpen) { return new TapeCtrlWindow(m_owner, tape, isOpen); });
+    if (auto *const tape = channel<TapeChan>(0))
+        open(Tape, [&](bool *isOpen) { return new TapeCtrlWindow(m_owner, tape, isOpen); });
 }
 
 void AuxiliaryWindows::openTmoip(TmoipCard *card)
@@ -129,12 +157,14 @@ void AuxiliaryWindows::openTmoip(TmoipCard *card)
     auto *const window = new tmoipWindow(m_owner, card);
     m_tmoipWindows.append(window);
     prepare(window);
-    window->move(window->pos() + QPoint(offset, offset)); // nobody else sets it off from the one before
+    window->move(window->pos() + QPoint(offset, offset)); // without a window manager it would cover the one before
     present(window);
 }
 
 void AuxiliaryWindows::openCombinerZero(const std::function<void()> &onClosed)
 {
+    if (!channel<CmbrChan>(0))
+        return;
     open(CombinerZeroing, [&](bool *) {
         auto *const window = new CombinerZero(m_owner);
         QObject::connect(window, &CombinerZero::closePressed, m_owner, onClosed);
@@ -146,18 +176,19 @@ void AuxiliaryWindows::endCombinerZero()
 {
     Place &place = m_places[CombinerZeroing];
     if (place.window) {
-        place.window->disconnect(m_owner); // the owner may be gone before it
+        place.window->disconnect(m_owner); // the owner may be deleted before it
         place.window->deleteLater();
         m_owner->activateWindow();
     }
     place = {};
 }
 
-void AuxiliaryWindows::UpdateCmbZero(const CmbrChan &combiner)
+void AuxiliaryWindows::UpdateCmbZero()
 {
     auto *const window = qobject_cast<CombinerZero *>(m_places[CombinerZeroing].window);
     if (!window)
         return;
+    const CmbrChan &combiner = *channel<CmbrChan>(0);
     window->setCh1In(combiner.getAGCCh1In());
     window->setCh1Out(combiner.getAGCCh1Out());
     window->setCh2In(combiner.getAGCCh2In());

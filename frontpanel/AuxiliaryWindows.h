@@ -1,5 +1,7 @@
 #pragma once
 
+#include "inventory/CardFamilies.h"
+
 #include <QList>
 #include <QPointer>
 #include <QWidget>
@@ -7,18 +9,15 @@
 #include <array>
 #include <functional>
 
-class Card;
-class CmbrChan;
-class DmdChan;
+class ChannelDirectory;
 class FocusReturn;
 class SerialPortController;
-class TapeChan;
 class TmoipCard;
 
-/// The windows beside the main window that do not bar it, at most one of each, TMoIP windows aside.
+/// The windows beside the main window that do not block it: at most one of each, except for TMoIP windows.
 ///
-/// Each is a child of the main window. One that is already open comes to the
-/// front instead of opening twice. To add a window, give it a name in the list below and a function that opens it.
+/// Each is a child of the main window. A window that is already open comes to the front instead of opening twice. To
+/// add a window, give it a name in the list below and a function that opens it.
 class AuxiliaryWindows
 {
 public:
@@ -26,29 +25,32 @@ public:
 
     /// @param owner the main window; outlives this, as does its focus return
     AuxiliaryWindows(FocusReturn &focusReturn, QWidget *owner) : m_focusReturn(focusReturn), m_owner(owner) {}
-    /// Deletes the open windows; their flags still live then.
+    /// Deletes the open windows while their flags still exist.
     ~AuxiliaryWindows();
     Q_DISABLE_COPY_MOVE(AuxiliaryWindows)
 
-    void openCards(const QList<Card> &cards);
-    /// @param link the link whose channels are named
-    void openNaming(SerialPortController *link);
-    /// @param position panel of the demodulator, from 0
-    /// @param hasClockPhase whether its card has a clock phase instead of a clock polarity
-    void openAdvancedSettings(int position, bool hasClockPhase, DmdChan *demodulator);
-    void openEyeConst(int position, DmdChan *demodulator);
-    void openTape(TapeChan *tape);
+    /// The chassis that the windows are about. Until then none opens.
+    /// @param link      the link whose cards are listed and whose channels are named; outlives this
+    /// @param directory the channels of that link; outlives this
+    void setChassis(SerialPortController *link, const ChannelDirectory *directory, const CardFamilies &families);
+
+    void openCards();
+    void openNaming();
+    /// @param position of the demodulator, from 0; without one nothing opens
+    void openAdvancedSettings(int position);
+    void openEyeConst(int position);
+    void openTape();
     /// Opens a further window each time.
     void openTmoip(TmoipCard *card);
     /// @param onClosed called once, when the operator closes the window
     void openCombinerZero(const std::function<void()> &onClosed);
-    /// Deletes the window when the event loop comes to it.
+    /// Deletes the window from the event loop.
     void endCombinerZero();
-    /// Marks what all of them show as old, now and until this is called again.
-    /// @param reason shown with the mark; empty takes it off
+    /// Marks what all of them show as stale, until this is called again.
+    /// @param reason shown with the mark; empty removes it
     void setStale(const QString &reason);
-    /// Shows the present levels of @p combiner in the window, if it is open.
-    void UpdateCmbZero(const CmbrChan &combiner);
+    /// Shows the present levels of the combiner in its window, if that is open.
+    void UpdateCmbZero();
 
 private:
     enum Name : std::size_t {
@@ -64,10 +66,10 @@ private:
     struct Place
     {
         QPointer<QWidget> window;
-        bool open = false; ///< cleared by the window when it goes, or by the function that ends it
+        bool open = false; ///< cleared by the window when it is deleted, or by the function that ends it
     };
 
-    /// Shows the window of this name, which @p make creates with the address of its flag unless there is one.
+    /// Shows the window of this name; unless it is open, @p make creates it with the address of its flag.
     template <typename Make>
     void open(std::size_t name, Make make);
     void prepare(QWidget *window);
@@ -75,8 +77,14 @@ private:
     void mark(QWidget *window) const;
     [[nodiscard]] QList<QPointer<QWidget>> windows() const;
 
+    template <typename C>
+    [[nodiscard]] C *channel(int position) const;
+
     FocusReturn &m_focusReturn;
     QWidget *m_owner;
+    SerialPortController *m_link = nullptr;
+    const ChannelDirectory *m_directory = nullptr;
+    CardFamilies m_families;
     std::array<Place, NameCount> m_places;
     QList<QPointer<QWidget>> m_tmoipWindows;
     int m_tmoipOpened = 0;

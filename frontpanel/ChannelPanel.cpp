@@ -12,7 +12,7 @@
 
 namespace {
 
-// Pixels from which on a panel is laid out large. A third of the window's width is too little, whatever the height.
+// Pixels from which a panel is laid out large. A third of the window's width is too little, whatever the height.
 constexpr int kRoomyHeight = 560;
 constexpr int kRoomyWidth = 560;
 constexpr qsizetype kLongestName = 200; // characters; more is cut before it is measured
@@ -35,11 +35,11 @@ QString ChannelPanel::address() const { return m_channel ? m_channel->address() 
 void ChannelPanel::UpdateSetting(const QString &Cmd, const QString &Data)
 {
     if (m_channel->isSetPending(Cmd))
-        return; // a control that is being stepped must not fall back to an earlier step
+        return; // a control that is stepped quickly must not fall back to an earlier step
     const ControlGuard::Scope showing(guard());
     const QWidget *const focused = window()->focusWidget();
-    showSetting(Cmd, Data);
-    if (window()->focusWidget() != focused) // its control went, and the next one would take the keys meant for it
+    m_settings.show(Cmd, Data);
+    if (window()->focusWidget() != focused) // its control is gone; the next one would get the keys meant for it
         focusReturn().giveBack();
 }
 
@@ -59,7 +59,7 @@ void ChannelPanel::resizeEvent(QResizeEvent *event)
     QWidget::resizeEvent(event);
     setRoomy(event->size().height() >= kRoomyHeight && event->size().width() >= kRoomyWidth);
     elideName();
-    // Over the lamps in the head, which are as old as the rest.
+    // Over the lamps in the head, which are stale too.
     constexpr int kMargin = 2;
     constexpr int kHeight = 25;
     const int left = width() * 2 / 5;
@@ -74,7 +74,7 @@ void ChannelPanel::setRoomy(bool roomy)
         return;
     setProperty("roomy", roomy);
     const auto children = findChildren<QWidget *>();
-    for (QWidget *child : children) { // the style sheet's rules about the panel apply to what is in it
+    for (QWidget *child : children) { // rules of the style sheet depend on the panel
         style()->unpolish(child);
         style()->polish(child);
     }

@@ -1,10 +1,7 @@
 #include "frontpanel/CombinerPanel.h"
 
-#include "channels/CmbrChan.h"
-#include "controls/OnOff.h"
 #include "controls/ValueText.h"
 #include "controls/WheelGuard.h"
-#include "controls/WidgetUpdate.h"
 #include "ui_CombinerPanel.h"
 
 #include <QHash>
@@ -13,7 +10,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Shows a state and tells it to a screen reader, which knows the label by its accessible name.
+/// Shows a state, to a screen reader too, which knows the label by its accessible name.
 void showWord(QLabel *label, const QString &word)
 {
     WidgetUpdate::text(label, word);
@@ -23,7 +20,7 @@ void showWord(QLabel *label, const QString &word)
 } // namespace
 
 CombinerPanel::CombinerPanel(int number, const PanelContext &context, QWidget *parent)
-    : ChannelPanel(context, parent)
+    : PanelOf(context, parent)
     , ui(std::make_unique<Ui::CombinerPanel>())
 {
     ui->setupUi(this);
@@ -41,14 +38,14 @@ CombinerPanel::~CombinerPanel() = default;
 
 void CombinerPanel::setChannel(CmbrChan *channel, const CardFamilies &families)
 {
-    m_channel = channel;
     follow(channel);
     {
         const ControlGuard::Scope filling(guard());
         showParts(families);
-        fill();
+        createTable();
+        settings().fill();
+        updateDynamicParams();
     }
-    connectControls();
     show();
 }
 
@@ -67,63 +64,29 @@ void CombinerPanel::showParts(const CardFamilies &families)
         part->hide();
 }
 
-void CombinerPanel::fill()
-{
-    ui->cboIFBW->refill(m_channel->ifBandwidths());
-    ui->cboVideoMode->showPosition(m_channel->getCVMD());
-    ui->cboOutputMode->showPosition(m_channel->getCMOD());
-    ui->cboIFBW->showPosition(m_channel->getIFBW());
-    AGCZerocmb(m_channel->getCHZC());
-    CH1Zero(m_channel->getCHZ1());
-    CH2Zero(m_channel->getCHZ2());
-    SLPAcmb(m_channel->getSLPA());
-    SLPBcmb(m_channel->getSLPB());
-    ui->cboPOLA->showPosition(m_channel->getPOLA());
-    ui->cboPOLB->showPosition(m_channel->getPOLB());
-    showName(ui->groupBoxCmbr, m_channel->getNAME());
-    updateDynamicParams();
-}
-
-void CombinerPanel::connectControls()
-{
-    const auto onIndex = [this](QComboBox *box, void (CombinerPanel::*handler)(int)) {
-        connect(box, &QComboBox::currentIndexChanged, this, handler);
-    };
-    onIndex(ui->cboVideoMode, &CombinerPanel::cboCVMD_currentIndexChanged);
-    onIndex(ui->cboOutputMode, &CombinerPanel::cboCMOD_currentIndexChanged);
-    if (!ui->cboIFBW->isHidden())
-        onIndex(ui->cboIFBW, &CombinerPanel::cboIFBWcmb_currentIndexChanged);
-    onRefilled(ui->cboIFBW, CmbrChan::Commands::IFBW, [this] { ui->cboIFBW->showPosition(m_channel->getIFBW()); });
-    onIndex(ui->cboSLPA, &CombinerPanel::cboSLPAcmb_currentIndexChanged);
-    onIndex(ui->cboSLPB, &CombinerPanel::cboSLPBcmb_currentIndexChanged);
-    onIndex(ui->cboPOLA, &CombinerPanel::cboPOLAcmb_currentIndexChanged);
-    onIndex(ui->cboPOLB, &CombinerPanel::cboPOLBcmb_currentIndexChanged);
-    connect(ui->btnAGCZ, &QPushButton::clicked, this, &CombinerPanel::btnAGCZcmb_clicked);
-    connect(ui->btnCMBZ1, &QPushButton::clicked, this, &CombinerPanel::btnCHZ1_clicked);
-    connect(ui->btnCMBZ2, &QPushButton::clicked, this, &CombinerPanel::btnCHZ2_clicked);
-}
-
-void CombinerPanel::showSetting(const QString &Cmd, const QString &Data)
+void CombinerPanel::createTable()
 {
     using Commands = CmbrChan::Commands;
-    using Show = void (*)(CombinerPanel &, const QString &);
+    using C = CmbrChan;
     using P = CombinerPanel;
-    static const QHash<QString, Show> routes{
-        { Commands::CVMD, [](P &p, const QString &v) { p.ui->cboVideoMode->showPosition(v); } },
-        { Commands::CMOD, [](P &p, const QString &v) { p.ui->cboOutputMode->showPosition(v); } },
-        { Commands::IFLS, [](P &p, const QString &) { p.ui->cboIFBW->refill(p.m_channel->ifBandwidths()); } },
-        { Commands::IFBW, [](P &p, const QString &v) { p.ui->cboIFBW->showPosition(v); } },
-        { Commands::CHZC, [](P &p, const QString &v) { p.AGCZerocmb(v); } },
-        { Commands::CHZ1, [](P &p, const QString &v) { p.CH1Zero(v); } },
-        { Commands::CHZ2, [](P &p, const QString &v) { p.CH2Zero(v); } },
-        { Commands::SLPA, [](P &p, const QString &v) { p.SLPAcmb(v); } },
-        { Commands::SLPB, [](P &p, const QString &v) { p.SLPBcmb(v); } },
-        { Commands::POLA, [](P &p, const QString &v) { p.ui->cboPOLA->showPosition(v); } },
-        { Commands::POLB, [](P &p, const QString &v) { p.ui->cboPOLB->showPosition(v); } },
-        { Commands::NAME, [](P &p, const QString &v) { p.showName(p.ui->groupBoxCmbr, v); } },
-    };
-    if (const Show route = routes.value(Cmd))
-        route(*this, Data);
+    addItems(Commands::IFLS, &C::getIFLS, ui->cboIFBW, &C::ifBandwidths, Commands::IFBW);
+    addChoice(Commands::IFBW, &C::getIFBW, ui->cboIFBW,
+              ui->cboIFBW->isHidden() ? nullptr : &P::cboIFBWcmb_currentIndexChanged);
+    addChoice(Commands::CVMD, &C::getCVMD, ui->cboVideoMode, &P::cboCVMD_currentIndexChanged);
+    addChoice(Commands::CMOD, &C::getCMOD, ui->cboOutputMode, &P::cboCMOD_currentIndexChanged);
+    add(Commands::CHZC, &C::getCHZC, [this](const QString &v) { AGCZerocmb(v); });
+    add(Commands::CHZ1, &C::getCHZ1, [this](const QString &v) { CH1Zero(v); });
+    add(Commands::CHZ2, &C::getCHZ2, [this](const QString &v) { CH2Zero(v); });
+    addChoice(Commands::SLPA, &C::getSLPA, ui->cboSLPA, &P::cboSLPAcmb_currentIndexChanged,
+              [this](const QString &v) { SLPAcmb(v); });
+    addChoice(Commands::SLPB, &C::getSLPB, ui->cboSLPB, &P::cboSLPBcmb_currentIndexChanged,
+              [this](const QString &v) { SLPBcmb(v); });
+    addChoice(Commands::POLA, &C::getPOLA, ui->cboPOLA, &P::cboPOLAcmb_currentIndexChanged);
+    addChoice(Commands::POLB, &C::getPOLB, ui->cboPOLB, &P::cboPOLBcmb_currentIndexChanged);
+    addName(ui->groupBoxCmbr);
+    connect(ui->btnAGCZ, &QPushButton::clicked, this, &P::btnAGCZcmb_clicked);
+    connect(ui->btnCMBZ1, &QPushButton::clicked, this, &P::btnCHZ1_clicked);
+    connect(ui->btnCMBZ2, &QPushButton::clicked, this, &P::btnCHZ2_clicked);
 }
 
 void CombinerPanel::showAgcLevels(bool shown)
@@ -134,37 +97,33 @@ void CombinerPanel::showAgcLevels(bool shown)
 
 // Handlers
 
-void CombinerPanel::cboCVMD_currentIndexChanged(int index) { chooseIndex(m_channel, &CmbrChan::setCVMD, index); }
-
-void CombinerPanel::cboCMOD_currentIndexChanged(int index) { chooseIndex(m_channel, &CmbrChan::setCMOD, index); }
-
-void CombinerPanel::cboIFBWcmb_currentIndexChanged(int index) { chooseIndex(m_channel, &CmbrChan::setIFBW, index); }
-
-void CombinerPanel::cboPOLAcmb_currentIndexChanged(int index) { chooseIndex(m_channel, &CmbrChan::setPOLA, index); }
-
-void CombinerPanel::cboPOLBcmb_currentIndexChanged(int index) { chooseIndex(m_channel, &CmbrChan::setPOLB, index); }
-
 void CombinerPanel::cboSLPAcmb_currentIndexChanged(int index)
 {
-    onOperatorChange([this, value = QString::number(index)] {
-        WidgetUpdate::agcSlope(ui->progBarAGCA, value); // the scale follows at once
-        m_channel->setSLPA(value);
-    });
+    chooseSlope(ui->progBarAGCA, &CmbrChan::setSLPA, index);
 }
 
 void CombinerPanel::cboSLPBcmb_currentIndexChanged(int index)
 {
-    onOperatorChange([this, value = QString::number(index)] {
-        WidgetUpdate::agcSlope(ui->progBarAGCB, value);
-        m_channel->setSLPB(value);
-    });
+    chooseSlope(ui->progBarAGCB, &CmbrChan::setSLPB, index);
 }
 
-void CombinerPanel::btnAGCZcmb_clicked() { toggle(ui->btnAGCZ, m_channel, m_channel->getCHZC(), &CmbrChan::setCHZC); }
+void CombinerPanel::btnAGCZcmb_clicked()
+{
+    toggle(
+        channel()->getCHZC(), [this](const QString &value) { AGCZerocmb(value); }, &CmbrChan::setCHZC);
+}
 
-void CombinerPanel::btnCHZ1_clicked() { toggle(ui->btnCMBZ1, m_channel, m_channel->getCHZ1(), &CmbrChan::setCHZ1); }
+void CombinerPanel::btnCHZ1_clicked()
+{
+    toggle(
+        channel()->getCHZ1(), [this](const QString &value) { CH1Zero(value); }, &CmbrChan::setCHZ1);
+}
 
-void CombinerPanel::btnCHZ2_clicked() { toggle(ui->btnCMBZ2, m_channel, m_channel->getCHZ2(), &CmbrChan::setCHZ2); }
+void CombinerPanel::btnCHZ2_clicked()
+{
+    toggle(
+        channel()->getCHZ2(), [this](const QString &value) { CH2Zero(value); }, &CmbrChan::setCHZ2);
+}
 
 // Display of settings
 
@@ -190,8 +149,8 @@ void CombinerPanel::updateDynamicParams()
 
 void CombinerPanel::UpdateCLCK()
 {
-    const QString locked = m_channel->getCLCK();
-    const QString channels = m_channel->getCLCS();
+    const QString locked = channel()->getCLCK();
+    const QString channels = channel()->getCLCS();
     if (isOn(locked)) {
         if (channels == "0"_L1)
             WidgetUpdate::style(ui->lblCMBstatus, u"background-color: #24d620;"_s);
@@ -211,7 +170,7 @@ void CombinerPanel::UpdateCLCS()
     static const QHash<QString, QString> words{ { u"0"_s, u"Combined"_s },
                                                 { u"1"_s, u"Channel 1"_s },
                                                 { u"2"_s, u"Channel 2"_s } };
-    const QString channels = m_channel->getCLCS();
+    const QString channels = channel()->getCLCS();
     if (const auto word = words.constFind(channels); word != words.constEnd())
         showWord(ui->lblCMBmode, *word);
     else if (!ValueText::isKnown(channels))
@@ -220,10 +179,10 @@ void CombinerPanel::UpdateCLCS()
 
 void CombinerPanel::UpdateAGCAcmb()
 {
-    WidgetUpdate::agcLevel(ui->progBarAGCA, m_channel->getAGCA(), m_channel->getPOLA());
+    WidgetUpdate::agcLevel(ui->progBarAGCA, channel()->getAGCA(), channel()->getPOLA());
 }
 
 void CombinerPanel::UpdateAGCBcmb()
 {
-    WidgetUpdate::agcLevel(ui->progBarAGCB, m_channel->getAGCB(), m_channel->getPOLB());
+    WidgetUpdate::agcLevel(ui->progBarAGCB, channel()->getAGCB(), channel()->getPOLB());
 }

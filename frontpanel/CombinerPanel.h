@@ -1,18 +1,17 @@
 #pragma once
 
-#include "frontpanel/ChannelPanel.h"
+#include "channels/CmbrChan.h"
+#include "frontpanel/PanelOf.h"
 #include "inventory/CardFamilies.h"
 
 #include <memory>
-
-class CmbrChan;
 
 namespace Ui {
 class CombinerPanel;
 }
 
 /// Panel of the combiner channel.
-class CombinerPanel : public ChannelPanel
+class CombinerPanel : public PanelOf<CmbrChan>
 {
     Q_OBJECT
 
@@ -31,22 +30,20 @@ public:
     void updateDynamicParams() override;
 
 private Q_SLOTS:
-    void cboCVMD_currentIndexChanged(int index);
-    void cboCMOD_currentIndexChanged(int index);
-    void cboIFBWcmb_currentIndexChanged(int index);
+    void cboCVMD_currentIndexChanged(int index) { choose(&CmbrChan::setCVMD, index); }
+    void cboCMOD_currentIndexChanged(int index) { choose(&CmbrChan::setCMOD, index); }
+    void cboIFBWcmb_currentIndexChanged(int index) { choose(&CmbrChan::setIFBW, index); }
     void cboSLPAcmb_currentIndexChanged(int index);
     void cboSLPBcmb_currentIndexChanged(int index);
-    void cboPOLAcmb_currentIndexChanged(int index);
-    void cboPOLBcmb_currentIndexChanged(int index);
+    void cboPOLAcmb_currentIndexChanged(int index) { choose(&CmbrChan::setPOLA, index); }
+    void cboPOLBcmb_currentIndexChanged(int index) { choose(&CmbrChan::setPOLB, index); }
     void btnAGCZcmb_clicked();
     void btnCHZ1_clicked();
     void btnCHZ2_clicked();
 
 private:
-    void showSetting(const QString &Cmd, const QString &Data) override;
     void showParts(const CardFamilies &families);
-    void fill();
-    void connectControls();
+    void createTable();
 
     // Display of settings; the values are wire text.
     void AGCZerocmb(const QString &value);
@@ -62,5 +59,4 @@ private:
     void UpdateAGCBcmb();
 
     std::unique_ptr<Ui::CombinerPanel> ui;
-    CmbrChan *m_channel = nullptr;
 };

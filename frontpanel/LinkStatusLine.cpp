@@ -34,7 +34,7 @@ QString nameOf(SerialPortController::PORT_TYPE type)
     Q_UNREACHABLE();
 }
 
-/// Colours a word that tells of trouble.
+/// Colours a word about a fault.
 void markTrouble(QLabel *label, bool trouble)
 {
     if (label->property("trouble").toBool() == trouble)
@@ -44,7 +44,7 @@ void markTrouble(QLabel *label, bool trouble)
     label->style()->polish(label);
 }
 
-/// Why the chassis' values may be old; empty if they are not.
+/// Why the chassis' values may be stale; empty if they are not.
 QString troubleOf(const LinkStatus &status)
 {
     switch (status.state) {
@@ -62,7 +62,7 @@ QString troubleOf(const LinkStatus &status)
     return status.isSilent() ? u"chassis silent"_s : QString();
 }
 
-/// Whether the head itself makes this request of the system, and no operator or client.
+/// Whether this request comes from the head itself, not from operator or client.
 bool isOwnRequest(const QString &mnemonic)
 {
     using Commands = UniversalChan::Commands;
@@ -88,10 +88,10 @@ LinkStatusLine::LinkStatusLine(QWidget *parent)
     m_progress->setFormat(u"%v of %m"_s);
     m_progress->hide();
     addWidget(m_progress);
-    m_failure->setTextFormat(Qt::PlainText); // it shows mnemonics that a client has made up
+    m_failure->setTextFormat(Qt::PlainText); // it shows mnemonics that come from a client
     m_failure->hide();
     addWidget(m_failure);
-    // Takes what room there is, and never pushes the window beyond the screen.
+    // Takes the remaining width, and never makes the window wider than the screen.
     m_messages->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     m_messages->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     addWidget(m_messages, 1);

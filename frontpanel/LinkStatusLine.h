@@ -10,8 +10,8 @@ class QLabel;
 class QProgressBar;
 class SerialPortController;
 
-/// The line at the foot of the main window: how each serial link fares, in words, how old the last message of the
-/// chassis is, what went unanswered or was refused, and for a while the change that came to nothing last.
+/// The line at the foot of the main window: the state of each serial link in words, the age of the last message from
+/// the chassis, the counts of time-outs and refusals, and for a while the last change that failed.
 class LinkStatusLine : public QStatusBar
 {
     Q_OBJECT
@@ -19,14 +19,14 @@ class LinkStatusLine : public QStatusBar
 public:
     explicit LinkStatusLine(QWidget *parent = nullptr);
 
-    /// Shows one more link. The first one is the chassis' own, whose messages are counted.
-    /// @param link outlives this line, or goes with the application
+    /// Adds a link. The first one is the command link, whose messages are counted.
+    /// @param link outlives this line, or ends with the application
     void addLink(const SerialPortController *link);
-    /// Shows the links as they are now; twice a second by itself.
+    /// Shows the present state of the links; runs twice a second by itself.
     void refresh();
-    /// Why what the panels show may be old; empty while the chassis is there and has told its settings.
+    /// Why the panels may show stale values; empty while the chassis is live.
     [[nodiscard]] const QString &trouble() const { return m_trouble; }
-    /// Tells beside the remote link whether a client is there.
+    /// Shows beside the remote link whether a client is present.
     void setClientPresent(bool present) { m_isClientPresent = present; }
 
 Q_SIGNALS:

@@ -2,8 +2,8 @@
 
 #include "channels/UniversalChan.h"
 #include "controls/FocusReturn.h"
-#include "dialogs/PresetLoad.h"
-#include "dialogs/PresetSave.h"
+#include "dialogs/presets/PresetLoad.h"
+#include "dialogs/presets/PresetSave.h"
 #include "head/SerialPortController.h"
 
 PresetMenu::PresetMenu(FocusReturn &focusReturn, QWidget *window)
@@ -13,14 +13,14 @@ PresetMenu::PresetMenu(FocusReturn &focusReturn, QWidget *window)
 {
     m_patience.setSingleShot(true);
     m_patience.setInterval(kLongestWaitMs);
-    // Or a choice that a silent link never answered would meet the list of a much later one.
+    // Else a choice on a silent link would be served by the list of a much later query.
     QObject::connect(&m_patience, &QTimer::timeout, &m_patience, [this] { forgetChoices(); });
 }
 
 void PresetMenu::setLink(SerialPortController *link)
 {
     m_link = link;
-    // Queued like the lists, so that outcomes come in the order of the requests.
+    // Queued like the lists, so that outcomes arrive in the order of the queries.
     QObject::connect(
         link, &SerialPortController::RequestFailed, &m_patience,
         [this](const QString &, const QString &mnemonic) {
@@ -46,7 +46,7 @@ void PresetMenu::forgetChoices()
     m_patience.stop();
 }
 
-/// The oldest request has its outcome, and the choice that made it is over.
+/// The oldest query has its outcome, which ends the choice behind it.
 void PresetMenu::endRequest()
 {
     if (!m_asked.isEmpty())
@@ -56,7 +56,7 @@ void PresetMenu::endRequest()
 void PresetMenu::takeList(const QString &list)
 {
     m_presetNames = list.split(u' ');
-    m_presetNames.removeLast(); // every name is followed by a blank, so the last part is not one
+    m_presetNames.removeLast(); // every name is followed by a blank, so the last part is empty
     const bool load = LoadPresetPending();
     const bool save = SavePresetPending();
     forgetChoices();

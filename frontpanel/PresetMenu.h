@@ -8,11 +8,11 @@ class FocusReturn;
 class QWidget;
 class SerialPortController;
 
-/// The menu "Presets": asks the chassis for the list of its presets and opens the dialog that the operator waits for.
+/// The menu "Presets": queries the chassis' list of presets and opens the dialog that the operator has chosen.
 class PresetMenu
 {
 public:
-    /// How long the operator waits for the list; one that comes later opens nothing.
+    /// A list that arrives later opens no dialog.
     static constexpr int kLongestWaitMs = 10'000;
 
     /// @param window the parent of the dialogs; both outlive the menu
@@ -24,8 +24,8 @@ public:
     void load() { choose(Choice::Load); }
     void save() { choose(Choice::Save); }
 
-    /// Takes the chassis' list, each name followed by a blank. Returns when the dialog it may open has closed; one
-    /// that comes meanwhile opens no second dialog.
+    /// Handles the chassis' list, each name followed by a blank. Returns when the dialog that it may open has closed; a
+    /// list that arrives meanwhile opens no second dialog.
     void takeList(const QString &list);
 
     [[nodiscard]] const QStringList &PresetNames() const { return m_presetNames; }
@@ -33,9 +33,9 @@ public:
     [[nodiscard]] bool SavePresetPending() const { return m_asked.contains(Choice::Save); }
 
 private:
-    /// What the operator wants of a list that is asked for.
+    /// Which dialog a queried list opens.
     enum class Choice {
-        Nothing, ///< any more
+        Nothing,
         Load,
         Save,
     };
@@ -50,7 +50,7 @@ private:
     QWidget *m_window;
     SerialPortController *m_link = nullptr;
     QStringList m_presetNames; ///< of the last list
-    QList<Choice> m_asked;     ///< one for each request without an outcome, the oldest first
+    QList<Choice> m_asked;     ///< one for each query without an outcome, the oldest first
     bool m_dialogOpen = false;
     QTimer m_patience;
 };

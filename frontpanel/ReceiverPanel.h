@@ -1,18 +1,20 @@
 #pragma once
 
-#include "frontpanel/ChannelPanel.h"
+#include "channels/RcvrChan.h"
+#include "controls/EntryField.h"
+#include "frontpanel/FrequencyEntry.h"
+#include "frontpanel/OffsetDisplay.h"
+#include "frontpanel/PanelOf.h"
+#include "frontpanel/SignalDisplay.h"
 
 #include <memory>
-#include <optional>
-
-class RcvrChan;
 
 namespace Ui {
 class ReceiverPanel;
 }
 
 /// Panel of one receiver channel.
-class ReceiverPanel : public ChannelPanel
+class ReceiverPanel : public PanelOf<RcvrChan>
 {
     Q_OBJECT
 
@@ -40,53 +42,46 @@ Q_SIGNALS:
 
 private Q_SLOTS:
     void doubleSpinBoxFREQ_valueChanged(const QString &text);
-    void cboIFBW_currentIndexChanged(int index);
+    void cboIFBW_currentIndexChanged(int index) { choose(&RcvrChan::setIFBW, index); }
     void btnAGCF_clicked();
     void btnAGCZ_clicked();
     void cboSLPA_currentIndexChanged(int index);
     void cboSLPB_currentIndexChanged(int index);
-    void cboPOLA_currentIndexChanged(int index);
-    void cboPOLB_currentIndexChanged(int index);
-    void cboAGCT_currentIndexChanged(int index);
+    void cboPOLA_currentIndexChanged(int index) { choose(&RcvrChan::setPOLA, index); }
+    void cboPOLB_currentIndexChanged(int index) { choose(&RcvrChan::setPOLB, index); }
+    void cboAGCT_currentIndexChanged(int index) { choose(&RcvrChan::setAGCT, index); }
     void cboAFC_currentIndexChanged(int index);
     void sldrAFCM_valueChanged(int value);
-    void cboCAMP_currentIndexChanged(int index);
-    void cboPLYB_currentIndexChanged(int index);
+    void cboCAMP_currentIndexChanged(int index) { choose(&RcvrChan::setCAMP, index); }
+    void cboPLYB_currentIndexChanged(int index) { choose(&RcvrChan::setPLYB, index); }
     void lineANCF_returnPressed();
-    void lineANCF_textEdited();
+    void lineANCF_textEdited() { focusReturn().start(); }
     void chkboxACFE_released();
 
 private:
-    void showSetting(const QString &Cmd, const QString &Data) override;
-    void fill();
+    void createTable();
     void connectControls();
 
     // Display of settings; the values are wire text.
-    void showFrequency(const QString &FREQ);
-    void showManualOffset(const QString &AFCM);
     void AGCFreeze(const QString &value);
     void AGCZero(const QString &value);
     void SLPA(const QString &value);
     void SLPB(const QString &value);
     void AFC(const QString &value);
-    void showAfcMode(const QString &AFC);
     void TapePlayback(const QString &value);
     void DisplayAntennaCF(const QString &ACFE, const QString &ANCF);
-    void showSignalReference(const QString &ACFE);
-    void showReference(const QString &text, const QString &style);
 
     // Display of status values
     void UpdateSYNL();
-    void UpdateMAFL();
-    void UpdateRLST();
-    void UpdateSSLV();
+    void UpdateMAFL() { m_offset.showLoopLock(channel()->getAFC(), channel()->getMAFL()); }
+    void UpdateRLST() { m_offset.showStress(channel()->getAFC(), channel()->getRLST()); }
+    void UpdateSSLV() { m_signal.showLevel(channel()->getAGCZ(), channel()->getSSLV()); }
     void UpdateAGCA();
     void UpdateAGCB();
 
-    [[nodiscard]] bool isTunable(double frequency) const;
-    [[nodiscard]] std::optional<double> beyondRangeEdge(double frequency) const;
-    void refuseFrequency(double frequency);
-
     std::unique_ptr<Ui::ReceiverPanel> ui;
-    RcvrChan *m_channel = nullptr;
+    OffsetDisplay m_offset;
+    SignalDisplay m_signal;
+    FrequencyEntry m_frequency;
+    EntryField m_antennaFactor;
 };

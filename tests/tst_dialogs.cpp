@@ -2,11 +2,11 @@
 #include "support/WindowBench.h"
 
 #include "controls/FocusReturn.h"
-#include "dialogs/CardConfigWindow.h"
-#include "dialogs/CombinerZero.h"
-#include "dialogs/PresetDialog.h"
-#include "dialogs/QListWidgetPresets.h"
-#include "dialogs/SysChanNamingWindow.h"
+#include "controls/QListWidgetPresets.h"
+#include "dialogs/presets/PresetDialog.h"
+#include "dialogs/system/CardConfigWindow.h"
+#include "dialogs/system/CombinerZero.h"
+#include "dialogs/system/SysChanNamingWindow.h"
 
 #include <QtTest>
 #include <QtWidgets>

@@ -3,10 +3,10 @@
 #include "support/WindowBench.h"
 
 #include "controls/FocusReturn.h"
-#include "dialogs/TapeCtrlWindow.h"
-#include "dialogs/ledSquare.h"
-#include "dialogs/ledwidget.h"
-#include "dialogs/tmoipWindow.h"
+#include "dialogs/system/TapeCtrlWindow.h"
+#include "dialogs/tmoip/ledSquare.h"
+#include "dialogs/tmoip/ledwidget.h"
+#include "dialogs/tmoip/tmoipWindow.h"
 
 #include <QtTest>
 #include <QtWidgets>

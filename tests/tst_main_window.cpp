@@ -2,8 +2,8 @@
 #include "channels/SpectralChan.h"
 #include "channels/UniversalChan.h"
 #include "controls/FocusReturn.h"
-#include "dialogs/CardConfigWindow.h"
-#include "dialogs/SysChanNamingWindow.h"
+#include "dialogs/system/CardConfigWindow.h"
+#include "dialogs/system/SysChanNamingWindow.h"
 #include "support/Wait.h"
 #include "support/WindowBench.h"
 

@@ -1,6 +1,6 @@
 #include "support/LiveHead.h"
 
-#include "dialogs/DmdCtrlWindow.h"
+#include "dialogs/demodulator/DmdCtrlWindow.h"
 #include "head/LinkStatus.h"
 #include "support/Wait.h"
 

@@ -1,6 +1,6 @@
 #include "tools/monkey/PanelMonkey.h"
 
-#include "dialogs/DmdCtrlWindow.h"
+#include "dialogs/demodulator/DmdCtrlWindow.h"
 #include "support/LiveHead.h"
 
 #include <QAbstractSpinBox>

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "dialogs/tmoip/LedIndicator.h"
+
+/// A square lamp.
+class ledSquare : public LedIndicator
+{
+    Q_OBJECT
+
+public:
+    explicit ledSquare(QWidget *parent = nullptr);
+};
