@@ -1,9 +1,9 @@
-#include "Chassis.h"
-#include "Console.h"
-#include "Family.h"
-#include "LineReader.h"
-#include "Options.h"
-#include "Script.h"
+#include "simulator/chassis/Chassis.h"
+#include "simulator/chassis/Family.h"
+#include "simulator/console/Console.h"
+#include "simulator/console/LineReader.h"
+#include "simulator/console/Options.h"
+#include "simulator/console/Script.h"
 
 #include <QCoreApplication>
 #include <QSocketNotifier>
@@ -51,29 +51,29 @@ int takeEndSignals()
 int main(int argc, char *argv[])
 {
     QCoreApplication application(argc, argv);
-    Options options;
+    sim::Options options;
     const int exitCode = options.read(QCoreApplication::arguments());
     if (exitCode >= 0)
         return exitCode;
 
     QString error;
-    Script script;
+    sim::Script script;
     if (!options.scriptFile.isEmpty() && !script.load(options.scriptFile, error))
         return fail(error);
-    const auto family = Family::load(options.family, error);
+    const auto family = sim::Family::load(options.family, error);
     if (!family)
         return fail(error);
 
     QSocketNotifier endNotifier(takeEndSignals(), QSocketNotifier::Read);
     QObject::connect(&endNotifier, &QSocketNotifier::activated, &application, &QCoreApplication::quit);
-    Chassis chassis(options.setup);
-    Console console(chassis);
+    sim::Chassis chassis(options.setup);
+    sim::Console console(chassis);
     const auto execute = [&console](const QByteArray &line) {
         say(console.execute(line));
         if (console.wantsQuit())
             QCoreApplication::quit();
     };
-    QObject::connect(&chassis, &Chassis::stepped, &application, [&script, &execute](double seconds) {
+    QObject::connect(&chassis, &sim::Chassis::stepped, &application, [&script, &execute](double seconds) {
         for (const QByteArray &order : script.takeDue(seconds))
             execute(order);
     });
@@ -82,11 +82,11 @@ int main(int argc, char *argv[])
         if (const QString problem = chassis.takeFileProblem(); !problem.isEmpty())
             endCode = fail(problem, kFileLost);
     };
-    QObject::connect(&chassis, &Chassis::stepped, &application, tellFileProblem);
+    QObject::connect(&chassis, &sim::Chassis::stepped, &application, tellFileProblem);
     if (!chassis.start(*family, error))
         return fail(error);
-    LineReader input;
-    QObject::connect(&input, &LineReader::lineRead, &application, execute);
+    sim::LineReader input;
+    QObject::connect(&input, &sim::LineReader::lineRead, &application, execute);
     say("ready " + family->title.toUtf8());
     QCoreApplication::exec();
     tellFileProblem();

@@ -1,0 +1,78 @@
+#pragma once
+
+#include <QByteArray>
+#include <QList>
+#include <QRandomGenerator>
+
+namespace sim {
+
+/// The faults ordered from the console: which requests are refused or ignored, which answers are lost or late, and
+/// which messages are damaged on their way out. Where chance decides, it follows from the seed.
+class FaultRules
+{
+public:
+    /// Which requests a rule is for; an empty part matches everything.
+    struct Target
+    {
+        QByteArray address;
+        QByteArray mnemonic;
+        [[nodiscard]] bool matches(const QByteArray &toAddress, const QByteArray &toMnemonic) const;
+    };
+    /// Lose: the request is carried out, and its answer does not arrive.
+    enum class Fault { Refuse, Ignore, Lose };
+    static constexpr int kEvery = -1; ///< as a count: until cancelled
+    static constexpr int kAll = 100;  ///< percent
+    /// How many of those that match suffer.
+    struct Share
+    {
+        int count = kEvery;
+        int percent = kAll;
+        int skipped = 0; ///< how many are spared first
+    };
+    struct Range
+    {
+        int least = 0;
+        int most = 0;
+    };
+
+    explicit FaultRules(quint32 seed) : m_random(seed) {}
+
+    /// From now on, `share` of the requests that match suffer `fault`.
+    void add(Fault fault, const Target &target, const Share &share);
+    void cancel(Fault fault);
+    /// From now on, `percent` of the answers to matching requests come late by some time in the range `ms`.
+    void delay(const Range &ms, const Target &target, int percent);
+    void cancelDelays() { m_delays.clear(); }
+    /// The next `count` messages sent are damaged.
+    void garble(int count) { m_garbleLeft = count; }
+
+    /// Whether this request suffers `fault`; uses up one of its count.
+    [[nodiscard]] bool strikes(Fault fault, const QByteArray &address, const QByteArray &mnemonic);
+    /// How late the answer to this request comes, in milliseconds.
+    [[nodiscard]] int delayMs(const QByteArray &address, const QByteArray &mnemonic);
+    /// `frame` (with start and end byte) as it shall go out.
+    [[nodiscard]] QByteArray onTheWire(QByteArray frame);
+
+private:
+    struct Rule
+    {
+        Fault fault;
+        Target target;
+        Share left;
+    };
+    struct Delay
+    {
+        Target target;
+        Range ms;
+        int percent;
+    };
+
+    [[nodiscard]] bool happens(int percent);
+
+    QList<Rule> m_rules;
+    QList<Delay> m_delays;
+    int m_garbleLeft = 0;
+    QRandomGenerator m_random;
+};
+
+} // namespace sim

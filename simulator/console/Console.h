@@ -1,0 +1,75 @@
+#pragma once
+
+#include "simulator/chassis/FaultRules.h"
+
+#include <QByteArray>
+#include <QByteArrayList>
+
+#include <string_view>
+
+namespace sim {
+
+class Chassis;
+
+/// The orders an operator or a test gives a running chassis: faults, changes, cables. Each order is one line and gets
+/// one line back, "ok ..." or "error: ...".
+class Console
+{
+public:
+    /// `chassis` must outlive the console.
+    explicit Console(Chassis &chassis) : m_chassis(chassis) {}
+
+    /// Carries out one line.
+    [[nodiscard]] QByteArray execute(const QByteArray &line);
+    /// Whether an order ended the simulation.
+    [[nodiscard]] bool wantsQuit() const { return m_wantsQuit; }
+    /// All orders with their usage, for a help text.
+    [[nodiscard]] static QByteArray overview();
+
+private:
+    /// A line in words, and as text from some word on.
+    struct Order
+    {
+        QByteArray line;
+        QByteArrayList words;
+        [[nodiscard]] QByteArray word(qsizetype index) const { return words.value(index); }
+        [[nodiscard]] QByteArray tail(qsizetype from) const;
+    };
+    struct Command
+    {
+        std::string_view name;
+        std::string_view usage;
+        std::string_view purpose;
+        int fewest; ///< words after the name
+        int most;
+        QByteArray (Console::*run)(const Order &order);
+    };
+    static const Command kCommands[];
+
+    QByteArray refuse(const Order &order);
+    QByteArray silent(const Order &order);
+    QByteArray lose(const Order &order);
+    QByteArray delay(const Order &order);
+    QByteArray garble(const Order &order);
+    QByteArray flood(const Order &order);
+    QByteArray send(const Order &order);
+    QByteArray raw(const Order &order);
+    QByteArray set(const Order &order);
+    QByteArray values(const Order &order);
+    QByteArray signal(const Order &order);
+    QByteArray unplug(const Order &order);
+    QByteArray plug(const Order &order);
+    QByteArray powerCycle(const Order &order);
+    QByteArray reconfigure(const Order &order);
+    QByteArray show(const Order &order);
+    QByteArray help(const Order &order);
+    QByteArray quit(const Order &order);
+
+    QByteArray addRule(FaultRules::Fault fault, const Order &order);
+    QByteArray setPlugged(const Order &order, bool plugged);
+
+    Chassis &m_chassis;
+    bool m_wantsQuit = false;
+};
+
+} // namespace sim

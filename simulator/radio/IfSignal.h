@@ -1,0 +1,14 @@
+#pragma once
+
+namespace sim {
+
+/// A carrier as a receiver or the combiner hands it on to a demodulator.
+struct IfSignal
+{
+    double offset = 0;        ///< kHz above the tuned frequency
+    double noiseDistance = 0; ///< dBHz, carrier power over the noise in 1 Hz
+    int mode = -1;            ///< code of its modulation; negative: none that a demodulator knows
+    double rate = 0;          ///< bits a second
+};
+
+} // namespace sim

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QRandomGenerator>
+
+namespace sim {
+
+/// A stream of normally distributed chance.
+class Noise
+{
+public:
+    explicit Noise(quint32 seed) : m_random(seed) {}
+
+    /// Standard deviation 1.
+    [[nodiscard]] double gaussian();
+    [[nodiscard]] QRandomGenerator &random() { return m_random; }
+
+    /// One step of a random walk that returns to 0 and has standard deviation 1 in the long run; `noise` is one
+    /// gaussian draw, `correlation` the seconds it remembers.
+    [[nodiscard]] static double wander(double value, double noise, double seconds, double correlation);
+
+private:
+    QRandomGenerator m_random;
+};
+
+} // namespace sim

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "simulator/radio/Tuner.h"
+#include "simulator/units/ChannelUnit.h"
+
+namespace sim {
+
+/// The tape interface, "T1". Its tape always runs: receivers that are switched to playback hear one steady carrier.
+class TapeUnit : public ChannelUnit
+{
+    Q_OBJECT
+
+public:
+    explicit TapeUnit(QObject *parent = nullptr);
+
+    /// What it plays into receiver `number`, 1 or 2, at the gain that is set.
+    [[nodiscard]] Tuner::Playback playback(int number) const;
+};
+
+} // namespace sim
