@@ -1,18 +1,15 @@
 #include "simulator/chassis/Chassis.h"
 #include "simulator/chassis/Family.h"
 #include "simulator/console/Console.h"
+#include "simulator/console/EndSignals.h"
 #include "simulator/console/LineReader.h"
 #include "simulator/console/Options.h"
 #include "simulator/console/Script.h"
 
 #include <QCoreApplication>
-#include <QSocketNotifier>
 
 #include <csignal>
 #include <cstdio>
-
-#include <sys/signalfd.h>
-#include <unistd.h>
 
 namespace {
 
@@ -31,19 +28,12 @@ void say(const QByteArray &line)
     std::fflush(stdout);
 }
 
-/// Turns the signals that end a program into something readable, so that the links are removed on the way out.
-int takeEndSignals()
+/// A reader of standard output that has gone, a terminal that belongs to another job, or a file that has reached its
+/// limit is an error of that one write or read; none of them ends the simulator.
+void ignoreFileSignals()
 {
-    sigset_t endSignals;
-    sigemptyset(&endSignals);
-    sigaddset(&endSignals, SIGINT);
-    sigaddset(&endSignals, SIGTERM);
-    sigprocmask(SIG_BLOCK, &endSignals, nullptr);
-    // A reader of standard output that goes away, or a terminal that is not ours to read, ends nothing.
-    std::signal(SIGPIPE, SIG_IGN);
-    std::signal(SIGTTIN, SIG_IGN);
-    std::signal(SIGXFSZ, SIG_IGN); // nor does a file that has reached its limit
-    return signalfd(-1, &endSignals, SFD_CLOEXEC);
+    for (const int number : { SIGPIPE, SIGTTIN, SIGXFSZ })
+        std::signal(number, SIG_IGN);
 }
 
 } // namespace
@@ -64,8 +54,9 @@ int main(int argc, char *argv[])
     if (!family)
         return fail(error);
 
-    QSocketNotifier endNotifier(takeEndSignals(), QSocketNotifier::Read);
-    QObject::connect(&endNotifier, &QSocketNotifier::activated, &application, &QCoreApplication::quit);
+    ignoreFileSignals();
+    const sim::EndSignals endSignals;
+    QObject::connect(&endSignals, &sim::EndSignals::received, &application, &QCoreApplication::quit);
     sim::Chassis chassis(options.setup);
     sim::Console console(chassis);
     const auto execute = [&console](const QByteArray &line) {
