@@ -1,21 +1,21 @@
 #include "simulator/chassis/CommandPort.h"
 
+#include "simulator/chassis/UnitSet.h"
 #include "simulator/links/Link.h"
 #include "simulator/links/Trace.h"
-#include "simulator/units/Unit.h"
 
 #include <algorithm>
 
 namespace sim {
 
 namespace {
-const QByteArray kAcknowledged(1, Wire::kAck);
 const QByteArray kRefused(1, Wire::kNak);
 } // namespace
 
-CommandPort::CommandPort(Link &link, FaultRules &faults, Trace &trace, QObject *parent)
+CommandPort::CommandPort(Link &link, const UnitSet &units, FaultRules &faults, Trace &trace, QObject *parent)
     : QObject(parent)
     , m_link(link)
+    , m_units(units)
     , m_faults(faults)
     , m_trace(trace)
 {
@@ -24,28 +24,10 @@ CommandPort::CommandPort(Link &link, FaultRules &faults, Trace &trace, QObject *
         m_cutter.reset();
         m_lateAnswers.clear();
     });
-}
-
-bool CommandPort::addUnit(Unit *unit, const QJsonObject &values, QString &error)
-{
-    m_units.append(unit);
-    connect(unit, &Unit::reported, this, [this, unit](const QByteArray &text) {
-        if (m_awake && unit->isFitted())
+    connect(&units, &UnitSet::reported, this, [this](const QByteArray &text) {
+        if (m_awake)
             sendText(text);
     });
-    const QByteArray refused = unit->initialise(values);
-    if (!refused.isEmpty())
-        error = QString::fromUtf8("family: " + unit->address() + " does not take the value of " + refused);
-    return refused.isEmpty();
-}
-
-Unit *CommandPort::unit(const QByteArray &address) const
-{
-    for (Unit *unit : m_units) {
-        if (unit->address() == address && unit->isFitted())
-            return unit;
-    }
-    return nullptr;
 }
 
 void CommandPort::setAwake(bool awake)
@@ -101,14 +83,13 @@ void CommandPort::handleRequest(const QByteArray &text)
     if (first < 0)
         return;
     const qsizetype second = text.indexOf(':', first + 1);
-    const bool hasData = second >= 0;
     const QByteArray address = text.left(first);
-    const QByteArray mnemonic = text.mid(first + 1, hasData ? second - first - 1 : -1);
-    const QByteArray data = hasData ? text.mid(second + 1) : QByteArray();
+    const QByteArray mnemonic = text.sliced(first + 1, (second < 0 ? text.size() : second) - first - 1);
+    const auto data = second < 0 ? std::nullopt : std::optional(text.sliced(second + 1));
     if (m_faults.strikes(FaultRules::Fault::Ignore, address, mnemonic))
         return;
     const bool refused = m_faults.strikes(FaultRules::Fault::Refuse, address, mnemonic);
-    const QByteArray answer = refused ? kRefused : answerTo(address, mnemonic, hasData ? &data : nullptr);
+    const QByteArray answer = refused ? kRefused : m_units.answer(address, mnemonic, data);
     if (answer.isEmpty() || m_faults.strikes(FaultRules::Fault::Lose, address, mnemonic))
         return;
     const int late = m_faults.delayMs(address, mnemonic);
@@ -116,18 +97,6 @@ void CommandPort::handleRequest(const QByteArray &text)
         m_lateAnswers.append({ late, answer });
     else
         sendText(answer);
-}
-
-QByteArray CommandPort::answerTo(const QByteArray &address, const QByteArray &mnemonic, const QByteArray *data)
-{
-    Unit *const target = unit(address);
-    const auto found = target && data ? target->lookUp(mnemonic, *data) : std::nullopt;
-    if (found)
-        return address + ':' + mnemonic + ':' + *found;
-    if (data)
-        return target && !data->isEmpty() && target->set(mnemonic, *data) ? kAcknowledged : kRefused;
-    // A card without an answer stays silent, the client's time-out is what ends the query.
-    return target && target->query(mnemonic) ? target->reply(mnemonic) : QByteArray();
 }
 
 } // namespace sim

@@ -10,7 +10,7 @@ namespace sim {
 
 class Link;
 class Trace;
-class Unit;
+class UnitSet;
 
 /// The chassis' side of the standard protocol on one link: requests in, answers and unprompted messages out.
 class CommandPort : public QObject
@@ -18,15 +18,8 @@ class CommandPort : public QObject
     Q_OBJECT
 
 public:
-    /// All of these must outlive the port.
-    CommandPort(Link &link, FaultRules &faults, Trace &trace, QObject *parent = nullptr);
-
-    /// Adds a unit that answers here, with its start values; its reports go out on this port. Units are not owned.
-    /// False with `error` set if it does not take the values.
-    [[nodiscard]] bool addUnit(Unit *unit, const QJsonObject &values, QString &error);
-    [[nodiscard]] const QList<Unit *> &units() const { return m_units; }
-    /// Null if there is no such address, or no card behind it.
-    [[nodiscard]] Unit *unit(const QByteArray &address) const;
+    /// All of these must outlive the port. What the units report goes out here.
+    CommandPort(Link &link, const UnitSet &units, FaultRules &faults, Trace &trace, QObject *parent = nullptr);
 
     /// A chassis that boots neither listens nor speaks.
     void setAwake(bool awake);
@@ -48,14 +41,12 @@ private:
 
     void receive(const QByteArray &bytes);
     void handleRequest(const QByteArray &text);
-    /// The answer's text; empty for none.
-    [[nodiscard]] QByteArray answerTo(const QByteArray &address, const QByteArray &mnemonic, const QByteArray *data);
 
     Link &m_link;
+    const UnitSet &m_units;
     FaultRules &m_faults;
     Trace &m_trace;
     FrameCutter m_cutter;
-    QList<Unit *> m_units;
     QList<LateAnswer> m_lateAnswers;
     bool m_awake = false;
 };

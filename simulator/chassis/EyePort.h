@@ -16,8 +16,8 @@ public:
     /// `link` must outlive the port.
     EyePort(Link &link, quint32 seed) : m_link(link), m_sampler(seed) {}
 
-    /// Not owned.
-    void addDemodulator(const DemodulatorUnit *demodulator) { m_demodulators.append(demodulator); }
+    /// Whose output it sends. Not owned.
+    void setDemodulators(const QList<const DemodulatorUnit *> &demodulators) { m_demodulators = demodulators; }
     /// Keeps the line busy for one step ahead while any demodulator has its output on; to be called every step.
     void step();
 

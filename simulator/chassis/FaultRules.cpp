@@ -4,6 +4,12 @@
 
 namespace sim {
 
+FaultRules::Target FaultRules::Target::read(const QByteArray &text)
+{
+    const qsizetype colon = text.indexOf(':');
+    return colon < 0 ? Target{ text, {} } : Target{ text.left(colon), text.mid(colon + 1) };
+}
+
 bool FaultRules::Target::matches(const QByteArray &toAddress, const QByteArray &toMnemonic) const
 {
     return (address.isEmpty() || address == toAddress) && (mnemonic.isEmpty() || mnemonic == toMnemonic);

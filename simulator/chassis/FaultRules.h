@@ -16,12 +16,15 @@ public:
     {
         QByteArray address;
         QByteArray mnemonic;
+        /// From "R1:FREQ", "R1", or nothing for every request.
+        [[nodiscard]] static Target read(const QByteArray &text);
         [[nodiscard]] bool matches(const QByteArray &toAddress, const QByteArray &toMnemonic) const;
     };
     /// Lose: the request is carried out, and its answer does not arrive.
     enum class Fault { Refuse, Ignore, Lose };
     static constexpr int kEvery = -1; ///< as a count: until cancelled
     static constexpr int kAll = 100;  ///< percent
+    static constexpr int kLongestDelayMs = 600'000;
     /// How many of those that match suffer.
     struct Share
     {

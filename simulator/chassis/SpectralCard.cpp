@@ -31,14 +31,13 @@ bool SpectralCard::build(const QJsonObject &family, quint32 seed, QString &error
 
 bool SpectralCard::add(Unit *unit, const QJsonObject &family, QString &error)
 {
-    return m_port.addUnit(unit, family.value(QString::fromLatin1(unit->address())).toObject(), error);
+    return m_units.add(unit, family.value(QString::fromLatin1(unit->address())).toObject(), error);
 }
 
 void SpectralCard::powerOff()
 {
     m_port.setAwake(false);
-    for (Unit *unit : m_port.units())
-        unit->loseVolatileState();
+    m_units.loseVolatileState();
 }
 
 void SpectralCard::step(qint64 count, int ms, const RadioScene &scene, const SpectralUnit::Tuning &tuning)

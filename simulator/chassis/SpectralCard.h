@@ -1,6 +1,7 @@
 #pragma once
 
 #include "simulator/chassis/CommandPort.h"
+#include "simulator/chassis/UnitSet.h"
 #include "simulator/units/SelfTestUnit.h"
 #include "simulator/units/SpectralSystemUnit.h"
 #include "simulator/units/SpectralUnit.h"
@@ -16,12 +17,13 @@ class SpectralCard
 {
 public:
     /// All of these must outlive the card.
-    SpectralCard(Link &link, FaultRules &faults, Trace &trace) : m_link(link), m_port(link, faults, trace) {}
+    SpectralCard(Link &link, FaultRules &faults, Trace &trace) : m_link(link), m_port(link, m_units, faults, trace) {}
 
     /// `family` holds start values by unit address, "U0" with the card list among them. False with `error` set if a
     /// unit does not take them.
     [[nodiscard]] bool build(const QJsonObject &family, quint32 seed, QString &error);
-    [[nodiscard]] CommandPort &port() { return m_port; }
+    [[nodiscard]] const UnitSet &units() const { return m_units; }
+    void powerOn() { m_port.setAwake(true); }
     /// Silent at once, and what a power cut takes is gone.
     void powerOff();
     /// Passes one step of simulated time while awake; `count` numbers the steps.
@@ -31,6 +33,7 @@ private:
     [[nodiscard]] bool add(Unit *unit, const QJsonObject &family, QString &error);
 
     Link &m_link;
+    UnitSet m_units;
     CommandPort m_port;
     SpectralSystemUnit m_system;
     std::vector<std::unique_ptr<SpectralUnit>> m_analysers;

@@ -6,15 +6,12 @@
 #include <algorithm>
 #include <iterator>
 #include <limits>
-#include <optional>
 
 namespace sim {
 
 namespace {
 
 constexpr int kAnyNumber = std::numeric_limits<int>::max();
-constexpr double kLongestSeconds = 3600;
-constexpr int kLongestDelayMs = 600'000;
 constexpr int kHighestRate = 100'000;
 
 QByteArray ok(const QByteArray &text = {}) { return text.isEmpty() ? QByteArray("ok") : "ok " + text; }
@@ -22,49 +19,6 @@ QByteArray ok(const QByteArray &text = {}) { return text.isEmpty() ? QByteArray(
 QByteArray error(const QByteArray &text) { return "error: " + text; }
 
 QByteArray text(std::string_view view) { return { view.data(), qsizetype(view.size()) }; }
-
-/// "R1:FREQ", "R1", or nothing for every request.
-FaultRules::Target readTarget(const QByteArray &word)
-{
-    const qsizetype colon = word.indexOf(':');
-    return colon < 0 ? FaultRules::Target{ word, {} } : FaultRules::Target{ word.left(colon), word.mid(colon + 1) };
-}
-
-/// Whether a word says how often, and is not an address.
-bool isShare(const QByteArray &word)
-{
-    return !word.isEmpty() && (word.front() == '#' || (word.front() >= '0' && word.front() <= '9'));
-}
-
-/// "3" for the next three, "#3" for the third alone, "3%" for some of all, nothing for all.
-std::optional<FaultRules::Share> readShare(const QByteArray &word)
-{
-    if (word.isEmpty())
-        return FaultRules::Share{};
-    const bool isPercent = word.endsWith('%');
-    const bool isOrdinal = word.startsWith('#');
-    const int number = readIndex(word.sliced(isOrdinal ? 1 : 0).chopped(isPercent ? 1 : 0));
-    if (number < 1 || (isPercent && (isOrdinal || number > FaultRules::kAll)))
-        return std::nullopt;
-    if (isPercent)
-        return FaultRules::Share{ .percent = number };
-    return isOrdinal ? FaultRules::Share{ .count = 1, .skipped = number - 1 } : FaultRules::Share{ .count = number };
-}
-
-/// "900", or "0-3000" for any time between.
-std::optional<FaultRules::Range> readRange(const QByteArray &word)
-{
-    const qsizetype dash = word.indexOf('-');
-    const FaultRules::Range range{ readIndex(word.first(dash < 0 ? word.size() : dash)),
-                                   readIndex(word.sliced(dash + 1)) };
-    const bool isRange = range.least >= 0 && range.most >= range.least && range.most <= kLongestDelayMs;
-    return isRange ? std::optional(range) : std::nullopt;
-}
-
-bool readSeconds(const QByteArray &word, double &seconds)
-{
-    return readDecimal(word, seconds) && seconds >= 0 && seconds <= kLongestSeconds;
-}
 
 } // namespace
 
@@ -98,22 +52,14 @@ const Console::Command Console::kCommands[] = {
     { "quit", "quit", "end the simulator", 0, 0, &Console::quit },
 };
 
-QByteArray Console::Order::tail(qsizetype from) const
-{
-    qsizetype start = 0;
-    for (qsizetype index = 0; index < from; ++index)
-        start = line.indexOf(words.at(index), start) + words.at(index).size();
-    return line.mid(start).trimmed();
-}
-
 QByteArray Console::execute(const QByteArray &line)
 {
-    const Order order{ line.trimmed(), line.simplified().split(' ') };
+    const Order order(line);
     const auto *const command = std::find_if(std::begin(kCommands), std::end(kCommands),
                                              [&order](const Command &c) { return text(c.name) == order.word(0); });
     if (command == std::end(kCommands))
         return error("unknown command \"" + order.word(0) + "\", try help");
-    const qsizetype given = order.words.size() - 1;
+    const qsizetype given = order.argumentCount();
     if (given < command->fewest || given > command->most)
         return error("usage: " + text(command->usage));
     return (this->*command->run)(order);
@@ -140,38 +86,33 @@ QByteArray Console::addRule(FaultRules::Fault fault, const Order &order)
         m_chassis.faults().cancel(fault);
         return ok("off");
     }
-    const bool isForAll = isShare(order.word(1));
-    const QByteArray target = isForAll ? QByteArray() : order.word(1);
-    const QByteArray word = order.word(isForAll ? 1 : 2);
-    const auto share = readShare(word);
-    if (!share)
+    const auto victims = order.victims(1);
+    if (!victims)
         return error("SHARE is COUNT for the next ones, #COUNT for the last of them alone, or PERCENT% of all");
-    m_chassis.faults().add(fault, readTarget(target), *share);
-    return ok((target.isEmpty() ? QByteArray("every request") : target) +
-              (word.isEmpty() ? QByteArray(" until off") : ", " + word));
+    m_chassis.faults().add(fault, FaultRules::Target::read(victims->target), victims->count);
+    return ok((victims->target.isEmpty() ? QByteArray("every request") : victims->target) +
+              (victims->share.isEmpty() ? QByteArray(" until off") : ", " + victims->share));
 }
 
 QByteArray Console::delay(const Order &order)
 {
-    const auto range = readRange(order.word(1));
+    const auto range = order.range(1);
     if (!range)
-        return error("MS is a whole number up to " + QByteArray::number(kLongestDelayMs));
+        return error("MS is a whole number up to " + QByteArray::number(FaultRules::kLongestDelayMs));
     if (range->most == 0) {
         m_chassis.faults().cancelDelays();
         return ok();
     }
-    const bool isForAll = isShare(order.word(2));
-    const QByteArray word = order.word(isForAll ? 2 : 3);
-    const auto share = readShare(word);
-    if (!share || (!word.isEmpty() && !word.endsWith('%')))
+    const auto victims = order.victims(2);
+    if (!victims || (!victims->share.isEmpty() && !victims->share.endsWith('%')))
         return error("PERCENT is a whole number from 1 to 100");
-    m_chassis.faults().delay(*range, readTarget(isForAll ? QByteArray() : order.word(2)), share->percent);
+    m_chassis.faults().delay(*range, FaultRules::Target::read(victims->target), victims->count.percent);
     return ok();
 }
 
 QByteArray Console::garble(const Order &order)
 {
-    const int count = order.words.size() > 1 ? readIndex(order.word(1)) : 1;
+    const int count = order.argumentCount() > 0 ? readIndex(order.word(1)) : 1;
     if (count < 0)
         return error("COUNT is a whole number");
     m_chassis.faults().garble(count);
@@ -182,7 +123,7 @@ QByteArray Console::flood(const Order &order)
 {
     const int rate = readIndex(order.word(1));
     double seconds = 0;
-    if (rate < 1 || rate > kHighestRate || !readSeconds(order.word(2), seconds))
+    if (rate < 1 || rate > kHighestRate || !order.readSeconds(2, seconds))
         return error("RATE is 1 to " + QByteArray::number(kHighestRate) + ", SECONDS 0 to 3600");
     m_chassis.flood(rate, seconds);
     return ok();
@@ -217,7 +158,7 @@ QByteArray Console::values(const Order &order)
 {
     QByteArrayList texts;
     for (Unit *const unit : m_chassis.units()) {
-        if (order.words.size() == 1 || unit->address() == order.word(1))
+        if (order.argumentCount() == 0 || unit->address() == order.word(1))
             texts += unit->values();
     }
     return texts.isEmpty() ? error("no unit " + order.word(1)) : ok(texts.join('\t'));
@@ -240,13 +181,14 @@ QByteArray Console::plug(const Order &order) { return setPlugged(order, true); }
 QByteArray Console::setPlugged(const Order &order, bool plugged)
 {
     QString reason;
-    return m_chassis.setPlugged(QString::fromUtf8(order.word(1)), plugged, reason) ? ok() : error(reason.toUtf8());
+    return m_chassis.links().setPlugged(QString::fromUtf8(order.word(1)), plugged, reason) ? ok()
+                                                                                           : error(reason.toUtf8());
 }
 
 QByteArray Console::powerCycle(const Order &order)
 {
     double seconds = m_chassis.bootSeconds();
-    if (order.words.size() > 1 && !readSeconds(order.word(1), seconds))
+    if (order.argumentCount() > 0 && !order.readSeconds(1, seconds))
         return error("SECONDS is 0 to 3600");
     m_chassis.powerCycle(seconds);
     return ok();
@@ -264,7 +206,7 @@ QByteArray Console::help(const Order &order)
             return ok(text(command.usage) + " - " + text(command.purpose));
         names.append(text(command.name));
     }
-    return order.words.size() > 1 ? error("unknown command \"" + order.word(1) + '"') : ok(names.join(' '));
+    return order.argumentCount() > 0 ? error("unknown command \"" + order.word(1) + '"') : ok(names.join(' '));
 }
 
 QByteArray Console::quit(const Order &)

@@ -1,9 +1,8 @@
 #pragma once
 
-#include "simulator/chassis/FaultRules.h"
+#include "simulator/console/Order.h"
 
 #include <QByteArray>
-#include <QByteArrayList>
 
 #include <string_view>
 
@@ -27,14 +26,6 @@ public:
     [[nodiscard]] static QByteArray overview();
 
 private:
-    /// A line in words, and as text from some word on.
-    struct Order
-    {
-        QByteArray line;
-        QByteArrayList words;
-        [[nodiscard]] QByteArray word(qsizetype index) const { return words.value(index); }
-        [[nodiscard]] QByteArray tail(qsizetype from) const;
-    };
     struct Command
     {
         std::string_view name;

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QByteArrayView>
 #include <QStringView>
 
 #include <string_view>

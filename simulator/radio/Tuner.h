@@ -20,8 +20,6 @@ public:
         bool agcFrozen = false;
         double loopBandwidth = 0; ///< Hz of the AFC loop; 0 is manual tuning
         double manualOffset = 0;  ///< kHz, in force with manual tuning
-
-        bool operator==(const Controls &) const = default;
     };
 
     /// What a tape plays in place of the antenna's signal.

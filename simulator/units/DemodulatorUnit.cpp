@@ -1,6 +1,7 @@
 #include "simulator/units/DemodulatorUnit.h"
 
 #include "simulator/radio/DemodulationMode.h"
+#include "simulator/units/DemodulatorFilters.h"
 #include "simulator/units/DemodulatorRows.h"
 
 #include <algorithm>
@@ -44,32 +45,6 @@ QByteArrayView view(std::string_view text) { return { text.data(), qsizetype(tex
 QByteArray hexWord(int number) { return QByteArray::number(number, 16).rightJustified(4, '0'); }
 
 bool isRegister(QByteArrayView name) { return name.size() == kRegisterDigits; }
-
-/// Filter bandwidths in Hz before decimation; each step of it divides them by eight.
-constexpr std::array<int, 4> kIfBandwidths{ 40'000'000, 20'000'000, 10'000'000, 5'000'000 };
-constexpr std::array<int, 5> kVideoBandwidths{ 20'000'000, 10'000'000, 5'000'000, 2'500'000, 1'250'000 };
-
-template <std::size_t Size>
-QByteArray bandwidthList(const std::array<int, Size> &bandwidths, int decimation)
-{
-    QByteArrayList texts;
-    for (const int bandwidth : bandwidths)
-        texts.append(QByteArray::number(bandwidth >> (3 * decimation)));
-    return texts.join(',');
-}
-
-/// The decimation that a card chooses for a bit rate: the widest filter stays well above twice the rate.
-int decimationFor(double rate)
-{
-    constexpr std::array<double, 3> kHighestRates{ 30e3, 250e3, 2e6 };
-    return int(std::count_if(kHighestRates.begin(), kHighestRates.end(), [rate](double r) { return rate <= r; }));
-}
-
-bool isPosition(const QByteArray &value, std::size_t count)
-{
-    const int position = readIndex(value);
-    return position >= 0 && position < int(count);
-}
 
 bool isModulationIndex(const QByteArray &value)
 {
@@ -139,9 +114,9 @@ bool DemodulatorUnit::accepts(const SettingRow &row, const QByteArray &value) co
     if (name.startsWith("RATE"))
         return readDecimal(value, number) && mode() && mode()->takesRate(number);
     if (name == "DFIR")
-        return value == "-1" || isPosition(value, kIfBandwidths.size());
+        return value == "-1" || DemodulatorFilters::isIfFilter(value);
     if (name.startsWith("VFIR"))
-        return isPosition(value, kVideoBandwidths.size());
+        return DemodulatorFilters::isVideoFilter(value);
     if (name == "VFBW")
         return isInList("VFLS", value);
     if (name == "TMID")
@@ -163,7 +138,7 @@ void DemodulatorUnit::applied(const SettingRow &row)
     if (name == "DMOD")
         keepRatesInRange();
     else if (name == "RATEA")
-        changeAlong("DDCF", QByteArray::number(decimationFor(value("RATEA").toDouble())));
+        changeAlong("DDCF", QByteArray::number(DemodulatorFilters::decimation(value("RATEA").toDouble())));
     else if (name == "REST" && isOn("REST"))
         m_bert.reset();
     else if (!isRegister(name) && directSetting(name))
@@ -175,9 +150,9 @@ QByteArray DemodulatorUnit::measure(const SettingRow &row) const
     const QByteArrayView name = row.name();
     const int decimation = readIndex(value("DDCF"));
     if (name == "IFFL")
-        return bandwidthList(kIfBandwidths, decimation);
+        return DemodulatorFilters::ifFilters(decimation);
     if (name == "VFFL")
-        return bandwidthList(kVideoBandwidths, decimation);
+        return DemodulatorFilters::videoFilters(decimation);
     if (directSetting(name))
         return readDirect(name);
     if (name.startsWith('B') && name != "BLCK" && name != "BS0L")
