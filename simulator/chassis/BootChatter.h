@@ -5,14 +5,14 @@
 
 namespace sim {
 
-/// What a chassis prints on its command link while it boots: loader text, bytes at a wrong speed, and now and then
-/// something that looks like a message.
+/// Output of a booting chassis on its command link: loader text, bytes at a wrong baud rate, and sometimes what looks
+/// like a message.
 class BootChatter
 {
 public:
     explicit BootChatter(quint32 seed) : m_random(seed) {}
 
-    /// The next piece, without end.
+    /// The next piece; there is always one.
     [[nodiscard]] QByteArray next();
 
 private:

@@ -12,7 +12,7 @@ namespace {
 
 constexpr double kTmoipReportHz = 3;
 
-/// Lets the units report, each with the same period and all of them spread over it.
+/// Lets each unit report once a period, with the units spread evenly over it.
 void reportInTurn(const QList<ChannelUnit *> &units, qint64 count, double hz)
 {
     const int period = std::max(1, stepsIn(1.0 / hz));

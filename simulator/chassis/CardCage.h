@@ -35,9 +35,9 @@ public:
     /// Every stored setting of the receivers.
     [[nodiscard]] QList<ChangeAnnouncer::Change> receiverSettings() const;
 
-    /// Passes one step of simulated time: clocks run, and signals go through the channels.
+    /// Advances one step: clocks run, and signals pass through the channels.
     void step(const RadioScene &scene);
-    /// Lets the channels report `hz` times a second while clients want reports; `count` numbers the steps.
+    /// Lets each channel report `hz` times a second while clients want reports; `count` numbers the steps.
     void report(qint64 count, double hz);
     /// Sends this many valid unsolicited messages at once.
     void flood(int messages);

@@ -11,7 +11,7 @@ namespace sim {
 namespace {
 
 constexpr int kChatterSteps = 5;
-/// A chassis that was stopped for longer goes on from where it was instead of reliving the time at full speed.
+/// After a longer stop of the process the time beyond this is skipped, not simulated at full speed.
 constexpr qint64 kMostStepsMadeUp = kStepsPerSecond;
 
 } // namespace
@@ -50,7 +50,7 @@ bool Chassis::start(const Family &family, QString &error)
     }
     if (!m_links.open(error))
         return false;
-    // Last, for it empties an older trace.
+    // Last, because it truncates an older trace.
     if (!m_setup.traceFile.isEmpty() && !m_trace.open(m_setup.traceFile)) {
         error = QStringLiteral("cannot write %1").arg(m_setup.traceFile);
         return false;

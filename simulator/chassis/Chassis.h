@@ -22,8 +22,8 @@ namespace sim {
 
 class SpectralCard;
 
-/// The whole chassis: links, cards and the time they live in. Everything advances in steps of equal length, so that the
-/// same seed and the same inputs at the same step give the same values.
+/// The whole chassis: links, cards and simulated time. Everything advances in steps of equal length, so that the same
+/// seed and the same inputs at the same steps give the same values.
 class Chassis : public QObject
 {
     Q_OBJECT
@@ -35,7 +35,7 @@ public:
         double bootSeconds = 3;
         double reportHz = 5;
         quint32 seed = 1;
-        QString presetsFile; ///< empty: presets are forgotten at the end
+        QString presetsFile; ///< empty: presets are lost at the end
         QString traceFile;   ///< empty: no trace
     };
 
@@ -60,9 +60,9 @@ public:
     /// Power off and on: silent at once, then booting for `bootSeconds`.
     void powerCycle(double bootSeconds);
     [[nodiscard]] double bootSeconds() const { return m_setup.bootSeconds; }
-    /// The receivers report all their settings as after a change of many. False if another change is under way.
+    /// Announces all settings of the receivers as changed. False while booting or if another change is in progress.
     [[nodiscard]] bool reconfigure();
-    /// Why the trace or the presets could not be written, once.
+    /// Why the trace or the presets could not be written; reported once.
     [[nodiscard]] QString takeFileProblem();
     /// One line about power, links and channels.
     [[nodiscard]] QByteArray summary();

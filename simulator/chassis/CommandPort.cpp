@@ -1,5 +1,6 @@
 #include "simulator/chassis/CommandPort.h"
 
+#include "simulator/chassis/Request.h"
 #include "simulator/chassis/UnitSet.h"
 #include "simulator/links/Link.h"
 #include "simulator/links/Trace.h"
@@ -79,20 +80,14 @@ void CommandPort::receive(const QByteArray &bytes)
 
 void CommandPort::handleRequest(const QByteArray &text)
 {
-    const qsizetype first = text.indexOf(':');
-    if (first < 0)
+    const auto request = Request::read(text);
+    if (!request || m_faults.strikes(FaultRules::Fault::Ignore, request->address, request->mnemonic))
         return;
-    const qsizetype second = text.indexOf(':', first + 1);
-    const QByteArray address = text.left(first);
-    const QByteArray mnemonic = text.sliced(first + 1, (second < 0 ? text.size() : second) - first - 1);
-    const auto data = second < 0 ? std::nullopt : std::optional(text.sliced(second + 1));
-    if (m_faults.strikes(FaultRules::Fault::Ignore, address, mnemonic))
+    const bool refused = m_faults.strikes(FaultRules::Fault::Refuse, request->address, request->mnemonic);
+    const QByteArray answer = refused ? kRefused : m_units.answer(*request);
+    if (answer.isEmpty() || m_faults.strikes(FaultRules::Fault::Lose, request->address, request->mnemonic))
         return;
-    const bool refused = m_faults.strikes(FaultRules::Fault::Refuse, address, mnemonic);
-    const QByteArray answer = refused ? kRefused : m_units.answer(address, mnemonic, data);
-    if (answer.isEmpty() || m_faults.strikes(FaultRules::Fault::Lose, address, mnemonic))
-        return;
-    const int late = m_faults.delayMs(address, mnemonic);
+    const int late = m_faults.delayMs(request->address, request->mnemonic);
     if (late > 0)
         m_lateAnswers.append({ late, answer });
     else

@@ -12,24 +12,24 @@ class Link;
 class Trace;
 class UnitSet;
 
-/// The chassis' side of the standard protocol on one link: requests in, answers and unprompted messages out.
+/// The chassis' end of the standard protocol on one link: requests in, answers and unsolicited messages out.
 class CommandPort : public QObject
 {
     Q_OBJECT
 
 public:
-    /// All of these must outlive the port. What the units report goes out here.
+    /// All of these must outlive the port. Reports of the units are sent here.
     CommandPort(Link &link, const UnitSet &units, FaultRules &faults, Trace &trace, QObject *parent = nullptr);
 
-    /// A chassis that boots neither listens nor speaks.
+    /// While asleep the port neither answers nor reports.
     void setAwake(bool awake);
     [[nodiscard]] bool isAwake() const { return m_awake; }
 
-    /// Sends one framed message, whatever its text. False if it was lost.
+    /// Sends one framed message; the text is not checked. False if it was lost.
     bool sendText(const QByteArray &text);
-    /// Sends bytes just as they are. False if they were lost.
+    /// Sends bytes unframed and unchanged. False if they were lost.
     bool sendRaw(const QByteArray &bytes);
-    /// Passes simulated time: each answer leaves when its own delay is over, also before earlier ones.
+    /// Advances simulated time: each delayed answer leaves after its own delay and may overtake earlier ones.
     void step(int ms);
 
 private:

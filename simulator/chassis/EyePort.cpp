@@ -7,7 +7,7 @@
 namespace sim {
 
 namespace {
-/// What the line takes in a good two steps: it never runs dry between them, and what waits is never old.
+/// What the line sends in about two steps: enough not to run dry, and little enough not to send old blocks.
 constexpr qsizetype kBytesAhead = 4096;
 } // namespace
 

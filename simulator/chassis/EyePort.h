@@ -9,16 +9,16 @@ namespace sim {
 class DemodulatorUnit;
 class Link;
 
-/// Sends the demodulators' sample blocks on the eye link, as many as the line carries, in turn.
+/// Sends sample blocks of the demodulators on the eye link in turn, as many as the line carries.
 class EyePort
 {
 public:
     /// `link` must outlive the port.
     EyePort(Link &link, quint32 seed) : m_link(link), m_sampler(seed) {}
 
-    /// Whose output it sends. Not owned.
+    /// The demodulators whose output is sent. Not owned.
     void setDemodulators(const QList<const DemodulatorUnit *> &demodulators) { m_demodulators = demodulators; }
-    /// Keeps the line busy for one step ahead while any demodulator has its output on; to be called every step.
+    /// Fills the transmit buffer for one step while any demodulator has its output on; to be called every step.
     void step();
 
 private:

@@ -16,7 +16,7 @@ const QString kFolder = QStringLiteral(":/families");
 
 QString builtInPath(const QString &name) { return kFolder + u'/' + name + QStringLiteral(".json"); }
 
-/// The card list is kept as a list of entries for the reader's sake; on the wire commas join them.
+/// The file lists the entries of the card list one by one; on the wire commas join them.
 QString cardList(const QJsonArray &entries)
 {
     QStringList texts;
@@ -32,7 +32,7 @@ int modeCode(const QString &name)
     return mode ? mode->code : -1;
 }
 
-/// The values of the system unit, with the card list that stands beside them.
+/// The values of the system unit, with the card list added.
 QJsonObject readSystem(const QJsonObject &object)
 {
     QJsonObject system = object[u"system"].toObject();
@@ -40,7 +40,7 @@ QJsonObject readSystem(const QJsonObject &object)
     return system;
 }
 
-/// By unit address.
+/// Start values by unit address.
 QJsonObject readSpectral(const QJsonObject &object)
 {
     QJsonObject units = object;
@@ -56,7 +56,7 @@ QMap<int, QJsonObject> readNumbered(const QJsonObject &object)
     return units;
 }
 
-/// Those that an address of them names, as "TM2-1" does the second.
+/// Cards by number: an address such as "TM2-1" implies card 2.
 QMap<int, QJsonObject> readTmoipCards(const QJsonObject &units)
 {
     QMap<int, QJsonObject> cards;

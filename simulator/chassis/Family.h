@@ -11,7 +11,7 @@
 
 namespace sim {
 
-/// What one kind of chassis contains, read from a JSON file.
+/// The contents of one kind of chassis, read from a JSON file.
 struct Family
 {
     QString title;
@@ -19,8 +19,8 @@ struct Family
     QMap<int, QJsonObject> receivers;    ///< start values by receiver number, 1 or 2
     std::optional<QJsonObject> combiner; ///< start values of "C1", if there is one
     QMap<int, QJsonObject> demodulators; ///< start values by demodulator number, 1 to 3
-    std::optional<QJsonObject> tape;     ///< start values of "T1", if the card list names one
-    QMap<int, QJsonObject> tmoipCards;   ///< start values by address, by the number of a card that may be there
+    std::optional<QJsonObject> tape;     ///< start values of "T1", if the card list has a tape card
+    QMap<int, QJsonObject> tmoipCards;   ///< start values by address, for each card number
     std::optional<QJsonObject> spectral; ///< start values by address on the spectral link, if a card answers there
     /// Whether the card list names demodulators of the older kind.
     bool hasOlderDemodulators = false;
@@ -28,7 +28,7 @@ struct Family
 
     /// Names of the families that come with the simulator.
     [[nodiscard]] static QStringList builtIn();
-    /// A built-in family by name, or a file by path. Nothing, with `error` set, if neither or malformed.
+    /// A built-in family by name, or a file by path. Nothing, with `error` set, if there is none or it is malformed.
     [[nodiscard]] static std::optional<Family> load(const QString &nameOrPath, QString &error);
 };
 

@@ -56,7 +56,7 @@ int FaultRules::delayMs(const QByteArray &address, const QByteArray &mnemonic)
     return 0;
 }
 
-/// Certainty draws nothing, so that it does not move what chance does elsewhere.
+/// 100 % draws no random number, so that a certain fault does not shift later random choices.
 bool FaultRules::happens(int percent) { return percent >= kAll || m_random.bounded(kAll) < percent; }
 
 QByteArray FaultRules::onTheWire(QByteArray frame)

@@ -6,8 +6,8 @@
 
 namespace sim {
 
-/// The faults ordered from the console: which requests are refused or ignored, which answers are lost or late, and
-/// which messages are damaged on their way out. Where chance decides, it follows from the seed.
+/// The faults set on the console: which requests are refused or ignored, which answers are lost or late, and which
+/// messages are damaged. Random choices follow from the seed.
 class FaultRules
 {
 public:
@@ -20,17 +20,17 @@ public:
         [[nodiscard]] static Target read(const QByteArray &text);
         [[nodiscard]] bool matches(const QByteArray &toAddress, const QByteArray &toMnemonic) const;
     };
-    /// Lose: the request is carried out, and its answer does not arrive.
+    /// Lose: the request is carried out, but its answer is not sent.
     enum class Fault { Refuse, Ignore, Lose };
     static constexpr int kEvery = -1; ///< as a count: until cancelled
     static constexpr int kAll = 100;  ///< percent
     static constexpr int kLongestDelayMs = 600'000;
-    /// How many of those that match suffer.
+    /// Which of the matching requests are affected.
     struct Share
     {
         int count = kEvery;
         int percent = kAll;
-        int skipped = 0; ///< how many are spared first
+        int skipped = 0; ///< how many are let through first
     };
     struct Range
     {
@@ -40,20 +40,20 @@ public:
 
     explicit FaultRules(quint32 seed) : m_random(seed) {}
 
-    /// From now on, `share` of the requests that match suffer `fault`.
+    /// From now on, `fault` applies to `share` of the matching requests.
     void add(Fault fault, const Target &target, const Share &share);
     void cancel(Fault fault);
-    /// From now on, `percent` of the answers to matching requests come late by some time in the range `ms`.
+    /// From now on, `percent` of the answers to matching requests are delayed by a random time in the range `ms`.
     void delay(const Range &ms, const Target &target, int percent);
     void cancelDelays() { m_delays.clear(); }
     /// The next `count` messages sent are damaged.
     void garble(int count) { m_garbleLeft = count; }
 
-    /// Whether this request suffers `fault`; uses up one of its count.
+    /// Whether `fault` applies to this request; counts it.
     [[nodiscard]] bool strikes(Fault fault, const QByteArray &address, const QByteArray &mnemonic);
-    /// How late the answer to this request comes, in milliseconds.
+    /// Delay of the answer to this request in milliseconds.
     [[nodiscard]] int delayMs(const QByteArray &address, const QByteArray &mnemonic);
-    /// `frame` (with start and end byte) as it shall go out.
+    /// `frame` (with start and end byte) as it is to be sent, damaged or not.
     [[nodiscard]] QByteArray onTheWire(QByteArray frame);
 
 private:

@@ -9,7 +9,7 @@ namespace {
 constexpr int kAnalysers = 3;
 constexpr int kBlockMs = 200;
 constexpr int kStatusMs = 1000;
-/// A line that carries no more is not offered more: what waits is never old.
+/// With more than this in the transmit buffer a block is skipped, so that blocks are never old.
 constexpr qsizetype kMostBytesWaiting = 4096;
 
 } // namespace

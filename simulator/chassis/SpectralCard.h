@@ -11,8 +11,8 @@
 
 namespace sim {
 
-/// The card behind the spectral link: a small chassis of its own, with a version, a card list and the units that the
-/// card list promises.
+/// The card behind the spectral link: a small chassis of its own, with a version, a card list and the units of that
+/// list.
 class SpectralCard
 {
 public:
@@ -24,9 +24,9 @@ public:
     [[nodiscard]] bool build(const QJsonObject &family, quint32 seed, QString &error);
     [[nodiscard]] const UnitSet &units() const { return m_units; }
     void powerOn() { m_port.setAwake(true); }
-    /// Silent at once, and what a power cut takes is gone.
+    /// Stops sending at once and loses volatile state.
     void powerOff();
-    /// Passes one step of simulated time while awake; `count` numbers the steps.
+    /// Advances one step of simulated time while awake; `count` numbers the steps.
     void step(qint64 count, int ms, const RadioScene &scene, const SpectralUnit::Tuning &tuning);
 
 private:

@@ -1,5 +1,6 @@
 #include "simulator/chassis/UnitSet.h"
 
+#include "simulator/chassis/Request.h"
 #include "simulator/links/FrameCutter.h"
 
 namespace sim {
@@ -31,17 +32,18 @@ Unit *UnitSet::find(const QByteArray &address) const
     return nullptr;
 }
 
-QByteArray UnitSet::answer(const QByteArray &address, const QByteArray &mnemonic,
-                           const std::optional<QByteArray> &data) const
+QByteArray UnitSet::answer(const Request &request) const
 {
-    Unit *const unit = find(address);
-    const auto found = unit && data ? unit->lookUp(mnemonic, *data) : std::nullopt;
-    if (found)
-        return address + ':' + mnemonic + ':' + *found;
-    if (data)
-        return unit && !data->isEmpty() && unit->set(mnemonic, *data) ? kAcknowledged : kRefused;
-    // Without an answer the card stays silent; the client's time-out ends the query.
-    return unit && unit->query(mnemonic) ? unit->reply(mnemonic) : QByteArray();
+    Unit *const unit = find(request.address);
+    if (!request.data) {
+        // Without an answer the card stays silent; the client's time-out ends the query.
+        return unit && unit->query(request.mnemonic) ? unit->reply(request.mnemonic) : QByteArray();
+    }
+    if (!unit)
+        return kRefused;
+    if (const auto found = unit->lookUp(request.mnemonic, *request.data))
+        return request.address + ':' + request.mnemonic + ':' + *found;
+    return !request.data->isEmpty() && unit->set(request.mnemonic, *request.data) ? kAcknowledged : kRefused;
 }
 
 void UnitSet::loseVolatileState()

@@ -6,7 +6,9 @@
 
 namespace sim {
 
-/// The units that answer on one link, found by their address.
+struct Request;
+
+/// The units that answer on one link, by address.
 class UnitSet : public QObject
 {
     Q_OBJECT
@@ -17,15 +19,14 @@ public:
     /// Adds a unit with its start values; it is not owned. False with `error` set if it does not take the values.
     [[nodiscard]] bool add(Unit *unit, const QJsonObject &values, QString &error);
     [[nodiscard]] const QList<Unit *> &all() const { return m_units; }
-    /// Null if there is no such address, or no card behind it.
+    /// Null if there is no such address or its card is missing.
     [[nodiscard]] Unit *find(const QByteArray &address) const;
 
-    /// The text that answers a request; empty if the card stays silent. Without `data` the request is a query.
-    [[nodiscard]] QByteArray answer(const QByteArray &address, const QByteArray &mnemonic,
-                                    const std::optional<QByteArray> &data) const;
+    /// The text that answers a request; empty if the card stays silent.
+    [[nodiscard]] QByteArray answer(const Request &request) const;
     /// Power loss.
     void loseVolatileState();
-    /// Sends what has changed along with other settings.
+    /// Reports the settings that changed as a side effect.
     void reportSideEffects();
 
 Q_SIGNALS:

@@ -32,7 +32,7 @@ const Console::Command Console::kCommands[] = {
     { "delay", "delay MS[-MS] [ADDR[:MNEM]] [PERCENT%]", "answer late; delay 0 ends it, e.g. delay 0-3000 R2 10%", 1, 3,
       &Console::delay },
     { "garble", "garble [COUNT]", "damage the next messages sent: a flipped bit or a lost CR", 0, 1, &Console::garble },
-    { "flood", "flood RATE SECONDS", "unprompted valid messages, RATE a second, e.g. flood 2000 5", 2, 2,
+    { "flood", "flood RATE SECONDS", "unsolicited valid messages, RATE a second, e.g. flood 2000 5", 2, 2,
       &Console::flood },
     { "send", "send TEXT", "one framed message as typed, e.g. send U0:UPDT:0", 1, kAnyNumber, &Console::send },
     { "raw", "raw HEX", "bytes as they are, e.g. raw 02 52 31 0d", 1, kAnyNumber, &Console::raw },

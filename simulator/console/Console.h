@@ -10,8 +10,8 @@ namespace sim {
 
 class Chassis;
 
-/// The orders an operator or a test gives a running chassis: faults, changes, cables. Each order is one line and gets
-/// one line back, "ok ..." or "error: ...".
+/// The commands that an operator or a test gives a running chassis: faults, changes, cables. Each is one line and is
+/// answered with one line, "ok ..." or "error: ...".
 class Console
 {
 public:
@@ -20,9 +20,9 @@ public:
 
     /// Carries out one line.
     [[nodiscard]] QByteArray execute(const QByteArray &line);
-    /// Whether an order ended the simulation.
+    /// Whether a command ended the simulation.
     [[nodiscard]] bool wantsQuit() const { return m_wantsQuit; }
-    /// All orders with their usage, for a help text.
+    /// All commands with their usage, for a help text.
     [[nodiscard]] static QByteArray overview();
 
 private:

@@ -6,7 +6,7 @@
 
 namespace sim {
 
-/// Reads lines from standard input inside the event loop. At its end it just falls silent.
+/// Reads lines from standard input inside the event loop. The end of input is not an error.
 class LineReader : public QObject
 {
     Q_OBJECT

@@ -8,13 +8,13 @@ namespace {
 
 constexpr double kLongestSeconds = 3600;
 
-/// Whether a word says how many, and is not an address.
+/// Whether a word is a share and not an address.
 bool isShare(const QByteArray &word)
 {
     return !word.isEmpty() && (word.front() == '#' || (word.front() >= '0' && word.front() <= '9'));
 }
 
-/// "3" for the next three, "#3" for the third alone, "3%" for some of all, nothing for all.
+/// "3" for the next three, "#3" for the third alone, "3%" for a random share, empty for all.
 std::optional<FaultRules::Share> readShare(const QByteArray &word)
 {
     if (word.isEmpty())

@@ -8,7 +8,7 @@
 
 namespace sim {
 
-/// A console line: as words, as text from some word on, and what single words mean.
+/// A console line, split into words, with the readers of its arguments.
 class Order
 {
 public:
@@ -16,24 +16,24 @@ public:
 
     /// How many words follow the name.
     [[nodiscard]] qsizetype argumentCount() const { return m_words.size() - 1; }
-    /// Word 0 is the name of the order. Empty beyond the last one.
+    /// Word 0 is the name of the command. Empty beyond the last word.
     [[nodiscard]] QByteArray word(qsizetype index) const { return m_words.value(index); }
-    /// The text behind the first `from` words, as it was typed.
+    /// The text after the first `from` words, as typed.
     [[nodiscard]] QByteArray tail(qsizetype from) const;
 
-    /// Seconds up to an hour; false if the word is none.
+    /// Reads seconds, at most an hour; false if the word is anything else.
     [[nodiscard]] bool readSeconds(qsizetype index, double &seconds) const;
     /// "900", or "0-3000" for any time between.
     [[nodiscard]] std::optional<FaultRules::Range> range(qsizetype index) const;
 
-    /// Which requests a fault is for, and how many of them, both optional.
+    /// Which requests a fault applies to, and how many of them; both optional.
     struct Victims
     {
         QByteArray target;       ///< "R1:FREQ", "R1", or empty for every request
         QByteArray share;        ///< as typed
         FaultRules::Share count; ///< what it means
     };
-    /// The victims named from word `index` on; nothing if the share is none.
+    /// Reads the victims from word `index` on; nothing if the share is malformed.
     [[nodiscard]] std::optional<Victims> victims(qsizetype index) const;
 
 private:

@@ -6,14 +6,14 @@
 
 namespace sim {
 
-/// Console orders with the time at which each is due. Lines are "@SECONDS order" (since the start), "wait SECONDS"
-/// (moves the time of the orders that follow), a bare order (due at the time reached so far), or a "#" comment.
+/// Console commands with the time at which each is due. Lines are "@SECONDS command" (since the start), "wait SECONDS"
+/// (delays the commands that follow), a bare command (due at the time reached so far), or a "#" comment.
 class Script
 {
 public:
     /// False with `error` set if the file cannot be read or a time is wrong.
     [[nodiscard]] bool load(const QString &path, QString &error);
-    /// Takes out the orders due by `seconds` since the start, earliest first.
+    /// Removes and returns the commands due by `seconds` since the start, earliest first.
     [[nodiscard]] QList<QByteArray> takeDue(double seconds);
 
 private:

@@ -17,14 +17,14 @@ inline constexpr char kNak = 0x15;
 [[nodiscard]] QByteArray framed(const QByteArray &text);
 } // namespace Wire
 
-/// Cuts a byte stream into frames. Bytes outside frames are dropped, a second start byte starts over, and a frame
-/// longer than a card's buffer is given up.
+/// Cuts a byte stream into frames. Bytes outside frames are dropped, a second start byte restarts the frame, and a
+/// frame longer than a card's buffer is discarded.
 class FrameCutter
 {
 public:
-    /// The frames completed by `bytes`, without start and end byte.
+    /// The text of the frames completed by `bytes`, without start and end byte.
     [[nodiscard]] QByteArrayList feed(QByteArrayView bytes);
-    /// Forgets a frame begun.
+    /// Discards an incomplete frame.
     void reset();
 
 private:

@@ -8,8 +8,7 @@
 namespace sim {
 
 namespace {
-/// More reads than a full terminal needs, so that a client that goes on writing does not keep the chassis from its
-/// work.
+/// More reads than a full terminal needs; the limit keeps a client that never stops writing from blocking the chassis.
 constexpr int kMostReads = 16;
 } // namespace
 
@@ -64,7 +63,7 @@ void Link::noticeLeaving()
 {
     if (m_pty.hasClient())
         return;
-    // The last words of one that went while it was held back, or that came and went since the last look.
+    // Left by a client that closed while it was blocked, or that came and went between two steps.
     takeWaiting();
     if (m_hasClient)
         clientLeft();
@@ -99,7 +98,7 @@ void Link::takeWaiting()
 bool Link::makeNames(QString &error)
 {
     for (const QString &path : m_paths) {
-        // A link left by a simulator that was killed is replaced, anything else is somebody's.
+        // A symbolic link left by a killed simulator is replaced; anything else is not ours.
         if (QFileInfo(path).isSymLink())
             QFile::remove(path);
         if (!QFile::link(m_pty.clientPath(), path)) {
@@ -127,7 +126,7 @@ void Link::readPort()
         clientLeft();
 }
 
-/// With nobody at the other end the terminal is readable for ever; it is left alone until someone opens it.
+/// Without a client the terminal is always readable, so the notifier stays off until one opens it.
 void Link::clientLeft()
 {
     m_hasClient = false;

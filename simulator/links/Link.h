@@ -12,7 +12,7 @@
 namespace sim {
 
 /// One serial link of the chassis: a pseudo-terminal, the names under which a client finds it, and output at line
-/// speed. What is sent while no client holds the line open is lost, as on a real line.
+/// speed. Bytes sent while no client has the line open are lost, as on a real line.
 class Link : public QObject
 {
     Q_OBJECT
@@ -25,7 +25,7 @@ public:
 
     [[nodiscard]] const QString &role() const { return m_role; }
 
-    /// Makes a fresh terminal and its names. On failure nothing is left behind and `error` says why.
+    /// Creates a new terminal and its names. On failure nothing is left behind and `error` says why.
     [[nodiscard]] bool plug(QString &error);
     /// Hangs up and removes the names.
     void unplug();
@@ -34,24 +34,24 @@ public:
 
     /// Queues bytes; false if they were lost.
     bool send(const QByteArray &bytes);
-    /// Bytes that still wait to be clocked out.
+    /// Bytes in the transmit buffer.
     [[nodiscard]] qsizetype pending() const { return m_writer.pending(); }
-    /// Drops what is queued.
+    /// Discards the transmit buffer.
     void silence() { m_writer.clear(); }
-    /// Looks whether the client is gone; to be called regularly. Not every one leaves an event behind.
+    /// Detects that the client has left; to be called regularly, because not every close causes an event.
     void noticeLeaving();
-    /// Looks whether a client came; to be called regularly, after noticeLeaving(). There is no event for that.
+    /// Detects a new client; to be called regularly, after noticeLeaving(), because there is no event for it.
     void noticeComing();
-    /// Lets what the client writes wait in its terminal, until that is full and the client has to wait as well.
+    /// Stops or resumes reading from the client. While stopped, its terminal fills up and then blocks its writes.
     void holdBack(bool hold);
-    /// Takes at once what the client has written, even while it is held back.
+    /// Reads at once what the client has written, even while reading is stopped.
     void takeWaiting();
-    /// How many messages the full transmit buffer has swallowed.
+    /// Number of messages lost to a full transmit buffer.
     [[nodiscard]] qint64 overruns() const { return m_overruns; }
 
 Q_SIGNALS:
     void received(const QByteArray &bytes);
-    /// The line is new or has a new client: a frame begun before will never be finished.
+    /// The terminal or its client has changed: an incomplete frame will never be completed.
     void interrupted();
 
 private:
@@ -67,7 +67,7 @@ private:
     std::unique_ptr<QSocketNotifier> m_notifier;
     bool m_hasClient = false;
     bool m_isHeldBack = false;
-    bool m_isLocked = false; // by a client that was killed while it held the terminal for itself
+    bool m_isLocked = false; // by a client that was killed while it had exclusive access
     qint64 m_overruns = 0;
 };
 

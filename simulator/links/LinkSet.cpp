@@ -90,7 +90,7 @@ bool LinkSet::setPlugged(const QString &role, bool plugged, QString &error)
 
 void LinkSet::step()
 {
-    // First those that leave: their last words are not for one that has come since.
+    // Clients that left come first: their last bytes are not for a client that has come since.
     for (const auto &link : m_links)
         link->noticeLeaving();
     for (const auto &link : m_links)

@@ -25,7 +25,7 @@ public:
     /// Plugs or unplugs the link of that role, a remote one with its client's end, or "all". False with `error` set if
     /// there is none or it cannot be made.
     [[nodiscard]] bool setPlugged(const QString &role, bool plugged, QString &error);
-    /// Looks who has come or gone, and lets bytes through the null modems; to be called every step.
+    /// Detects clients that came or left, and steps the null modems; to be called every step.
     void step();
     /// The state of each link, "command=open eye=plugged ...".
     [[nodiscard]] QByteArray summary() const;

@@ -5,8 +5,8 @@
 namespace sim {
 
 namespace {
-/// More than the line takes in a step, so that it never runs dry. With the two terminals, and what a writer leaves
-/// behind in its own, some 64 KiB are under way at most.
+/// More than the line sends in a step, so that it never runs dry. With both terminal buffers, at most some 64 KiB are
+/// in transit.
 constexpr qsizetype kMostWaiting = qsizetype(16) * 1024;
 } // namespace
 
@@ -34,7 +34,7 @@ void NullModem::forward(Way &way, const QByteArray &bytes)
     const bool sent = way.to->send(bytes);
     if (way.to->pending() >= kMostWaiting)
         way.from->holdBack(true);
-    // The trace shows all that the head says, but only what was under way to it.
+    // The trace shows everything the head sends, but of the client only what reached the line.
     if (!sent && way.direction == Trace::Direction::Sent) {
         way.cutter.reset();
         return;
@@ -45,7 +45,7 @@ void NullModem::forward(Way &way, const QByteArray &bytes)
 
 void NullModem::interrupt(Way &way, const Link *link)
 {
-    // What was held back for one that is gone must not reach the next one.
+    // Bytes blocked for a client that left must not reach the next one.
     if (link == way.to && !link->hasClient()) {
         way.from->takeWaiting();
         way.from->holdBack(false);

@@ -11,9 +11,9 @@ namespace sim {
 
 class Link;
 
-/// The cable between the head and a remote client: what one of two terminals sends comes out of the other. An end that
-/// is open but not read holds the other one back; what is sent to an end that nobody holds open is lost. The bytes go
-/// on as they come, frames or not; the trace shows the whole frames among them under the role of the head's link.
+/// The cable between the head and a remote client: bytes written to one terminal arrive at the other. An end that is
+/// open but not read blocks the other one; bytes sent to an end that nobody has open are lost. Bytes are passed on
+/// unchanged; the trace shows the complete frames among them under the role of the head's link.
 class NullModem : public QObject
 {
     Q_OBJECT
@@ -21,7 +21,7 @@ class NullModem : public QObject
 public:
     NullModem(Link &head, Link &client, Trace &trace, QObject *parent = nullptr);
 
-    /// Holds writers back or lets them go on; to be called every step.
+    /// Blocks or unblocks the writers; to be called every step.
     void step();
 
 private:

@@ -49,7 +49,7 @@ void PacedWriter::letOut()
     m_buffer.remove(0, taken);
     m_burstBytes += taken;
     const bool blocked = taken < due;
-    // Time spent waiting for a client that does not read must not be made up for at more than line speed.
+    // Time spent blocked by a client that does not read must not be made up above line speed.
     if (blocked)
         startBurst();
     if (!m_buffer.isEmpty())

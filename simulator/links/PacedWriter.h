@@ -9,14 +9,14 @@
 
 namespace sim {
 
-/// Lets bytes out as slowly as the serial line would: a byte leaves when its last bit has been clocked out. What does
-/// not fit the transmit buffer is dropped whole.
+/// Sends bytes at the speed of the serial line: a byte leaves when its last bit has been clocked out. A message that
+/// does not fit the transmit buffer is dropped whole.
 class PacedWriter : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Takes bytes and returns how many it took.
+    /// Accepts bytes and returns how many it accepted.
     using Sink = std::function<qsizetype(QByteArrayView)>;
 
     static constexpr int kBytesPerSecond = 92160; ///< 921600 baud, 8N1
@@ -24,9 +24,9 @@ public:
 
     explicit PacedWriter(Sink sink, QObject *parent = nullptr);
 
-    /// False if the transmit buffer had no room for all of it.
+    /// False if the transmit buffer had no room for the message.
     bool write(const QByteArray &bytes);
-    /// Drops what has not left yet.
+    /// Discards what has not been sent.
     void clear();
     [[nodiscard]] qsizetype pending() const { return m_buffer.size(); }
 

@@ -19,8 +19,8 @@ int openClientEnd(const QString &path)
     return ::open(QFile::encodeName(path).constData(), O_RDWR | O_NOCTTY | O_CLOEXEC | O_NONBLOCK);
 }
 
-/// A terminal starts with echo and line editing, and would answer the chassis with its own words until the client
-/// sets it up.
+/// A terminal starts with echo and line editing, and would send the chassis its own output back until the client sets
+/// it up.
 bool makeRaw(int descriptor)
 {
     termios settings{};
@@ -45,7 +45,7 @@ bool Pty::open()
         return false;
     }
     m_clientPath = QFile::decodeName(name.data());
-    // Only after its first close does an unused terminal report that nobody holds it.
+    // Until its first close an unused terminal does not report that nobody has it open.
     const int client = openClientEnd(m_clientPath);
     const bool raw = client >= 0 && makeRaw(client);
     if (client >= 0)

@@ -25,12 +25,12 @@ public:
     /// Whether some process has the client's end open.
     [[nodiscard]] bool hasClient() const;
 
-    /// What the client sent; empty if nothing waits or the client is gone.
+    /// Bytes from the client; empty if there are none or the client has left.
     [[nodiscard]] QByteArray read() const;
-    /// Writes what the terminal takes at once and returns how much that was.
+    /// Writes what the terminal accepts without blocking and returns how much that was.
     [[nodiscard]] qsizetype write(QByteArrayView bytes) const;
-    /// Drops what the last client left unread, so that the next one starts clean as on a real line. False if the
-    /// client's end can no longer be opened.
+    /// Discards what the last client left unread, as a real line would. False if the client's end can no longer be
+    /// opened.
     [[nodiscard]] bool discardUnread() const;
 
 private:

@@ -20,7 +20,7 @@ void Trace::write(Direction direction, const QString &link, const QByteArray &te
         return;
     }
     m_problem = QStringLiteral("%1 takes no more, the trace ends").arg(m_file.fileName());
-    m_file.resize(m_wholeSize); // not that of a device
+    m_file.resize(m_wholeSize); // fails for a device, which is harmless
     m_file.close();
 }
 

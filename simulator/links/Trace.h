@@ -9,8 +9,8 @@
 namespace sim {
 
 /// Writes every frame on the links to a file, one line each: seconds since the start, "<" (received) or ">" (sent),
-/// link, text. Each line is in the file before the next, so it can be read while the chassis runs. A line that does not
-/// fit is left out, and the trace ends.
+/// link, text. Each line is flushed, so the file can be read while the chassis runs. If a line does not fit, it is
+/// removed and the trace ends.
 class Trace
 {
 public:
@@ -20,7 +20,7 @@ public:
     [[nodiscard]] bool open(const QString &path);
     /// Does nothing when no file is open.
     void write(Direction direction, const QString &link, const QByteArray &text);
-    /// Why the trace has ended, once.
+    /// Why the trace has ended; reported once.
     [[nodiscard]] QString takeProblem() { return std::exchange(m_problem, {}); }
 
     /// `text` with control bytes spelt out: <STX>, <ACK>, <0x1B>.

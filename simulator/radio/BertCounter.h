@@ -8,8 +8,8 @@ namespace sim {
 class BertCounter
 {
 public:
-    /// Passes time while the tester is on: `bits` came in, wrong with probability `errorRate`, or nothing came that
-    /// the test pattern could be found in.
+    /// Advances time while the tester is on. With lock on the test pattern `bits` were received, wrong with probability
+    /// `errorRate`.
     void step(double seconds, bool locked, double bits, double errorRate);
     void reset() { *this = BertCounter(); }
 
@@ -18,9 +18,9 @@ public:
     [[nodiscard]] qint64 seconds() const { return qint64(m_seconds); }
     [[nodiscard]] qint64 bits() const { return qint64(m_bits); }
     [[nodiscard]] qint64 errors() const { return qint64(m_errors); }
-    /// Of the last step; 0 without lock.
+    /// Error rate of the last step; 0 without lock.
     [[nodiscard]] double presentRate() const { return m_presentRate; }
-    /// Since the reset.
+    /// Error rate since the reset.
     [[nodiscard]] double totalRate() const { return m_bits > 0 ? m_errors / m_bits : 0; }
 
 private:

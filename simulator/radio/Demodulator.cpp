@@ -12,11 +12,11 @@ namespace {
 constexpr double kWeakestLock = 6.0;    // dB bit energy
 constexpr double kNoSignal = -30.0;     // dB bit energy
 constexpr double kRateTolerance = 0.01; // of the rate set
-constexpr double kLockSeconds = 0.2;    // to catch the carrier
-constexpr double kBitSyncSeconds = 0.5; // to catch the bits as well
+constexpr double kLockSeconds = 0.2;    // until carrier lock
+constexpr double kBitSyncSeconds = 0.5; // until bit sync
 constexpr double kWanderSeconds = 0.5;  // correlation time of readings without lock
 constexpr double kLostOffset = 40.0;    // kHz, standard deviation without lock
-constexpr double kUsualIndex = 0.35;    // peak deviation a bit rate
+constexpr double kUsualIndex = 0.35;    // peak deviation over bit rate
 constexpr double kLostDeviation = 1.5;  // of the locked reading, without lock
 constexpr double kReadingNoise = 0.002; // of a locked reading
 
@@ -46,7 +46,7 @@ bool Demodulator::fits(const IfSignal &input) const
 
 void Demodulator::stepReadings(const std::optional<IfSignal> &input, double seconds)
 {
-    // Drawn in every step, locked or not: chance must depend on the number of steps alone.
+    // Drawn in every step, locked or not: the random stream must depend on the number of steps alone.
     const double noise = m_noise.gaussian();
     m_wander = Noise::wander(m_wander, noise, seconds, kWanderSeconds);
     const double index = m_controls.index > 0 ? m_controls.index : kUsualIndex;

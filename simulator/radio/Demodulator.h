@@ -9,7 +9,7 @@ namespace sim {
 
 struct DemodulationMode;
 
-/// The signal side of a demodulator: what its loops hold for given controls and a given carrier.
+/// The signal processing of a demodulator: the state of its loops for given controls and a given carrier.
 class Demodulator
 {
 public:
@@ -17,8 +17,8 @@ public:
     {
         const DemodulationMode *mode = nullptr;
         double rate = 0;       ///< bits a second
-        double sweepRange = 0; ///< kHz to either side in which a carrier loop finds a carrier
-        double index = 0;      ///< of frequency modulation; 0: found by itself
+        double sweepRange = 0; ///< kHz to either side in which the carrier loop finds a carrier
+        double index = 0;      ///< of frequency modulation; 0: measured by the card
     };
 
     explicit Demodulator(quint32 seed) : m_noise(seed) {}
@@ -33,7 +33,7 @@ public:
     [[nodiscard]] bool isBitSyncLocked() const;
     /// Energy a bit over the noise density, dB; far below 0 without a carrier.
     [[nodiscard]] double bitEnergy() const { return m_bitEnergy; }
-    /// How likely a bit is wrong.
+    /// Probability of a wrong bit.
     [[nodiscard]] double errorRate() const;
     /// kHz; wanders without lock.
     [[nodiscard]] double offset() const { return m_offset; }

@@ -16,7 +16,7 @@ namespace {
 constexpr double kAmplitude = 0.6;  // of full scale
 constexpr double kNoiseAlone = 0.3; // of full scale, standard deviation without a carrier
 constexpr double kRollOff = 0.5;    // of the pulse shape
-constexpr int kReach = 3;           // symbols to either side that a pulse is felt in
+constexpr int kReach = 3;           // symbols to either side that a pulse reaches
 constexpr int kSerialBytes = 5;
 
 /// A pulse of raised-cosine spectrum: 1 at its own symbol, 0 at all others. `time` in symbols.
@@ -26,7 +26,7 @@ double pulse(double time)
     const double denominator = 1 - ringing * ringing;
     const double phase = std::numbers::pi * time;
     const double sinc = time == 0 ? 1 : std::sin(phase) / phase;
-    // At the zero of the denominator the limit stands in.
+    // Where the denominator is 0, use the limit.
     return std::abs(denominator) < 1e-9 ? std::numbers::pi / 4 * sinc : sinc * std::cos(kRollOff * phase) / denominator;
 }
 
@@ -41,11 +41,11 @@ qint16 quantised(double value)
 QByteArray EyeSampler::eyePattern(const Demodulator &source)
 {
     constexpr int kSymbols = kSamples / kSamplesPerSymbol + 2 * kReach;
-    // Behind the discriminator frequency modulation is bits on one axis.
+    // After the discriminator, frequency modulation has two levels on one axis.
     const int levels = source.mode() && source.mode()->isCoherent() ? source.mode()->points : 2;
     std::array<Point, kSymbols> symbols;
     std::generate(symbols.begin(), symbols.end(), [&] { return symbol(source, levels); });
-    // Without bit sync the samples are taken anywhere in the symbol.
+    // Without bit sync the sampling phase is arbitrary.
     const double slip = source.isBitSyncLocked() ? 0 : m_noise.random().generateDouble();
     const double sigma = disturbance(source);
     QByteArray block;
@@ -69,7 +69,7 @@ QByteArray EyeSampler::constellation(const Demodulator &source)
     QByteArray block;
     for (int sample = 0; sample < kSamples; ++sample) {
         const Point point = symbol(source, points);
-        // Without a carrier loop in lock the figure turns.
+        // Without carrier lock the constellation rotates.
         const double turn = source.isLocked() ? 0 : 2 * std::numbers::pi * m_noise.random().generateDouble();
         append(block,
                { point.x * std::cos(turn) - point.y * std::sin(turn),
@@ -91,7 +91,7 @@ EyeSampler::Point EyeSampler::symbol(const Demodulator &source, int points)
 {
     if (!source.hasInput() || !source.mode())
         return {};
-    // Two points lie on the first axis, more of them to either side of both axes.
+    // Two points lie on the first axis; four or eight lie off both axes.
     const double first = points > 2 ? std::numbers::pi / points : 0;
     const double angle = first + 2 * std::numbers::pi * m_noise.random().bounded(points) / points;
     return { kAmplitude * std::cos(angle), kAmplitude * std::sin(angle) * source.mode()->quadrature };

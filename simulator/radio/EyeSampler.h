@@ -10,7 +10,7 @@ namespace sim {
 
 class Demodulator;
 
-/// Draws what a demodulator's sample output holds.
+/// Generates the sample blocks of a demodulator.
 class EyeSampler
 {
 public:
@@ -18,9 +18,9 @@ public:
 
     explicit EyeSampler(quint32 seed) : m_noise(seed) {}
 
-    /// Both axes of the received symbols over time, band-limited, `kSamplesPerSymbol` samples a symbol.
+    /// Both axes of the received symbols over time, band-limited, with `kSamplesPerSymbol` samples a symbol.
     [[nodiscard]] QByteArray eyePattern(const Demodulator &source);
-    /// One point a sample, taken in the middle of a symbol.
+    /// One point a sample, from the middle of a symbol.
     [[nodiscard]] QByteArray constellation(const Demodulator &source);
     /// Five bytes of received data; the transmitter's are pseudo-random.
     [[nodiscard]] QByteArray serialData();
@@ -34,9 +34,9 @@ private:
         double y = 0;
     };
 
-    /// One of `points` on the circle, as the mode weighs the axes; the origin without a carrier.
+    /// A random one of `points` on the circle, with the axes weighted by the mode; the origin without a carrier.
     [[nodiscard]] Point symbol(const Demodulator &source, int points);
-    /// Standard deviation of what disturbs each axis.
+    /// Standard deviation of the noise on each axis.
     [[nodiscard]] static double disturbance(const Demodulator &source);
     void append(QByteArray &block, const Point &point, double sigma);
 

@@ -2,7 +2,7 @@
 
 namespace sim {
 
-/// A carrier as a receiver or the combiner hands it on to a demodulator.
+/// A carrier at the output of a receiver or the combiner.
 struct IfSignal
 {
     double offset = 0;        ///< kHz above the tuned frequency

@@ -4,7 +4,7 @@
 
 namespace sim {
 
-/// A stream of normally distributed chance.
+/// A stream of normally distributed random numbers.
 class Noise
 {
 public:
@@ -15,7 +15,7 @@ public:
     [[nodiscard]] QRandomGenerator &random() { return m_random; }
 
     /// One step of a random walk that returns to 0 and has standard deviation 1 in the long run; `noise` is one
-    /// gaussian draw, `correlation` the seconds it remembers.
+    /// Gaussian draw, `correlation` the correlation time in seconds.
     [[nodiscard]] static double wander(double value, double noise, double seconds, double correlation);
 
 private:

@@ -23,7 +23,7 @@ double milliwatt(double dBm) { return std::pow(10.0, dBm / 10.0); }
 
 double dBm(double milliwatts) { return 10.0 * std::log10(milliwatts); }
 
-/// Part of a signal's occupied band that falls into the filter.
+/// Share of a signal's occupied band that falls into the filter.
 double share(double signalFrequency, double occupied, double frequency, double bandwidth)
 {
     const double low = std::max(signalFrequency - occupied / 2, frequency - bandwidth / 2);

@@ -10,7 +10,7 @@
 
 namespace sim {
 
-/// One emission in the air.
+/// One signal on the air.
 struct RadioSignal
 {
     double frequency = 0; ///< MHz
@@ -22,8 +22,8 @@ struct RadioSignal
     double rate = 0;      ///< bits a second
 };
 
-/// What the antenna sees: signals that fade and drift, over noise. Advances in equal steps, and draws its random
-/// numbers per step only, so that nothing but seed and number of steps decides what it holds.
+/// The signals at the antenna: they fade and drift, over noise. Random numbers are drawn once a step only, so that the
+/// state depends on seed and number of steps alone.
 class RadioScene
 {
 public:
@@ -32,11 +32,11 @@ public:
     RadioScene(const QList<RadioSignal> &signalList, quint32 seed);
 
     void step(double seconds);
-    /// Moves the level of the signal at `frequency` (MHz, within 50 kHz) or puts a steady one there.
+    /// Changes the level of the signal at `frequency` (MHz, within 50 kHz) or adds a steady one there.
     void setSignal(double frequency, double level);
     /// Power in dBm, noise included, in a band of `bandwidth` MHz around `frequency` MHz.
     [[nodiscard]] double power(double frequency, double bandwidth, int polarisation) const;
-    /// The strongest carrier inside the band that stands clear of the noise.
+    /// The strongest carrier inside the band that is clear of the noise.
     [[nodiscard]] std::optional<IfSignal> carrier(double frequency, double bandwidth, int polarisation) const;
     /// Receiver noise in dBm in `bandwidth` MHz.
     [[nodiscard]] double noise(double bandwidth, int polarisation) const;

@@ -13,7 +13,7 @@ constexpr double kSettlingSeconds = 0.3;
 constexpr double kPullRange = 200.0; // kHz
 constexpr double kLockWindow = 1.0;  // kHz
 
-/// How much of the way to its target a first-order loop goes in one step.
+/// The share of the distance to its target that a first-order loop covers in one step.
 double approach(double seconds, double timeConstant) { return 1.0 - std::exp(-seconds / timeConstant); }
 
 } // namespace

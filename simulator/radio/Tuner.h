@@ -8,7 +8,7 @@ namespace sim {
 
 class RadioScene;
 
-/// The analogue side of a receiver: what its detectors hold for given controls and a given scene.
+/// The analogue part of a receiver: the state of its detectors for given controls and a given scene.
 class Tuner
 {
 public:
@@ -19,10 +19,10 @@ public:
         double agcSeconds = 0.1; ///< AGC time constant
         bool agcFrozen = false;
         double loopBandwidth = 0; ///< Hz of the AFC loop; 0 is manual tuning
-        double manualOffset = 0;  ///< kHz, in force with manual tuning
+        double manualOffset = 0;  ///< kHz, used with manual tuning
     };
 
-    /// What a tape plays in place of the antenna's signal.
+    /// The signal that a tape plays in place of the antenna's.
     struct Playback
     {
         double level = 0; ///< dBm
@@ -38,13 +38,13 @@ public:
 
     /// Input level in dBm, noise included.
     [[nodiscard]] double level() const { return m_level; }
-    /// Level in dBm as the AGC loop holds it.
+    /// Level in dBm held by the AGC loop.
     [[nodiscard]] double agcLevel() const { return m_agcLevel; }
     [[nodiscard]] bool isSynthesizerLocked() const { return m_settling <= 0; }
     [[nodiscard]] bool hasCarrier() const { return m_carrier.has_value(); }
     /// The carrier in the filter; nothing without one.
     [[nodiscard]] const std::optional<IfSignal> &carrier() const { return m_carrier; }
-    /// How far the AFC loop is pulled, kHz; with manual tuning the offset set by hand.
+    /// Offset of the AFC loop in kHz; with manual tuning the offset that is set.
     [[nodiscard]] double loopStress() const { return m_loopStress; }
     /// Whether the AFC loop follows a carrier.
     [[nodiscard]] bool isLoopLocked() const { return m_loopLocked; }

@@ -8,8 +8,7 @@ namespace sim {
 
 class Unit;
 
-/// Tells the clients of a change of many settings at once: a message that the chassis is busy, every changed setting,
-/// and the message that it is done.
+/// Announces a change of many settings at once: a busy message, every changed setting, and a done message.
 class ChangeAnnouncer : public QObject
 {
     Q_OBJECT
@@ -21,18 +20,18 @@ public:
         QByteArray mnemonic;
     };
 
-    /// How long a change takes at least.
+    /// Shortest duration of a change.
     static constexpr int kBusyMs = 1500;
 
     using QObject::QObject;
 
-    /// `mnemonic` is the one that announces begin ("0") and end ("1"). Begins with the next step, so that the answer
-    /// to the request leaves first. Not to be called while busy.
+    /// `mnemonic` is sent with "0" at the start and "1" at the end. The first message leaves with the next step, after
+    /// the answer to the request. Must not be called while busy.
     void start(const QByteArray &mnemonic, const QList<Change> &changes);
-    /// Ends without a word.
+    /// Stops; nothing more is sent.
     void abort();
     [[nodiscard]] bool isBusy() const { return !m_mnemonic.isEmpty(); }
-    /// Passes simulated time; one setting leaves a step.
+    /// Advances simulated time; each step sends one setting.
     void step(int ms);
 
 Q_SIGNALS:

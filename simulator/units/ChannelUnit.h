@@ -6,7 +6,7 @@
 
 namespace sim {
 
-/// A unit with a signal going through: it reports status values unprompted and shows the chassis' slaving mode.
+/// A unit that processes a signal: it reports status values unsolicited and shows the slaving mode of the chassis.
 class ChannelUnit : public Unit
 {
     Q_OBJECT
@@ -16,16 +16,16 @@ public:
     ChannelUnit(const QByteArray &address, std::span<const SettingRow> rows, std::span<const std::string_view> reported,
                 QObject *parent = nullptr);
 
-    /// Sends every status value unprompted.
+    /// Reports every status value.
     void reportStatus();
-    /// The chassis' slaving mode, which the channel shows as its own.
+    /// Shows the slaving mode of the chassis as the channel's own.
     void setSlaving(const QByteArray &mode);
 
 protected:
-    /// Whether `position` names an item of a setting that is a list separated by commas.
+    /// Whether `position` is that of an item in `list`, a setting whose items are separated by commas.
     [[nodiscard]] bool isInList(QByteArrayView list, const QByteArray &position) const;
     [[nodiscard]] static QByteArray flag(bool on) { return on ? "1" : "0"; }
-    /// With a fixed number of decimals, and never a negative zero.
+    /// Text with a fixed number of decimals, never a negative zero.
     [[nodiscard]] static QByteArray decimal(double number, int decimals);
 
     /// Millivolts at the analogue output that `row` is named after ("AGCA", "AGCB"), for a level and a zero in dBm,

@@ -26,7 +26,7 @@ constexpr auto kRows = std::to_array<SettingRow>({
     { "POLB", Check::Index, "0", Stored, 0, 1 },
     { "IMPA", Check::Index, "0", Stored, 0, 1 },
     { "IMPB", Check::Index, "0", Stored, 0, 1 },
-    { "ABAL", Check::Range, "0", Stored, -20, 20 }, // dB that channel 2 is lifted by
+    { "ABAL", Check::Range, "0", Stored, -20, 20 }, // dB added to channel 2
     { "CAMF", Check::Index, "0", Stored, 0, 3 },
     { "CAMP", Check::Index, "1", Stored, 0, 1 },
     { "GCZV", Check::Range, "0", Stored, -5, 5 }, // V added to the combined test point
@@ -100,7 +100,7 @@ std::optional<IfSignal> CombinerUnit::combined() const
         return first.carrier ? first.carrier : second.carrier;
     const bool firstLeads = first.carrier->noiseDistance >= second.carrier->noiseDistance;
     IfSignal signal = firstLeads ? *first.carrier : *second.carrier;
-    // Only the same emission adds up; of two different ones the stronger is taken.
+    // Only carriers of the same emission add up; of two different ones the stronger is used.
     if (first.carrier->mode == second.carrier->mode && first.carrier->rate == second.carrier->rate)
         signal.noiseDistance = powerSum(first.carrier->noiseDistance, second.carrier->noiseDistance);
     return signal;

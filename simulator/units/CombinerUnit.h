@@ -7,7 +7,7 @@
 
 namespace sim {
 
-/// The diversity combiner, "C1": it weighs the carriers of both receivers by what stands over the noise.
+/// The diversity combiner, "C1": it weights the carriers of both receivers by their distance from the noise.
 class CombinerUnit : public ChannelUnit
 {
     Q_OBJECT
@@ -26,7 +26,7 @@ public:
     explicit CombinerUnit(QObject *parent = nullptr);
 
     void step(const Inputs &inputs) { m_inputs = inputs; }
-    /// The carrier it hands on, in the output mode that is set; nothing without one.
+    /// The output carrier for the output mode that is set; nothing without one.
     [[nodiscard]] std::optional<IfSignal> output() const;
 
 protected:
@@ -36,11 +36,11 @@ protected:
 
 private:
     [[nodiscard]] std::optional<IfSignal> combined() const;
-    /// dBm of the combined signal as AGC levels say it.
+    /// Combined level in dBm, from the AGC levels.
     [[nodiscard]] double level() const;
-    /// dBm of the combined level that counts as 0 V.
+    /// The combined level in dBm that corresponds to 0 V.
     [[nodiscard]] double zeroLevel() const;
-    /// Volts at a test point for the AGC level of an input (0, 1), before and behind its zero.
+    /// Volts at a test point for the AGC level of an input (0, 1), before and after its zero is subtracted.
     [[nodiscard]] double inputVolts(size_t input) const;
     [[nodiscard]] double outputVolts(size_t input) const;
     /// Volts of the combined level above its zero.

@@ -6,7 +6,7 @@ namespace sim {
 
 namespace {
 
-// Settings stand behind those they are checked against or follow.
+// A setting comes after those it is checked against or follows.
 constexpr auto kRows = std::to_array<SettingRow>({
     { "NAME", Check::Text, "Demod", Stored },
     { "SLAVE", Check::ReadOnly, "0", Volatile },
@@ -127,7 +127,7 @@ constexpr auto kRows = std::to_array<SettingRow>({
     { "VLV1", Check::ReadOnly, "0", Measured },
     { "MSE0", Check::ReadOnly, "0", Measured },
     { "FSLK", Check::ReadOnly, "0", Measured },
-    { "BS0L", Check::OnOff, "0", Measured }, // cards take a set and go on showing the lock
+    { "BS0L", Check::OnOff, "0", Measured }, // a set is accepted, but the value stays the lock
     // Older cards only: other names of registers 82, 84 and 83.
     { "DQMON", Check::OnOff, "0", Measured },
     { "DQMFS", Check::HexWord, "0400", Measured, 128, 16384 },

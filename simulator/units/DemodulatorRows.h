@@ -8,7 +8,7 @@ namespace sim {
 
 namespace DemodulatorRows {
 
-/// Every setting of a demodulator card. The older ones also know three settings by name that newer cards have in
+/// Every setting of a demodulator card. Older cards also offer three settings by name that newer cards have in
 /// registers only.
 [[nodiscard]] std::span<const SettingRow> all(bool olderCard);
 /// Mnemonics of the status values.

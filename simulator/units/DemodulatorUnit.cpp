@@ -21,7 +21,7 @@ constexpr double kVideoStep = 20.0;      // mV a step of gain
 constexpr double kFrameLockEnergy = 8.0; // dB bit energy
 constexpr double kWorstError = 9.999;
 
-/// A register that older cards also know by a name.
+/// A register that older cards also offer as a setting.
 struct DirectSetting
 {
     std::string_view mnemonic;
@@ -81,7 +81,7 @@ std::optional<QByteArray> DemodulatorUnit::lookUp(QByteArrayView mnemonic, const
 {
     if (mnemonic != "RDRG" || !isRegister(argument) || !knows(argument.toUpper()))
         return std::nullopt;
-    // Clients recognise the answer by the digits they sent.
+    // Clients match the answer by the digits they sent, in the case they sent them.
     return argument + value(argument.toUpper());
 }
 
@@ -128,7 +128,7 @@ bool DemodulatorUnit::perform(const SettingRow &, const QByteArray &value)
 {
     const QByteArray number = value.first(std::min(kRegisterDigits, value.size())).toUpper();
     const QByteArray word = value.sliced(number.size()).toLower();
-    // The versions are the only registers without a check of their own.
+    // The registers that begin with 3 hold versions and are read-only.
     return isRegister(number) && !number.startsWith('3') && change(number, word);
 }
 
@@ -171,7 +171,7 @@ bool DemodulatorUnit::isOffered(const QByteArray &code) const
     return listed && DemodulationMode::withCode(readIndex(code));
 }
 
-/// A mode that cannot run at the present rate takes the nearest one it can.
+/// Moves a rate outside the range of the mode to the nearest end of that range.
 void DemodulatorUnit::keepRatesInRange()
 {
     for (const char *const mnemonic : { "RATEA", "RATEB" }) {
@@ -221,7 +221,7 @@ QByteArray DemodulatorUnit::measureLock(QByteArrayView mnemonic) const
         return decimal(m_demodulator.videoLevel() * kVideoStep * value("VGN1").toDouble(), 0);
     if (mnemonic == "MSE0")
         return decimal(std::min(kWorstError, std::pow(10.0, -m_demodulator.bitEnergy() / 10)), 4);
-    return flag(false); // "REST" acts at once and is never seen on
+    return flag(false); // "REST" acts at once and always reads as off
 }
 
 QByteArray DemodulatorUnit::measureBert(QByteArrayView mnemonic) const
@@ -238,7 +238,7 @@ QByteArray DemodulatorUnit::measureBert(QByteArrayView mnemonic) const
         return QByteArray::number(m_bert.errors());
     if (mnemonic == "BERC")
         return scientific(m_bert.totalRate());
-    return mnemonic == "BTER" ? scientific(m_bert.presentRate()) : value("BTTL"); // "BERG" is the gate in seconds
+    return mnemonic == "BTER" ? scientific(m_bert.presentRate()) : value("BTTL"); // "BERG" is the gate time in seconds
 }
 
 } // namespace sim

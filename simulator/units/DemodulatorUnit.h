@@ -6,7 +6,7 @@
 
 namespace sim {
 
-/// A demodulator, "D1" to "D3": its settings steer a `Demodulator`, whose loops become its status values. Some of its
+/// A demodulator, "D1" to "D3": its settings control a `Demodulator`, whose loops give its status values. Some of its
 /// settings live in registers that clients read and write by number.
 class DemodulatorUnit : public ChannelUnit
 {
@@ -16,10 +16,10 @@ public:
     /// What goes out on the eye link; the numbers are the ones of "DSDM".
     enum class EyeOutput { Off, Constellation, EyePattern, SerialData };
 
-    /// `number` 1 to 3. Older cards also take settings by name that others have in registers only.
+    /// `number` 1 to 3. Older cards also accept three settings by name that newer cards have in registers only.
     DemodulatorUnit(int number, bool olderCard, quint32 seed, QObject *parent = nullptr);
 
-    /// Passes simulated time with what the selected source hands on.
+    /// Advances simulated time with the carrier of the selected source.
     void step(const std::optional<IfSignal> &input, double seconds);
     [[nodiscard]] int number() const { return m_number; }
     [[nodiscard]] EyeOutput eyeOutput() const { return EyeOutput(readIndex(value("DSDM"))); }

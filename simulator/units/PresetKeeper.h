@@ -6,7 +6,7 @@ namespace sim {
 
 class PresetStore;
 
-/// What the preset commands of the chassis do: snapshots of all units, and going back to them.
+/// Carries out the preset commands of the chassis: takes snapshots of all units and restores them.
 class PresetKeeper
 {
 public:
@@ -18,10 +18,10 @@ public:
 
     /// False if the name or the store does not allow it.
     [[nodiscard]] bool store(const QByteArray &name);
-    /// Goes back to a preset and announces what changed. False if there is none or another change is under way.
+    /// Restores a preset and announces what changed. False if there is no such preset or another change is in progress.
     [[nodiscard]] bool restore(const QByteArray &name);
     [[nodiscard]] bool remove(const QByteArray &name);
-    /// The names, each followed by one blank.
+    /// The names of all presets, each followed by one blank.
     [[nodiscard]] QByteArray listing() const;
 
 private:

@@ -44,7 +44,7 @@ QJsonObject PresetStore::state(const QByteArray &name) const
 
 bool PresetStore::store(const QByteArray &name, const QJsonObject &state)
 {
-    // The listing separates names by blanks: a name that holds one could never be asked for again.
+    // Blanks separate the names in the listing, so a name with a blank could never be restored.
     const bool listable = std::none_of(name.begin(), name.end(), [](char c) { return c >= 0 && c <= ' '; });
     const bool room = contains(name) || m_presets.size() < kMostPresets;
     if (!listable || !room || name.isEmpty() || name.size() > kLongestName)
@@ -68,7 +68,7 @@ bool PresetStore::replace(const QJsonObject &presets)
     if (!m_path.isEmpty()) {
         QSaveFile file(m_path);
         const QByteArray text = QJsonDocument(presets).toJson();
-        // What the commit itself flushes may get lost without a word.
+        // commit() does not report an error of the flush it does itself.
         const bool written =
             file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.flush() && file.commit();
         if (!written) {

@@ -9,7 +9,7 @@
 
 namespace sim {
 
-/// The presets a chassis keeps by name, in memory and, if wanted, in a file that outlives the run.
+/// The presets of a chassis by name, in memory and, if wanted, in a file that outlives the run.
 class PresetStore
 {
 public:
@@ -24,11 +24,11 @@ public:
     [[nodiscard]] QByteArrayList names() const;
     [[nodiscard]] bool contains(const QByteArray &name) const;
     [[nodiscard]] QJsonObject state(const QByteArray &name) const;
-    /// False if the name cannot be listed (blanks, length), the store is full or the file cannot be written.
+    /// False if the name is not allowed (blanks, length), the store is full or the file cannot be written.
     [[nodiscard]] bool store(const QByteArray &name, const QJsonObject &state);
     /// False if there is none of that name or the file cannot be written.
     [[nodiscard]] bool remove(const QByteArray &name);
-    /// Why the file could not be written, once.
+    /// Why the file could not be written; reported once.
     [[nodiscard]] QString takeProblem() { return std::exchange(m_problem, {}); }
 
 private:

@@ -11,7 +11,7 @@ namespace sim {
 
 namespace {
 
-// Lists stand before the settings that are checked against them.
+// A list comes before the settings that are checked against it.
 constexpr auto kRows = std::to_array<SettingRow>({
     { "NAME", Check::Text, "Receiver", Stored },
     { "SLAVE", Check::ReadOnly, "0", Volatile },
@@ -42,7 +42,7 @@ constexpr auto kRows = std::to_array<SettingRow>({
     { "CIF1", Check::Index, "0", Stored, 0, 1 },
     { "CATN", Check::Range, "0", Stored, 0, 60 },
     { "MANG", Check::Range, "0", Stored, 0, 120 },
-    // Service values: taken and given back, without effect on the simulation.
+    // Service values: stored and returned, without effect on the simulation.
     { "MVAL", Check::Text, "0" },
     { "LSCI", Check::Text, "0" },
     { "LSCL", Check::Text, "0" },
@@ -65,7 +65,7 @@ constexpr auto kReported = std::to_array<std::string_view>({ "SYNL", "SSLV", "MA
 
 constexpr std::array<double, 5> kAgcSeconds{ 1.0, 0.1, 0.01, 0.001, 0.0001 };
 constexpr std::array<double, 5> kLoopBandwidths{ 100, 20, 5, 1, 0 }; // Hz; the last is manual tuning
-constexpr double kEdgeTolerance = 1e-6;                              // MHz: edges are no binary fractions
+constexpr double kEdgeTolerance = 1e-6;                              // MHz: band edges are not exact in binary
 
 template <typename T, std::size_t Size>
 T entry(const std::array<T, Size> &list, const QByteArray &position)
@@ -73,7 +73,7 @@ T entry(const std::array<T, Size> &list, const QByteArray &position)
     return list.at(size_t(std::clamp(readIndex(position), 0, int(Size) - 1)));
 }
 
-/// MHz of a filter name such as "500 kHz"; 0 if it is none.
+/// Bandwidth in MHz of a filter name such as "500 kHz"; 0 if the text is not one.
 double megahertz(const QByteArray &name)
 {
     const qsizetype blank = name.indexOf(' ');
@@ -156,7 +156,7 @@ Tuner::Controls ReceiverUnit::controls() const
 double ReceiverUnit::filterBandwidth() const
 {
     const QByteArrayList names = value("IFLS").split(',');
-    // A list that the chassis made shorter leaves the widest filter in place of one that is gone.
+    // If the list became shorter and the filter is gone, the widest one left is used.
     const int position = std::clamp(readIndex(value("IFBW")), 0, int(names.size()) - 1);
     const double bandwidth = megahertz(names.at(position));
     return bandwidth > 0 ? bandwidth : 1.0;

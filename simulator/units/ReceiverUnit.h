@@ -7,7 +7,7 @@ namespace sim {
 
 class RadioScene;
 
-/// A receiver, "R1" or "R2": its settings steer a `Tuner`, whose detectors become its status values.
+/// A receiver, "R1" or "R2": its settings control a `Tuner`, whose detectors give its status values.
 class ReceiverUnit : public ChannelUnit
 {
     Q_OBJECT
@@ -17,13 +17,13 @@ public:
     explicit ReceiverUnit(int number, QObject *parent = nullptr);
 
     [[nodiscard]] int number() const { return m_number; }
-    /// Passes simulated time. `tape` is what a tape would play, if there is one.
+    /// Advances simulated time. `tape` is the playback signal, if there is a tape.
     void step(const RadioScene &scene, const std::optional<Tuner::Playback> &tape, double seconds);
-    /// MHz it is tuned to.
+    /// Tuned frequency in MHz.
     [[nodiscard]] double frequency() const { return value("FREQ").toDouble(); }
-    /// Level in dBm as the AGC holds it.
+    /// Level in dBm held by the AGC loop.
     [[nodiscard]] double agcLevel() const { return m_tuner.agcLevel(); }
-    /// The carrier it hands on; nothing without one.
+    /// The output carrier; nothing without one.
     [[nodiscard]] const std::optional<IfSignal> &output() const { return m_tuner.carrier(); }
 
 protected:

@@ -4,8 +4,8 @@
 
 namespace sim {
 
-/// The built-in self-test, "S1": a test signal generator whose settings are kept and given back. It has no effect on
-/// the signals on the air.
+/// The built-in self-test, "S1": a test signal generator. Its settings are stored and returned, but do not change the
+/// simulated signals.
 class SelfTestUnit : public ChannelUnit
 {
     Q_OBJECT

@@ -7,7 +7,7 @@
 
 namespace sim {
 
-/// What a set must look like before a card takes it.
+/// How the value of a set request is checked.
 enum class Check {
     ReadOnly, ///< never settable
     OnOff,    ///< "0" or "1"
@@ -17,7 +17,7 @@ enum class Check {
     HexWord,  ///< four hexadecimal digits, a number from `low` to `high`
     Text,     ///< printable text of bounded length
     Own,      ///< the unit itself decides
-    Action,   ///< the unit does something with the value and keeps nothing; cannot be queried
+    Action,   ///< the unit acts on the value and stores nothing; cannot be queried
 };
 
 /// Properties of a setting, to be combined with "|".
@@ -25,8 +25,8 @@ enum SettingFlag : unsigned {
     Plain = 0,
     Stored = 1,   ///< part of a preset
     Volatile = 2, ///< back to its start value after a power cycle
-    Measured = 4, ///< worked out anew before every answer and report
-    Inner = 8,    ///< kept under this name, which is no mnemonic on the link
+    Measured = 4, ///< computed again before every answer and report
+    Inner = 8,    ///< stored under this name, but not a mnemonic on the link
 };
 
 /// One mnemonic of a unit.
@@ -43,16 +43,16 @@ struct SettingRow
     [[nodiscard]] QByteArrayView name() const { return { mnemonic.data(), qsizetype(mnemonic.size()) }; }
 };
 
-/// Whether the card takes `value` by the row alone. Rows the unit decides (`Own`, `Action`) are never taken here.
+/// Whether the row alone accepts `value`. Always false for rows that the unit decides (`Own`, `Action`).
 [[nodiscard]] bool acceptedByRow(const SettingRow &row, QByteArrayView value);
 
-/// Reads a plain decimal number ("-12.5"); no exponent, no blanks, no words. False leaves `number` alone.
+/// Reads a plain decimal number ("-12.5"); no exponent, blanks or words. If false, `number` is unchanged.
 [[nodiscard]] bool readDecimal(QByteArrayView text, double &number);
 
-/// Reads up to four hexadecimal digits of either case. -1 if they are none.
+/// Reads one to four hexadecimal digits of either case. -1 if the text is anything else.
 [[nodiscard]] int readHex(QByteArrayView text);
 
-/// Reads a whole number written in digits only, as positions in lists are. -1 if it is none.
+/// Reads a whole number written in digits only, such as a list position. -1 if the text is anything else.
 [[nodiscard]] int readIndex(QByteArrayView text);
 
 } // namespace sim

@@ -12,9 +12,9 @@ class SpectralSystemUnit : public Unit
 public:
     explicit SpectralSystemUnit(QObject *parent = nullptr);
 
-    /// Whether clients want unprompted status reports. Blocks of spectrum do not ask for this.
+    /// Whether clients want unsolicited status reports. Spectrum blocks do not depend on it.
     [[nodiscard]] bool isReporting() const { return value("TRON") == "ON"; }
-    /// Whether its card list holds `text`.
+    /// Whether the card list contains `text`.
     [[nodiscard]] bool lists(QByteArrayView text) const { return value("CLST").contains(text); }
 
 protected:

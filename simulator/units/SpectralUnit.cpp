@@ -18,7 +18,7 @@ constexpr auto kRows = std::to_array<SettingRow>({
 constexpr int kLines = 256;
 constexpr double kFloor = -150; // dBm, sent as 0
 constexpr double kHighest = 255;
-constexpr double kRipple = 1.5; // dB, the noise of a short measurement
+constexpr double kRipple = 1.5; // dB, measurement noise of one block
 
 } // namespace
 

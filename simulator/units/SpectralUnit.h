@@ -9,15 +9,15 @@ namespace sim {
 
 class RadioScene;
 
-/// A spectrum analyser, "SP1" to "SP3": the first two look at the input of a receiver, the third at the combiner, which
-/// shows the better of both in every line.
+/// A spectrum analyser, "SP1" to "SP3": the first two show the input of a receiver, the third the combiner, which has
+/// the stronger of both in every line.
 class SpectralUnit : public Unit
 {
     Q_OBJECT
 
 public:
     static constexpr int kReceivers = 2;
-    /// MHz the receivers are tuned to; 0 for one that is not there.
+    /// Frequencies of the receivers in MHz; 0 for a missing one.
     using Tuning = std::array<double, kReceivers>;
 
     /// `number` 1 to 3.
@@ -25,11 +25,11 @@ public:
 
     /// Whether clients want blocks.
     [[nodiscard]] bool isSending() const { return isOn("DATA"); }
-    /// Sends a block of the spectrum as it is now.
+    /// Sends a block of the current spectrum.
     void sendBlock(const RadioScene &scene, const Tuning &tuning);
 
 private:
-    /// dBm of the line that begins `offset` MHz above the tuned frequency.
+    /// Level in dBm of the line that begins `offset` MHz above the tuned frequency.
     [[nodiscard]] double level(const RadioScene &scene, const Tuning &tuning, double offset, double width) const;
 
     int m_number;

@@ -15,16 +15,16 @@ public:
     /// `presets` must outlive the unit.
     explicit SystemUnit(PresetKeeper &presets, QObject *parent = nullptr);
 
-    /// Passes simulated time: the chassis clock runs.
+    /// Advances the clock of the chassis.
     void step(double seconds);
-    /// Whether clients want unprompted reports.
+    /// Whether clients want unsolicited reports.
     [[nodiscard]] bool isReporting() const;
     [[nodiscard]] bool isLogging() const;
-    /// What demodulator `number` listens to: "1" or "2" a receiver, "3" the combiner, "A" to "C" a socket.
+    /// The input of demodulator `number`: "1" or "2" a receiver, "3" the combiner, "A" to "C" an external input.
     [[nodiscard]] QByteArray source(int number) const { return value("SDM" + QByteArray::number(number)); }
-    /// Takes the AGC level (dBm) that the log shows and reports it.
+    /// Stores the AGC level (dBm) for the log and reports it.
     void logAgc(double level);
-    /// Whether the list of telemetry-over-IP cards names `card`.
+    /// Whether the list of telemetry-over-IP cards contains `card`.
     [[nodiscard]] bool listsTmoip(QByteArrayView card) const;
     void loseVolatileState() override;
 

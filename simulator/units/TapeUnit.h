@@ -5,7 +5,7 @@
 
 namespace sim {
 
-/// The tape interface, "T1". Its tape always runs: receivers that are switched to playback hear one steady carrier.
+/// The tape interface, "T1". The tape always runs: a receiver switched to playback gets a steady carrier.
 class TapeUnit : public ChannelUnit
 {
     Q_OBJECT
@@ -13,7 +13,7 @@ class TapeUnit : public ChannelUnit
 public:
     explicit TapeUnit(QObject *parent = nullptr);
 
-    /// What it plays into receiver `number`, 1 or 2, at the gain that is set.
+    /// The signal played into receiver `number`, 1 or 2, at the gain that is set.
     [[nodiscard]] Tuner::Playback playback(int number) const;
 };
 

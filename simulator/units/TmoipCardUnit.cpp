@@ -109,7 +109,7 @@ QByteArray TmoipCardUnit::measure(const SettingRow &row) const
     return QByteArray::number(qint64(bytes));
 }
 
-/// Day of the year and time, as time codes carry them. The simulated world begins at noon of a day in May.
+/// Day of the year and time, as in time codes. Simulated time begins at noon on the third of May.
 QByteArray TmoipCardUnit::time() const
 {
     static const QDateTime start(QDate(2026, 5, 3), QTime(12, 0), Qt::UTC);

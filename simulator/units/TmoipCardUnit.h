@@ -9,7 +9,7 @@
 
 namespace sim {
 
-/// A telemetry-over-IP card, such as "TM1-0", with its three streams. New network settings wait until they are
+/// A telemetry-over-IP card, such as "TM1-0", with its three streams. New network settings take effect when they are
 /// committed.
 class TmoipCardUnit : public ChannelUnit
 {
@@ -22,11 +22,11 @@ public:
     [[nodiscard]] int number() const { return m_number; }
     /// The card itself and its streams.
     [[nodiscard]] QList<ChannelUnit *> units();
-    /// Puts the network settings into force; the network is down for a while.
+    /// Applies the network settings; the network is down for a while.
     void commit();
-    /// Passes simulated time; `bitRate` gives the bits a second for a stream, 0 for none.
+    /// Advances simulated time; `bitRate` returns the bits a second of a stream, 0 for none.
     void step(const std::function<double(int stream)> &bitRate, double seconds);
-    /// Network settings that were not committed are gone.
+    /// Discards network settings that were not committed.
     void loseVolatileState() override;
 
 protected:

@@ -18,7 +18,7 @@ constexpr auto kRows = std::to_array<SettingRow>({
     { "MTUS", Check::Index, "1500", Stored, 400, 1500 },
     { "RBUF", Check::Index, "8", Stored, 1, 256 },
     { "INPZ", Check::Index, "0", Stored, 0, 2 },
-    // Taken and given back, without effect on the simulation.
+    // Stored and returned, without effect on the simulation.
     { "ID10", Check::Text, "1", Stored },
     { "SPRT", Check::Text, "0", Stored },
     { "ENDN", Check::Text, "0", Stored },
@@ -40,8 +40,8 @@ constexpr auto kReported =
 constexpr auto kCounted = std::to_array<std::string_view>({ "TXBT", "RXBT", "RETX", "DROP", "OOPS" });
 
 constexpr double kHeaderBytes = 28; // IP and UDP
-constexpr double kReportBytes = 6;  // of the far end's reports, for every packet
-constexpr double kLossRate = 2e-3;  // packets that get lost on the way
+constexpr double kReportBytes = 6;  // of reports from the far end for every packet
+constexpr double kLossRate = 2e-3;  // share of packets lost in the network
 constexpr double kDisorderRate = 1e-3;
 
 QByteArray whole(double number) { return QByteArray::number(qint64(number)); }
@@ -65,7 +65,7 @@ void TmoipStreamUnit::step(double bitRate, bool networkIsUp, double seconds)
     } else if (bitRate <= 0) {
         m_status = "No Clock";
     } else {
-        // Only the reliable protocol hears from the far end whether packets arrive.
+        // Only the reliable protocol gets confirmations from the far end.
         m_status = isReliable() ? "Ok" : "Transmitting";
         m_bitRate = bitRate;
     }

@@ -7,7 +7,7 @@
 
 namespace sim {
 
-/// One PCM stream of a telemetry-over-IP card, "TM1-1" to "TM1-3" of the first: it cuts a bit stream into packets and
+/// One PCM stream of a telemetry-over-IP card, "TM1-1" to "TM1-3" of the first: it packs a bit stream into packets and
 /// counts them.
 class TmoipStreamUnit : public ChannelUnit
 {
@@ -18,7 +18,7 @@ public:
     TmoipStreamUnit(int card, int number, quint32 seed, QObject *parent = nullptr);
 
     [[nodiscard]] int number() const { return m_number; }
-    /// Passes simulated time with `bitRate` bits a second at the input, 0 without a clock.
+    /// Advances simulated time with `bitRate` bits a second at the input, 0 without a clock.
     void step(double bitRate, bool networkIsUp, double seconds);
     [[nodiscard]] double bytesSent() const { return m_counters[BytesSent]; }
     [[nodiscard]] double bytesReceived() const { return m_counters[BytesReceived]; }

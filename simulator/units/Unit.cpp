@@ -102,7 +102,7 @@ QByteArray Unit::initialise(const QJsonObject &values)
         if (!knows(key.toLatin1()))
             return key.toLatin1();
     }
-    // In the table's order: a list stands before the setting that is checked against it.
+    // In the order of the table: a list comes before the settings that are checked against it.
     for (const SettingRow &row : m_rows) {
         const QJsonValue initial = values.value(QString::fromLatin1(row.name()));
         const bool taken = initial.isString() && change(row.name(), initial.toString().toUtf8());
