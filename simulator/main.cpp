@@ -1,7 +1,7 @@
+#include "common/EndSignals.h"
 #include "simulator/chassis/Chassis.h"
 #include "simulator/chassis/Family.h"
 #include "simulator/console/Console.h"
-#include "simulator/console/EndSignals.h"
 #include "simulator/console/LineReader.h"
 #include "simulator/console/Options.h"
 #include "simulator/console/Script.h"
@@ -28,14 +28,6 @@ void say(const QByteArray &line)
     std::fflush(stdout);
 }
 
-/// A reader of standard output that has gone, a terminal that belongs to another job, or a file that has reached its
-/// limit is an error of that one write or read; none of them ends the simulator.
-void ignoreFileSignals()
-{
-    for (const int number : { SIGPIPE, SIGTTIN, SIGXFSZ })
-        std::signal(number, SIG_IGN);
-}
-
 } // namespace
 
 int main(int argc, char *argv[])
@@ -54,9 +46,9 @@ int main(int argc, char *argv[])
     if (!family)
         return fail(error);
 
-    ignoreFileSignals();
-    const sim::EndSignals endSignals;
-    QObject::connect(&endSignals, &sim::EndSignals::received, &application, &QCoreApplication::quit);
+    // Files, terminals and readers report their faults where they are used.
+    const EndSignals endSignals({ SIGINT, SIGTERM }, { SIGPIPE, SIGTTIN, SIGXFSZ });
+    QObject::connect(&endSignals, &EndSignals::arrived, &application, &QCoreApplication::quit);
     sim::Chassis chassis(options.setup);
     sim::Console console(chassis);
     const auto execute = [&console](const QByteArray &line) {
