@@ -19,19 +19,13 @@ constexpr int kHeadWidth = 270; // pixels that lamps and marks in the panel's he
 /// Data sources in the order of the box's items.
 const QStringList kSources{ u"1"_s, u"2"_s, u"3"_s, u"A"_s, u"B"_s, u"C"_s };
 
-/// A number in a larger unit; any other text as it is.
-QString scaledDown(const QString &value, double unit, int decimals)
-{
-    const auto number = NumberText::parse(value);
-    return number ? NumberText::fixed(*number / unit, decimals) : value;
-}
-
 } // namespace
 
 DemodulatorPanel::DemodulatorPanel(int number, const PanelContext &context, QWidget *parent)
     : PanelOf(context, parent)
     , ui(std::make_unique<Ui::DemodulatorPanel>())
     , m_parts(*ui, number)
+    , m_status(*ui)
 {
     ui->setupUi(this);
     const QString digit = QString::number(number);
@@ -251,34 +245,4 @@ void DemodulatorPanel::DisplayVideoBandwidth(const QString &value)
     const QString text = ValueText::shown(NumberText::bandwidth(value));
     WidgetUpdate::text(ui->lblAnalogBWAVal, text);
     WidgetUpdate::text(ui->lblAnalogBWBVal, text);
-}
-
-// Display of status values
-
-void DemodulatorPanel::updateDynamicParams()
-{
-    UpdateDLCK();
-    UpdateBLCK();
-    UpdateFOFF();
-    UpdatePDEV();
-    UpdateVLV1();
-}
-
-void DemodulatorPanel::UpdateDLCK() { WidgetUpdate::lockLamp(ui->lblDemod, ui->lblDemodmark, channel()->getDLCK()); }
-
-void DemodulatorPanel::UpdateBLCK()
-{
-    WidgetUpdate::lockLamp(ui->lblBitSync, ui->lblBitSyncmark, channel()->getBLCK());
-}
-
-void DemodulatorPanel::UpdateFOFF() { WidgetUpdate::reading(ui->lblFreqOffsetVal, channel()->getFOFF(), " KHz"_L1); }
-
-void DemodulatorPanel::UpdatePDEV()
-{
-    WidgetUpdate::reading(ui->lblPeakDevVal, scaledDown(channel()->getPDEV(), 1e6, 3), " MHz"_L1);
-}
-
-void DemodulatorPanel::UpdateVLV1()
-{
-    WidgetUpdate::reading(ui->lblAnalogAVoltage, scaledDown(channel()->getVLV1(), 1e3, 2), " V"_L1);
 }

@@ -3,6 +3,7 @@
 #include "channels/DmdChan.h"
 #include "frontpanel/DemodulatorOutput.h"
 #include "frontpanel/DemodulatorParts.h"
+#include "frontpanel/DemodulatorStatus.h"
 #include "frontpanel/PanelOf.h"
 
 #include <memory>
@@ -25,7 +26,7 @@ public:
     /// outlives the panel.
     void setChannel(DmdChan *channel, const CardFamilies &families);
 
-    void updateDynamicParams() override;
+    void updateDynamicParams() override { m_status.update(*channel()); }
     void restoreEntries() override;
     void showSlaved(bool slaved) override;
 
@@ -69,15 +70,9 @@ private:
     void enterRate(const DemodulatorOutput &output);
     [[nodiscard]] bool CheckValidDataRanges(const QString &letter, double rate);
 
-    // Display of status values
-    void UpdateDLCK();
-    void UpdateBLCK();
-    void UpdateFOFF();
-    void UpdatePDEV();
-    void UpdateVLV1();
-
     std::unique_ptr<Ui::DemodulatorPanel> ui;
     DemodulatorParts m_parts;
+    DemodulatorStatus m_status;
     DemodulatorOutput m_outputA;
     DemodulatorOutput m_outputB;
 };

@@ -55,7 +55,7 @@ QString troubleOf(const LinkStatus &status)
     case LinkStatus::State::Waiting:
         return u"no answer"_s;
     case LinkStatus::State::Reading:
-        return u"being read anew"_s;
+        return u"re-reading settings"_s;
     case LinkStatus::State::Live:
         break;
     }
@@ -143,7 +143,7 @@ QString LinkStatusLine::stateOf(const SerialPortController &link) const
     }
     if (link.portType() == SerialPortController::REMOTE_LINK)
         return m_isClientPresent ? u"client present"_s : u"no client"_s;
-    return status.hasOtherCards ? u"live, other card list, restart to see it"_s : u"live"_s;
+    return status.hasOtherCards ? u"live; cards changed, restart to apply"_s : u"live"_s;
 }
 
 void LinkStatusLine::showChassis(const SerialPortController &link)

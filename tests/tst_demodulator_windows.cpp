@@ -2,9 +2,9 @@
 #include "controls/FocusReturn.h"
 #include "dialogs/demodulator/DmdCtrlWindow.h"
 #include "dialogs/demodulator/EyeConstWindow.h"
-#include "head/SettingsCheck.h"
-#include "support/CommandLinkBench.h"
 #include "support/Keys.h"
+#include "support/Wait.h"
+#include "support/WindowBench.h"
 
 #include <QtTest>
 #include <QtWidgets>
@@ -30,14 +30,12 @@ class DemodulatorWindowsTest : public QObject
 {
     Q_OBJECT
 
-public:
-    DemodulatorWindowsTest() { m_bench.bench.fit({ LinkBench::kRegisterDemodulators }); }
-
 private Q_SLOTS:
     void initTestCase()
     {
-        QVERIFY(m_bench.start());
-        m_bench.link.findChild<SettingsCheck *>()->setActive(false); // what the windows send is what counts here
+        m_bench.links().fit({ LinkBench::kRegisterDemodulators });
+        QVERIFY(m_bench.goLive());
+        m_bench.stopReadingBack();
     }
     void init()
     {
@@ -58,31 +56,16 @@ private Q_SLOTS:
     void closedWhileUnanswered();
 
 private:
-    [[nodiscard]] DmdChan *channel() { return qobject_cast<DmdChan *>(m_bench.link.channels().value(1)); }
+    [[nodiscard]] DmdChan *channel() { return m_bench.demodulator(0); }
+    [[nodiscard]] FarEnd &card() { return m_bench.chassis(); }
     [[nodiscard]] QComboBox *box(const QString &name) { return m_window->findChild<QComboBox *>(u"cbo"_s + name); }
     [[nodiscard]] QLineEdit *line(const QString &name) { return m_window->findChild<QLineEdit *>(u"line"_s + name); }
     [[nodiscard]] bool isFocusReturned() const { return m_window->focusWidget()->objectName() == "lblFocusdmd"_L1; }
-    /// Frames sent because of @p act; all are answered or given up, and the outcome is shown, when it returns.
-    [[nodiscard]] QByteArrayList sentBy(const std::function<void()> &act)
-    {
-        const auto mark = m_bench.far.frames().size();
-        act();
-        const bool isAtRest = m_bench.idle();
-        QCoreApplication::processEvents();
-        QByteArrayList sent = m_bench.far.framesSince(mark);
-        sent.removeOne("U0:VERTSKB");
-        return isAtRest ? sent : QByteArrayList{ "(no rest)" };
-    }
+    [[nodiscard]] QByteArrayList sentBy(const std::function<void()> &act) { return m_bench.sentBy(act); }
     /// Frames sent because of what the card reports.
     [[nodiscard]] QByteArrayList sentOn(const QByteArray &settings)
     {
-        return sentBy([&] {
-            m_bench.far.send("\x02"
-                             "D1:" +
-                             QByteArray(settings).replace(" ", "\r\x02"
-                                                               "D1:") +
-                             '\r');
-        });
+        return sentBy([&] { m_bench.report(("D1:" + QByteArray(settings).replace(" ", " D1:")).split(' ')); });
     }
     /// Opens the advanced window, or, for a variant of -1, the eye window in its place.
     void open(int variant)
@@ -108,7 +91,7 @@ private:
         return names.join(u' ');
     }
 
-    CommandLinkBench m_bench;
+    WindowBench m_bench;
     QPointer<QDialog> m_window;
     bool m_open = false;
 };
@@ -148,19 +131,19 @@ void DemodulatorWindowsTest::choices()
         const auto other = (item + 1) % items.size();
         QCOMPARE(sentOn(frames(other).join(' ').replace("D1:", "")), kNothing);
         QCOMPARE(box(parts[1])->currentText(), text(other));
-        m_bench.far.refuse(mnemonic);
+        card().refuse(mnemonic);
         QCOMPARE(sentBy([&] { pick(box(parts[1]), item); }), frames(item));
         QCOMPARE(box(parts[1])->currentText(), text(other));
-        m_bench.far.behave(mnemonic);
+        card().behave(mnemonic);
         QCOMPARE(sentBy([&] { pick(box(parts[1]), item); }), frames(item).first(1)); // a second setting has it already
         QCOMPARE(box(parts[1])->currentText(), text(item));
     }
     // A value of no item is shown itself, and any item replaces it; a refused one brings it back.
     QCOMPARE(sentOn(mnemonic.last(4) + ":99"), kNothing);
-    m_bench.far.refuse(mnemonic);
+    card().refuse(mnemonic);
     QCOMPARE(sentBy([&] { pick(box(parts[1]), 0); }).first(1), frames(0).first(1));
     QVERIFY(box(parts[1])->currentIndex() == -1 && box(parts[1])->property("shownText") == u"99"_s);
-    m_bench.far.behave(mnemonic);
+    card().behave(mnemonic);
     QCOMPARE(sentOn(mnemonic.last(4) + ":Unknown"), kNothing);
     QVERIFY(box(parts[1])->currentIndex() == -1 && box(parts[1])->property("shownText") == QString());
 
@@ -202,10 +185,10 @@ void DemodulatorWindowsTest::entries()
         QCOMPARE(sentOn(words[0].toLatin1()), kNothing);
         QCOMPARE(field->text(), words[1]);
         QCOMPARE(sentBy([&] { QTest::keyClick(field, Qt::Key_Return); }), kNothing); // what is shown may be rounded
-        m_bench.far.refuse(set[0].first(7));
+        card().refuse(set[0].first(7));
         QCOMPARE(sentBy([&] { enter(field, words[2]); }), set);
         QCOMPARE(field->text(), words[1]);
-        m_bench.far.behave(set[0].first(7));
+        card().behave(set[0].first(7));
         QCOMPARE(sentBy([&] { enter(field, words[2]); }), set);
         QCOMPARE(sentBy([&] { enter(field, u' ' + words[2]); }), kNothing);
         QCOMPARE(field->text(), words[4]);
@@ -240,15 +223,15 @@ void DemodulatorWindowsTest::halfTypedEntries()
     QCOMPARE(sentBy([&] { enter(line(u"StepSizedmd"_s), u"5"_s); }), QByteArrayList{ "D1:SWRT:5" });
     QVERIFY(!timer->isRunning() && field->text() == "2.00"_L1);
 
-    m_bench.far.ignore("D1:LBWB");
+    card().ignore("D1:LBWB");
     enter(field, u"3"_s);
-    m_bench.far.sendFrame("D1:LBWB:0.01"); // older than what was entered
+    card().sendFrame("D1:LBWB:0.01"); // older than what was entered
     QVERIFY(waitUntil([&] { return channel()->getLBWB() == "0.01"_L1; }));
     QCoreApplication::processEvents();
     QCOMPARE(field->text(), u"3"_s);
     (void)sentBy([] {}); // unanswered in the end
     QCOMPARE(field->text(), u"1.00"_s);
-    m_bench.far.behave("D1:LBWB");
+    card().behave("D1:LBWB");
 }
 
 void DemodulatorWindowsTest::valuesThatAreNoNumber()
@@ -263,7 +246,7 @@ void DemodulatorWindowsTest::valuesThatAreNoNumber()
     QLineEdit *const field = line(u"SweepRangedmd"_s);
     QCOMPARE(sentBy([&] { QTest::keyClick(field, Qt::Key_Return); }), kNothing);
     QCOMPARE(field->text(), u"--"_s);
-    m_bench.far.refuse("D1:SWRG");
+    card().refuse("D1:SWRG");
     for (const QString &back : { u"--"_s, u"70"_s }) { // refused, then accepted
         const auto type = [&] {
             QTest::mouseClick(field, Qt::LeftButton, {}, field->rect().center());
@@ -272,7 +255,7 @@ void DemodulatorWindowsTest::valuesThatAreNoNumber()
         };
         QCOMPARE(sentBy(type), QByteArrayList{ "D1:SWRG:70" });
         QCOMPARE(field->text(), back);
-        m_bench.far.behave("D1:SWRG");
+        card().behave("D1:SWRG");
     }
 }
 
@@ -335,8 +318,8 @@ void DemodulatorWindowsTest::layouts()
 
 void DemodulatorWindowsTest::closedWhileUnanswered()
 {
-    m_bench.far.ignore("D1:BSDP");
-    m_bench.far.ignore("D1:DSDM");
+    card().ignore("D1:BSDP");
+    card().ignore("D1:DSDM");
     const QByteArrayList sent = sentBy([&] {
         pick(box(u"DataPoldmd"_s), 0);
         enter(line(u"StepSizedmd"_s), u"0"_s); // and with its box open
@@ -350,8 +333,8 @@ void DemodulatorWindowsTest::closedWhileUnanswered()
         QVERIFY(waitUntil([&] { return !m_window && !m_open; }));
     });
     QCOMPARE(sent.join(' '), "D1:BSDP:0 D1:DSDM:1"_ba);
-    m_bench.far.behave("D1:BSDP");
-    m_bench.far.behave("D1:DSDM");
+    card().behave("D1:BSDP");
+    card().behave("D1:DSDM");
     open(0);
     QCOMPARE(box(u"DataPoldmd"_s)->currentText(), u"NORM"_s);
 }

@@ -16,7 +16,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const QByteArrayList kEveryPanel{ LinkBench::kReceivers, LinkBench::kCombiner, LinkBench::kOlderDemodulators };
-/// What opens the windows that do not bar the main one: menu entries and buttons.
+/// What opens the windows that do not block the main one: menu entries and buttons.
 const QStringList kWindows = u"SystemCardsConfiguration SystemChannelNaming Combiner_Zero Demod1_EyeConst "
                              "Demod3_EyeConst btnAdvanceddmd1 btnAdvanceddmd3"_s.split(u' ');
 
@@ -93,7 +93,7 @@ private Q_SLOTS:
         row("save, refused", { "type:a Space type:b=a,b,c|ab+", "Ctrl+V=a,b,c|ab+", "Return=a,b,c|ab+" }, "");
         row("save with keypad", { "Down=a,b,c|a+", "type:x Enter Enter=closed" }, "U0:STORE:a");
         row("save with double click", { "double:1=closed" }, "U0:STORE:b");
-        row("save, delete", // what is typed, even if it is not the row that goes
+        row("save, delete", // the typed name, even if it is not that of the removed row
             { "Delete=a,b,c|-", "Down=a,b,c|a+", "type:s=a,b,c|as+", "Delete Delete=c|c+", "press=closed" },
             "U0:DELPR:as U0:DELPR:b U0:STORE:c");
     }
@@ -178,7 +178,7 @@ private Q_SLOTS:
         QVERIFY(m_bench->isEntryGivenUp());
     }
 
-    /// The list comes before the chassis is busy, or while it is; either way the dialog is of use.
+    /// The list arrives before the chassis is busy, or while it is; the dialog works in both cases.
     void aroundWaitBox()
     {
         QVERIFY(m_bench->goLive());
@@ -200,7 +200,8 @@ private Q_SLOTS:
         QVERIFY(m_bench->isEntryGivenUp() && window().isActiveWindow());
     }
 
-    /// The windows that do not bar the main one: none before all is known, one of each, and half an entry is given up.
+    /// The windows that do not block the main one: none before all settings are known, one of each, and a half-typed
+    /// text is given up.
     void windows()
     {
         m_bench->links().fit(kEveryPanel);
@@ -278,7 +279,7 @@ private Q_SLOTS:
         QTest::addColumn<QStringList>(
             "row"); // further cards, names typed, what is sent, and labels with names of before
         const auto row = [](const QByteArray &text) { QTest::newRow(text) << QString::fromLatin1(text).split(u'|'); };
-        // The second demodulator there is, whatever its number; an emptied name is none.
+        // The second demodulator of the chassis, whatever its number; an emptied field changes nothing.
         row("DEMOD1 MPU 1 K3050 S1,DEMOD3 MPU 1 K3050 S3|Dmd2=Third,Dmd3=X,Cmb1=X,Rcv1=,Rcv2=South 2,Sys=Range 5|"
             "U0:NAME:Range 5,R2:NAME:South 2,D3:NAME:Third|DMD.2 Name=Demodulator,-,-,RCV.1 Name=Receiver,"
             "RCV.2 Name=Receiver,System Name=Range 4");
@@ -321,7 +322,7 @@ private Q_SLOTS:
     void namesNotTaken_data()
     {
         QTest::addColumn<bool>("isPlugged");
-        QTest::addColumn<QString>("told");
+        QTest::addColumn<QString>("listed");
         QTest::newRow("one refused") << true << u"RCV.2 Name"_s;
         QTest::newRow("cable out") << false << u"System Name\nRCV.2 Name"_s;
     }
@@ -330,7 +331,7 @@ private Q_SLOTS:
     void namesNotTaken()
     {
         QFETCH(bool, isPlugged);
-        QFETCH(QString, told);
+        QFETCH(QString, listed);
         QVERIFY(m_bench->goLive());
         const QPointer<SysChanNamingWindow> naming(open<SysChanNamingWindow>(u"SystemChannelNaming"_s));
         QVERIFY(naming);
@@ -342,7 +343,7 @@ private Q_SLOTS:
         if (!isPlugged)
             chassis().unplug();
         save();
-        const QString text = u"The chassis did not take:\n"_s + told;
+        const QString text = u"The chassis did not accept:\n"_s + listed;
         QVERIFY(waitUntil([&] { return WindowBench::box(text); }));
         QVERIFY(naming && naming->isVisible() && WindowBench::boxCount() == 1);
         QTest::keyClick(WindowBench::box(text), Qt::Key_Return);
@@ -352,32 +353,6 @@ private Q_SLOTS:
         chassis().behave("R2:NAME");
         QCOMPARE(m_bench->sentBy(save), QByteArrayList{ "R2:NAME:South" });
         QVERIFY(waitUntil([&] { return !naming; }));
-    }
-
-    void end_data()
-    {
-        QTest::addColumn<QString>("entries");
-        for (const QString &preset : { u""_s, u" LoadPreset"_s, u" SavePreset"_s })
-            QTest::newRow(qPrintable(u"windows"_s + preset)) << kWindows.join(u' ') + preset;
-    }
-
-    /// The program ends with whatever is open when its window closes.
-    void end()
-    {
-        QFETCH(QString, entries);
-        m_bench->links().fit(kEveryPanel);
-        QVERIFY(m_bench->goLive());
-        const auto isOpen = [](qsizetype windows) { return WindowBench::visible<QWidget>().size() == windows; };
-        QList<WindowBench::Step> steps;
-        for (const QString &entry : entries.split(u' '))
-            steps += { [isOpen, n = steps.size() + 1] { return isOpen(n); }, [this, entry] { choose(entry); } };
-        steps += { [isOpen, n = steps.size() + 1] { return isOpen(n); }, [this] { window().close(); } };
-        QTimer::singleShot(0, this, [&] { QVERIFY(WindowBench::takeSteps(steps)); });
-        QTimer::singleShot(12'000, &window(), [] { QCoreApplication::exit(1); });
-        QCOMPARE(QApplication::exec(), 0);
-        m_bench->endWindow();
-        QCOMPARE(WindowBench::visible<QWidget>().size(), 0);
-        QVERIFY(chassis().waitForFrame("U0:TRON:OFF"));
     }
 
 private:

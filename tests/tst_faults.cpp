@@ -441,7 +441,7 @@ void addPulledCables()
     row("cards changed meanwhile",
         u"live; unplug command; value U0:CLST=0103 MPU 2.3 TUNER A1 X; plug command; "_s
         u"words live, other; tune 2260.5; settle"_s,
-        u"R1=2260.5 sent=U0:CLST,R1:FREQ:2260.5 Chassis: live, other card list, restart to see it"_s);
+        u"R1=2260.5 sent=U0:CLST,R1:FREQ:2260.5 Chassis: live; cards changed, restart to apply"_s);
     rows("half an entry", u"live; half"_s, u"settle"_s, u"R1=2300"_s);
     rows("wait box", u"live; send U0:PDONE:0; box"_s, u"send U0:PDONE:1; nobox"_s, {});
     rows("preset dialog", u"live; value U0:PLIST=a b ; menu actionLoadPreset; box"_s, u"press btnLoad; nobox"_s,

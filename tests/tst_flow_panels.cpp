@@ -1,11 +1,8 @@
-#include "support/PanelBench.h"
+#include "support/PanelTest.h"
 
 #include "controls/FocusReturn.h"
 
 #include <QTest>
-
-#include <algorithm>
-#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -13,81 +10,17 @@ namespace {
 
 const QByteArrayList kNothing;
 
-const QByteArray kPlain = "0101 K412X 1.2 QLN412 S1 X,0102 K412X 1.2 QLN412 S2 X,0109 K412X 1.2 QLN412 S3 X";
-const QByteArray kTuners = QByteArray(LinkBench::kReceivers) + ',';
-const QHash<QByteArray, QByteArray> kCards{
-    { "plain", kPlain },
-    { "QLN424", "0101 K414V 1 QLN424V S1 X,0102 K414V 1 QLN424V S2 X,0109 K424V 1 QLN424V S3 X" },
-    { "QLN412W", "0101 K412W 1.2 QLN412 S1 X,0102 K412W 1.2 QLN412 S2 X,0109 K412W 1.2 QLN412 S3 X" },
-    { "K412W", "0101 K412X 1.2 K412W S1 X,0102 K412X 1.2 K412 S2 X,0109 K412X 1.2 K412 S3 X" },
-    { "QLDX203", kTuners + kPlain + ",0105 MPU 1.4 QLDX203 A3 X" },
-    { "QLDX204", kPlain + ",0105 MPU 1.4 QLDX204 A3 X" },
-    { "QLDX206", kPlain + ",0105 MPU 1.4 QLDX206 A3 X" },
-    { "QLDX208", kPlain + ",0105 MPU 1.4 QLDX208 A3 X" },
-    { "K3050", kTuners + LinkBench::kOlderDemodulators + ',' + LinkBench::kCombiner },
-    { "both", "DEMOD1 MPU 1 K3060 S1,DEMOD2 MPU 1 K3060 S2,DEMOD3 MPU 1 K3060 S3,0105 MPU 1 QLN424V A3 X" },
-    { "D2 alone", "DEMOD2 MPU 1.2 K3050 S2" },
-};
-
-/// What every chassis holds at start and what is reported again before each case, by addresses.
-const QList<std::pair<QByteArray, QByteArray>> kStart{
-    { "U0", "SLAVE=0;SDM1=2;SDM2=3;SDM3=A" },
-    { "R1 R2", "PLYB=0" },
-    { "C1",
-      "NAME=Mixer;IFLS=1 MHz,5 MHz,10 MHz;CVMD=1;CMOD=2;IFBW=1;CHZC=1;CHZ1=1;CHZ2=1;SLPA=0;SLPB=1;POLA=1;POLB=1" },
-    { "D1 D2 D3", "NAME=North;VFLS=0.5 MHz,5 MHz,10 "
-                  "MHz;VFFL=500000,5000000;DMOD=6;VCFG=2;BSDR=1;DQMON=1;DEQE=1;RDRG:82=0031;RDRG:83=4000;ALBW=1;"
-                  "ASRG=1;ASRT=1;TMID=0.00;VGN1=120;VGN2=60;DVBW=5000000;RATEA=5000000;RATEB=5000000;VFIR=1;VFBW=1;"
-                  "VIDP=0" },
-};
-const QByteArrayList kStartStatus{ "C1:CLCS:0", "C1:CLCK:1", "C1:AGCA:100", "C1:AGCB:-100" };
-const QByteArray kModes = "0 PCM-FM,1 TRELLIS FM,2 PM,3 BPSK,4 QPSK,5 UQPSK,6 AQPSK,7 AUQPSK,8 SOQPSK,9 MULTI-H CPM,"
-                          "10 OQPSK,13 FM,17 NTSC-Video";
-
-/// Cases as text, fields between "|"; "@" stands for each demodulator in turn.
-void addRows(const QByteArray &cards, const QByteArray &rows)
-{
-    for (const QString &row : QString::fromLatin1(rows).split(u", "_s)) {
-        for (const char number : row.contains(u'@') ? "123"_ba : "1"_ba) {
-            const QByteArray text = cards + '|' + row.toLatin1().replace('@', number);
-            QTest::newRow(text.constData()) << text.split('|');
-        }
-    }
-}
-
-/// Every choice of a box: its items' values in order, each chosen while the next one is shown.
-void addChoices(const QByteArray &cards, const QByteArray &box, const QByteArray &setting, const QByteArray &items)
-{
-    const QByteArrayList values = items.split(' ');
-    for (qsizetype i = 0; i < values.size(); ++i) {
-        const QByteArray item = QByteArray::number(i), other = values[(i + 1) % values.size()];
-        addRows(cards, setting + other + '|' + box + '|' + item + '|' + setting + values[i] + '|' + box +
-                           ".currentIndex=" + item);
-    }
-}
-
-QByteArray sorted(QByteArrayList names)
-{
-    std::sort(names.begin(), names.end());
-    return names.join(' ');
-}
-
 } // namespace
 
-/// The combiner's and the demodulators' panels in the whole window, in every family of chassis: what keys and clicks
-/// send, and what answers and reports show. A window serves the cases of a family, until one of them fails.
-class FlowPanelsTest : public QObject
+/// The combiner's and the demodulators' panels, in every family of chassis.
+class FlowPanelsTest : public PanelTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void cleanup();
-
     void operatorChanges_data();
-    void operatorChanges();
     void neverRead();
     void reports_data();
-    void reports();
     void rates_data();
     void rates();
     void halfTypedRates();
@@ -99,71 +32,8 @@ private Q_SLOTS:
     void families();
 
 private:
-    void setUp(const QByteArray &cards);
-    void keepSilent();
-    [[nodiscard]] QWidget &widget(const QByteArray &name) { return m_bench->widget(name); }
     [[nodiscard]] QByteArray hiddenIn(const QByteArray &panel, const QByteArray &suffix);
-
-    QByteArray m_cards;
-    QByteArrayList m_start;
-    std::unique_ptr<PanelBench> m_bench;
 };
-
-void FlowPanelsTest::cleanup()
-{
-    if (QTest::currentTestFailed())
-        m_bench.reset();
-}
-
-void FlowPanelsTest::setUp(const QByteArray &cards)
-{
-    if (m_bench && m_cards == cards) {
-        QVERIFY(m_bench->startCase(m_start + kStartStatus));
-        return;
-    }
-    m_bench.reset();
-    m_bench = std::make_unique<PanelBench>();
-    m_cards = cards;
-    m_start.clear();
-    m_bench->links().fit({ kCards[cards.split('/')[0]] });
-    if (cards.endsWith("/silent")) {
-        keepSilent();
-        QVERIFY(m_bench->goLive());
-        m_bench->stopReadingBack();
-        return;
-    }
-    for (const auto &[addresses, settings] : kStart) {
-        for (const QByteArray &address : addresses.split(' ')) {
-            m_bench->chassis().setValue(address + ":DMLS", kModes);
-            m_start += address + ":DMLS:" + kModes;
-            for (const QByteArray &setting : settings.split(';')) {
-                const QByteArray key = address + ':' + setting.split('=')[0], value = setting.split('=')[1];
-                m_bench->chassis().setValue(key, value);
-                m_start += key + (key.contains("RDRG") ? "" : ":") + value;
-            }
-        }
-    }
-    QVERIFY(m_bench->goLive());
-    m_bench->stopReadingBack();
-    QVERIFY(m_bench->startCase(kStartStatus));
-    const QByteArrayList filled = m_bench->everythingShown();
-    QVERIFY(m_bench->startCase(m_start)); // shows no more than the panels were filled with
-    QCOMPARE(m_bench->everythingShown(), filled);
-}
-
-/// Everything but lists and names is refused from the start.
-void FlowPanelsTest::keepSilent()
-{
-    QByteArrayList queries = LinkBench::receiverQueries("R1") + LinkBench::combinerQueries();
-    for (const QByteArray address : { "D1", "D2", "D3" }) {
-        m_bench->chassis().setValue(address + ":DMLS", kModes);
-        queries += LinkBench::demodulatorQueries(address, true);
-    }
-    for (const QByteArray &query : std::as_const(queries)) {
-        if (!QByteArrayList{ "NAME", "FLST", "IFLS", "DMLS", "IFFL", "VFFL", "VFLS" }.contains(query.split(':')[1]))
-            m_bench->chassis().refuse(query.split(':').first(2).join(':'));
-    }
-}
 
 void FlowPanelsTest::operatorChanges_data()
 {
@@ -229,18 +99,11 @@ void FlowPanelsTest::operatorChanges_data()
     addRows("D2 alone", "U0:SDM2:C|cboInputSourcedmd1|3|U0:SDM2:A|cboInputSourcedmd1.currentText=AUX.1");
 }
 
-void FlowPanelsTest::operatorChanges()
-{
-    QFETCH(QByteArrayList, row);
-    setUp(row[0]);
-    m_bench->verify({ row[1].split(' '), row[2], row[3], row[4], row.mid(5) });
-}
-
 void FlowPanelsTest::neverRead()
 {
-    m_bench.reset(); // as it starts
+    endBench(); // as it starts
     setUp("K3050/silent");
-    QCOMPARE(m_bench->mistakes(
+    QCOMPARE(bench().mistakes(
                  "doubleSpinBoxFREQch1.text=--|cboIFBWch1.currentIndex=-1|cboSLPAch1.shownText=|btnAGCFch1.text=--|"
                  "lineAntennaCFch1.text=--|checkBoxAntennaCFch1.standIn=--|checkBoxAntennaCFch1.checked=false|"
                  "sldrAFCMch1.value=0|lblRLSTvalch1.text=--|progBarSSLVch1.format=dBm|progBarAGCAch1.format=V|"
@@ -254,10 +117,10 @@ void FlowPanelsTest::neverRead()
     for (const QByteArray entry : { "lineDataRateAdmd1", "doubleSpinBoxFREQch1" }) { // Return enters nothing
         const QByteArrayList warnings = PanelBench::warningsDuring([&] {
             widget(entry).setFocus();
-            QCOMPARE(m_bench->sentBy([&] { QTest::keyClick(&widget(entry), Qt::Key_Return); }), kNothing);
+            QCOMPARE(bench().sentBy([&] { QTest::keyClick(&widget(entry), Qt::Key_Return); }), kNothing);
         });
         QCOMPARE(warnings, kNothing);
-        QCOMPARE(m_bench->mistakes(entry + ".text=--"), QByteArray());
+        QCOMPARE(bench().mistakes(entry + ".text=--"), QByteArray());
     }
 }
 
@@ -265,9 +128,9 @@ void FlowPanelsTest::reports_data()
 {
     QTest::addColumn<QByteArrayList>("row"); // cards, reports, then all that they move
     addRows("K3050",
-            "C1:CLCS:1|lblCMBstatuscmb1.styleSheet=background-color: #fcfd0f;|lblCMBmodecmb1.text=Channel 1, "
-            "C1:CLCS:2|lblCMBstatuscmb1.styleSheet=background-color: #fcfd0f;|lblCMBmodecmb1.text=Channel 2, "
-            "C1:CLCK:0|lblCMBstatuscmb1.styleSheet=background-color: #f11029;|lblCMBstatuscmb1.text=Unlocked, "
+            "C1:CLCS:1|lblCMBstatuscmb1.styleSheet=<one>|lblCMBmodecmb1.text=Channel 1, "
+            "C1:CLCS:2|lblCMBstatuscmb1.styleSheet=<one>|lblCMBmodecmb1.text=Channel 2, "
+            "C1:CLCK:0|lblCMBstatuscmb1.styleSheet=<bad>|lblCMBstatuscmb1.text=Unlocked, "
             "C1:POLA:0 C1:AGCA:9000|cboPOLAcmb1.currentIndex=0|progBarAGCAcmb1.text=9 V|progBarAGCAcmb1.value=2500, "
             "C1:POLB:0 C1:AGCB:1234.5678|cboPOLBcmb1.currentIndex=0|progBarAGCBcmb1.text=1.23457 V|"
             "progBarAGCBcmb1.value=1234, C1:NAME:A&B|groupBoxCmbr1.title=A&&B, "
@@ -281,9 +144,9 @@ void FlowPanelsTest::reports_data()
             "D1:DVBW:900000|lblAnalogBWAValdmd1.text=900 KHz|lblAnalogBWBValdmd1.text=900 KHz, "
             "D1:DVBW:750|lblAnalogBWAValdmd1.text=750|lblAnalogBWBValdmd1.text=750, "
             "D1:RATEA:999|lineDataRateAdmd1.text=999, D1:RATEB:1000|lineDataRateBdmd1.text=1K, "
-            "D@:DLCK:0|lblDemoddmd@.styleSheet=background-color: #f11029;|lblDemodmarkdmd@.text=Lost, "
-            "D@:DLCK:1|lblDemoddmd@.styleSheet=background-color: #24d620;|lblDemodmarkdmd@.text=Lock, "
-            "D@:BLCK:0|lblBitSyncdmd@.styleSheet=background-color: #f11029;|lblBitSyncmarkdmd@.text=Lost, "
+            "D@:DLCK:0|lblDemoddmd@.styleSheet=<bad>|lblDemodmarkdmd@.text=Lost, "
+            "D@:DLCK:1|lblDemoddmd@.styleSheet=<good>|lblDemodmarkdmd@.text=Lock, "
+            "D@:BLCK:0|lblBitSyncdmd@.styleSheet=<bad>|lblBitSyncmarkdmd@.text=Lost, "
             "D@:VFBW:0, D@:VFIR:0|cboVFBWdmd@.currentIndex=0, D@:VIDP:1|cboAnalogPoldmd@.currentIndex=1, "
             "D@:VFIR:0 D@:VFFL:100,200,300|cboVFBWdmd@.count=3|cboVFBWdmd@.currentIndex=0, "
             "D1:VFFL:100,200,300 D1:VFIR:2|cboVFBWdmd1.count=3|cboVFBWdmd1.currentIndex=2, "
@@ -320,17 +183,6 @@ void FlowPanelsTest::reports_data()
     addRows("D2 alone", "U0:SDM2:B|cboInputSourcedmd1.currentIndex=4, U0:SDM1:B");
 }
 
-void FlowPanelsTest::reports()
-{
-    QFETCH(QByteArrayList, row);
-    setUp(row[0]);
-    const QByteArrayList before = m_bench->everythingShown();
-    QCOMPARE(m_bench->sentBy([&] { m_bench->report(row[1].split(' ')); }), kNothing);
-    QByteArrayList moved = m_bench->everythingShown();
-    moved.removeIf([&before](const QByteArray &item) { return before.contains(item); });
-    QCOMPARE(sorted(moved), sorted(row.mid(2)));
-}
-
 void FlowPanelsTest::rates_data()
 {
     QTest::addColumn<QByteArrayList>("row"); // cards, mode, output, typed, sent, shown, warning
@@ -354,19 +206,19 @@ void FlowPanelsTest::rates()
 {
     QFETCH(QByteArrayList, row);
     setUp(row[0]);
-    m_bench->report({ "D1:DMOD:" + row[1] });
+    bench().report({ "D1:DMOD:" + row[1] });
     const QByteArray field = "lineDataRate" + row[2] + "dmd1", setting = "D1:RATE" + row[2];
-    const auto enter = [&] { m_bench->operate(field, row[3]); };
+    const auto enter = [&] { bench().operate(field, row[3]); };
     const QByteArrayList sent = row[4].isEmpty() ? kNothing : QByteArrayList{ setting + ':' + row[4] };
     for (const QByteArray &shown : { QByteArray("5M"), row[5] }) {
         if (shown != row[5])
-            m_bench->chassis().refuse(setting);
+            bench().chassis().refuse(setting);
         QByteArrayList warnings;
-        QCOMPARE(m_bench->sentBy([&] { warnings = PanelBench::warningsDuring(enter); }), sent);
+        QCOMPARE(bench().sentBy([&] { warnings = PanelBench::warningsDuring(enter); }), sent);
         QCOMPARE(warnings, row.mid(6));
-        QCOMPARE(m_bench->mistakes(field + ".text=" + shown + "|lblRFFQch1.focus=true"), QByteArray());
-        QVERIFY(!m_bench->focusReturn().isRunning());
-        m_bench->chassis().behave(setting);
+        QCOMPARE(bench().mistakes(field + ".text=" + shown + "|lblRFFQch1.focus=true"), QByteArray());
+        QVERIFY(!bench().focusReturn().isRunning());
+        bench().chassis().behave(setting);
     }
 }
 
@@ -376,24 +228,24 @@ void FlowPanelsTest::halfTypedRates()
     for (const QByteArray place : { "A2", "B3" }) {
         const QByteArray field = "lineDataRate" + place.first(1) + "dmd" + place.last(1);
         const QByteArray setting = 'D' + place.last(1) + ":RATE" + place.first(1) + ':';
-        m_bench->focusReturn().stop();
+        bench().focusReturn().stop();
         PanelBench::type(widget(field), u"7M"_s);
-        QVERIFY(m_bench->focusReturn().isRunning());
-        m_bench->report({ setting + "9000000" });
-        QCOMPARE(m_bench->mistakes(field + ".text=7M"), QByteArray());
-        QCOMPARE(m_bench->sentBy([&] { QTest::keyClick(&widget(field), Qt::Key_Return); }),
+        QVERIFY(bench().focusReturn().isRunning());
+        bench().report({ setting + "9000000" });
+        QCOMPARE(bench().mistakes(field + ".text=7M"), QByteArray());
+        QCOMPARE(bench().sentBy([&] { QTest::keyClick(&widget(field), Qt::Key_Return); }),
                  QByteArrayList{ setting + "7000000" });
 
         PanelBench::type(widget(field), u"3"_s);
-        QCOMPARE(m_bench->sentBy([this] { m_bench->window().RemoveControlFocusTmr_Tick(); }), kNothing);
-        QCOMPARE(m_bench->mistakes(field + ".text=7M|lblRFFQch1.focus=true"), QByteArray());
-        m_bench->report({ setting + "8000000" }); // no entry stands in its way any more
-        QCOMPARE(m_bench->mistakes(field + ".text=8M"), QByteArray());
+        QCOMPARE(bench().sentBy([this] { bench().window().RemoveControlFocusTmr_Tick(); }), kNothing);
+        QCOMPARE(bench().mistakes(field + ".text=7M|lblRFFQch1.focus=true"), QByteArray());
+        bench().report({ setting + "8000000" }); // no entry stands in its way any more
+        QCOMPARE(bench().mistakes(field + ".text=8M"), QByteArray());
         const QByteArray other = place.startsWith('A') ? "B" : "A";
         PanelBench::type(widget(field), u"3"_s); // given up by the Return in the other field
-        const auto enter = [&] { m_bench->operate("lineDataRate" + other + "dmd" + place.last(1), "4M"); };
-        QCOMPARE(m_bench->sentBy(enter), QByteArrayList{ 'D' + place.last(1) + ":RATE" + other + ":4000000" });
-        QCOMPARE(m_bench->mistakes(field + ".text=8M"), QByteArray());
+        const auto enter = [&] { bench().operate("lineDataRate" + other + "dmd" + place.last(1), "4M"); };
+        QCOMPARE(bench().sentBy(enter), QByteArrayList{ 'D' + place.last(1) + ":RATE" + other + ":4000000" });
+        QCOMPARE(bench().mistakes(field + ".text=8M"), QByteArray());
     }
 }
 
@@ -410,11 +262,11 @@ void FlowPanelsTest::focusOfWhatGoes()
 {
     QFETCH(QByteArrayList, row);
     setUp(row[0]);
-    m_bench->report({ row[1] });
+    bench().report({ row[1] });
     widget(row[2]).setFocus();
-    QCOMPARE(m_bench->mistakes(row[2] + ".focus=true"), QByteArray());
-    m_bench->report({ row[3] });
-    QCOMPARE(m_bench->mistakes("lblRFFQch1.focus=true"), QByteArray());
+    QCOMPARE(bench().mistakes(row[2] + ".focus=true"), QByteArray());
+    bench().report({ row[3] });
+    QCOMPARE(bench().mistakes("lblRFFQch1.focus=true"), QByteArray());
 }
 
 void FlowPanelsTest::modes_data()
@@ -451,7 +303,7 @@ void FlowPanelsTest::modes()
     setUp(row[0]);
     for (const QByteArray place : { "D1:2", "D3:2", "D1:1", "D3:1", "D1:0", "D3:0" }) { // address and outputs
         const QByteArray suffix = "dmd" + place.mid(1, 1);
-        m_bench->report({ place.first(3) + "DMOD:" + row[1], place.first(3) + "VCFG:" + place.last(1) });
+        bench().report({ place.first(3) + "DMOD:" + row[1], place.first(3) + "VCFG:" + place.last(1) });
         QByteArrayList hidden;
         for (const QByteArray &part : parts) {
             const QByteArrayList names = part.split(' ');
@@ -466,7 +318,7 @@ void FlowPanelsTest::modes()
         QByteArrayList disabled{ "BW", "SweepRange", "StepSize", "ModIndex" };
         disabled.removeIf([&](const QByteArray &box) { return widget("checkBoxAuto" + box + suffix).isEnabled(); });
         QCOMPARE(disabled.join(' '), row[5]);
-        QCOMPARE(m_bench->mistakes("cboDemodMode" + suffix + ".currentText=" + row[2]), QByteArray());
+        QCOMPARE(bench().mistakes("cboDemodMode" + suffix + ".currentText=" + row[2]), QByteArray());
     }
 }
 

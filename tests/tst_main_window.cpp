@@ -17,6 +17,12 @@ namespace {
 
 const QByteArrayList kNothing;
 const QByteArray kReportsOff = "\x02U0:TRON:OFF\x0D";
+const QByteArrayList kEveryPanel{ LinkBench::kReceivers, LinkBench::kCombiner, LinkBench::kOlderDemodulators };
+/// What opens the windows that do not block the main one.
+const QByteArrayList kWindows{
+    "actionSystemCardsConfiguration", "actionSystemChannelNaming", "actionCombiner_Zero", "actionDemod1_EyeConst",
+    "actionDemod3_EyeConst",          "btnAdvanceddmd1",           "btnAdvanceddmd3"
+};
 const QStringList kWaiting{ u"Configuring... One Moment"_s, u"Loading Preset...."_s };
 const QString kAbout = u"Name: HURLO ZIRVO Remote Software\rVersion: 2.1.0.9"_s;
 
@@ -96,17 +102,19 @@ void MainWindowTest::pick(const QStringList &path)
     }
 }
 
-/// What the operator does, or what becomes of a wait box's time limit; else the chassis reports.
+/// A menu entry, a button, a key, or the time limit of a wait box; anything else is a report of the chassis.
 void MainWindowTest::act(const QByteArray &what)
 {
     if (what == "about")
         pick({ u"Help"_s, u"About"_s });
-    else if (what == "presets")
-        m_bench->action(u"actionLoadPreset"_s).trigger();
     else if (what == "return")
         QTest::keyClick(WindowBench::box(kAbout), Qt::Key_Return);
     else if (what == "close")
         m_bench->window().close();
+    else if (what.startsWith("btn"))
+        m_bench->find<QPushButton>(QString::fromLatin1(what)).click();
+    else if (what.startsWith("action"))
+        m_bench->action(QString::fromLatin1(what)).trigger();
     else if (QTimer *const limit = m_bench->runningTimer(60'000); limit && what == "endless")
         limit->stop();
     else if (limit && what == "over")
@@ -289,7 +297,7 @@ void MainWindowTest::linkStates()
     chassis().plug();
     m_bench->links().eye().plug();
     QVERIFY(waitUntil([&] { return has(u"|Chassis: waiting for the chassis|"_s) && isStale(u"no answer"_s); }));
-    QVERIFY(waitUntil([&] { return has(u"|Chassis: reading settings|"_s) && isStale(u"being read anew"_s); }));
+    QVERIFY(waitUntil([&] { return has(u"|Chassis: reading settings|"_s) && isStale(u"re-reading settings"_s); }));
     QVERIFY(waitUntil([&] { return has(u"|Chassis: live|Eye link: live|"_s) && !has(u"STALE"_s); }));
     QVERIFY2(words().contains(QRegularExpression(u", [2-6] time-outs, [2-4] refusals\\|"_s)), qPrintable(words()));
     QCOMPARE(frequency(1).value(), 2299.5);
@@ -301,7 +309,7 @@ void MainWindowTest::linkStates()
 
 void MainWindowTest::timers()
 {
-    m_bench->links().fit({ LinkBench::kReceivers, LinkBench::kCombiner, LinkBench::kOlderDemodulators });
+    m_bench->links().fit(kEveryPanel);
     QVERIFY(m_bench->goLive());
     m_bench->report({ "R1:SYNL:1", "R2:SYNL:1", "C1:CLCK:0", "D1:DLCK:1", "D3:DLCK:0" });
     QList<QLabel *> lamps;
@@ -449,13 +457,15 @@ void MainWindowTest::end_data()
     row("before anything is known", "U0:TRON:OFF");
     row("while settings are read", "R1:FLST");
     row("live, behind a request", "U0:TMRF:0");
-    row("live, with half an entry", "U0:TRON:ON");
-    row("closed with half an entry", "U0:TRON:ON", { "close" });
+    row("live, with a half-typed text", "U0:TRON:ON");
+    row("closed with a half-typed text", "U0:TRON:ON", { "close" });
     row("closed behind a wait box", "U0:TRON:ON", { "PDONE:0", "close" });
     row("closed behind both wait boxes", "U0:TRON:ON", { "UPDT:0", "PDONE:0", "close" });
     row("closed behind the box of a link", "none", { "close" });
     row("closed behind the about box", "U0:TRON:ON", { "about", "close" });
-    row("closed behind the list of presets", "U0:TRON:ON", { "presets", "close" });
+    row("closed behind the list of presets", "U0:TRON:ON", { "actionLoadPreset", "close" });
+    row("closed with all windows", "U0:TRON:ON", kWindows + QByteArrayList{ "close" });
+    row("closed with all windows and a dialog", "U0:TRON:ON", kWindows + QByteArrayList{ "actionSavePreset", "close" });
 }
 
 void MainWindowTest::end()
@@ -463,6 +473,8 @@ void MainWindowTest::end()
     QFETCH(QByteArray, moment);
     QFETCH(QByteArrayList, acts);
     const bool hasLink = moment.contains(':');
+    if (acts.contains(kWindows.back()))
+        m_bench->links().fit(kEveryPanel);
     if (moment == "none")
         QVERIFY(QFile::remove(m_bench->links().path(u"ttyUSB0"_s)));
     if (moment == "R1:FLST")
@@ -482,12 +494,12 @@ void MainWindowTest::end()
     QVERIFY(!hasLink || chassis().waitForFrame(moment));
     QVERIFY(moment != "none" || words().contains(u"|Chassis: not present|"_s));
     chassis().setValue("U0:PLIST", "day night ");
-    const QByteArray before = chassis().bytes() + (acts.contains("presets") ? "\x02U0:PLIST\x0D" : "");
+    const QByteArray before = chassis().bytes() + (acts.join().contains("Preset") ? "\x02U0:PLIST\x0D" : "");
 
     QList<WindowBench::Step> steps;
-    const qsizetype linkBoxes = moment == "none"; // for the missing device
+    const qsizetype linkBoxes = moment == "none"; // about the device that does not open
     for (const QByteArray &what : acts)
-        steps += { [boxes = steps.size() + linkBoxes] { return WindowBench::visible<QDialog>().size() == boxes; },
+        steps += { [open = 1 + steps.size() + linkBoxes] { return WindowBench::visible<QWidget>().size() == open; },
                    [this, what] { act(what); } };
     if (!acts.isEmpty()) {
         QTimer::singleShot(0, this, [&] { QVERIFY(WindowBench::takeSteps(steps)); });
@@ -500,7 +512,7 @@ void MainWindowTest::end()
     if (hasLink)
         m_bench->commandLink()->port().write("!"); // and this goes out behind it
     QVERIFY(waitUntil([&] { return chassis().bytes() == before + (hasLink ? kReportsOff + '!' : QByteArray()); }));
-    QCOMPARE(WindowBench::boxCount(), 0);
+    QCOMPARE(WindowBench::visible<QWidget>().size(), 0);
 }
 
 QTEST_MAIN(MainWindowTest)

@@ -109,7 +109,7 @@ void SysChanNamingWindow::endSaving()
     if (refused.isEmpty())
         close();
     else
-        RefusalBox::open(QMessageBox::Warning, windowTitle(), u"The chassis did not take:\n"_s + refused.join(u'\n'),
+        RefusalBox::open(QMessageBox::Warning, windowTitle(), u"The chassis did not accept:\n"_s + refused.join(u'\n'),
                          this);
 }
 
