@@ -25,7 +25,7 @@ const QByteArray kStart = "DMOD:4 VCFG:2 ALBW:0 ASRG:0 ASRT:0 TMID:0.35 IFFL:200
 
 } // namespace
 
-/// The windows of one demodulator over a real link: what keys send and what the card's answers and reports show.
+/// The windows of one demodulator: what keys send, and what answers and reports show.
 class DemodulatorWindowsTest : public QObject
 {
     Q_OBJECT
@@ -115,7 +115,7 @@ void DemodulatorWindowsTest::choices_data()
             outputs);
 }
 
-/// Every item is shown when its value is reported and, chosen, sends that value; a refused one falls back.
+/// Every item is shown when its value is reported, and sends that value when chosen; a refused choice is undone.
 void DemodulatorWindowsTest::choices()
 {
     QFETCH(const QStringList, parts);
@@ -135,17 +135,20 @@ void DemodulatorWindowsTest::choices()
         QCOMPARE(sentBy([&] { pick(box(parts[1]), item); }), frames(item));
         QCOMPARE(box(parts[1])->currentText(), text(other));
         card().behave(mnemonic);
-        QCOMPARE(sentBy([&] { pick(box(parts[1]), item); }), frames(item).first(1)); // a second setting has it already
+        QCOMPARE(sentBy([&] { pick(box(parts[1]), item); }),
+                 frames(item).first(1)); // a second setting holds it already
         QCOMPARE(box(parts[1])->currentText(), text(item));
     }
-    // A value of no item is shown itself, and any item replaces it; a refused one brings it back.
+    // A value without an item is shown as text, and any item replaces it; a refused choice is undone.
     QCOMPARE(sentOn(mnemonic.last(4) + ":99"), kNothing);
     card().refuse(mnemonic);
     QCOMPARE(sentBy([&] { pick(box(parts[1]), 0); }).first(1), frames(0).first(1));
-    QVERIFY(box(parts[1])->currentIndex() == -1 && box(parts[1])->property("shownText") == u"99"_s);
+    QVERIFY(box(parts[1])->currentIndex() == -1);
+    QVERIFY(box(parts[1])->property("shownText") == u"99"_s);
     card().behave(mnemonic);
     QCOMPARE(sentOn(mnemonic.last(4) + ":Unknown"), kNothing);
-    QVERIFY(box(parts[1])->currentIndex() == -1 && box(parts[1])->property("shownText") == QString());
+    QVERIFY(box(parts[1])->currentIndex() == -1);
+    QVERIFY(box(parts[1])->property("shownText") == QString());
 
     const auto labels = m_window->findChildren<QLabel *>();
     QVERIFY(labels.isEmpty() || std::any_of(labels.begin(), labels.end(), [&](const QLabel *label) {
@@ -155,8 +158,8 @@ void DemodulatorWindowsTest::choices()
 
 void DemodulatorWindowsTest::entries_data()
 {
-    // Line; title and text of the box about what it refuses; what it refuses; then: a report, what it shows, what is
-    // typed and sent, and what is shown when the card has taken it.
+    // Line | title | text of the refusal | refused texts | report, text shown, typed text, set, text after the ACK |
+    // ...
     addRows(u"BitSyncLoopBWdmd|BitSync Loop BW|Valid Range: 0.1% to 100%|0.09 100.01 150 nan|"
             "LBWB:0.005 0.50 50 LBWB:0.50000 50.00|LBWB:1 100.00 0.1 LBWB:0.00100 0.10; "
             "CarrierLoopBWdmd|Carrier Loop BW|Valid Range: 0.1% to 100%|0.09 100.01|"
@@ -184,7 +187,7 @@ void DemodulatorWindowsTest::entries()
         const QByteArrayList set{ "D1:" + words[3].toLatin1() };
         QCOMPARE(sentOn(words[0].toLatin1()), kNothing);
         QCOMPARE(field->text(), words[1]);
-        QCOMPARE(sentBy([&] { QTest::keyClick(field, Qt::Key_Return); }), kNothing); // what is shown may be rounded
+        QCOMPARE(sentBy([&] { QTest::keyClick(field, Qt::Key_Return); }), kNothing); // the text may be rounded
         card().refuse(set[0].first(7));
         QCOMPARE(sentBy([&] { enter(field, words[2]); }), set);
         QCOMPARE(field->text(), words[1]);
@@ -196,11 +199,13 @@ void DemodulatorWindowsTest::entries()
     const QString before = field->text();
     for (const QString &typed : parts[3].split(u' ')) {
         QCOMPARE(sentBy([&] { enter(field, typed); }), kNothing);
-        QVERIFY(field->text() == before && isFocusReturned());
+        QVERIFY(field->text() == before);
+        QVERIFY(isFocusReturned());
         const auto boxes = m_window->findChildren<QMessageBox *>();
         QCOMPARE(boxes.size(), 1);
         QCOMPARE(QStringList({ boxes[0]->windowTitle(), boxes[0]->text() }), parts.sliced(1, 2));
-        QVERIFY(boxes[0]->isModal() && boxes[0]->icon() == QMessageBox::Warning);
+        QVERIFY(boxes[0]->isModal());
+        QVERIFY(boxes[0]->icon() == QMessageBox::Warning);
         QTest::keyClick(boxes[0], Qt::Key_Return);
         QVERIFY(waitUntil([&] { return !m_window->findChild<QMessageBox *>(); }));
         QVERIFY(QTest::qWaitForWindowActive(m_window));
@@ -214,22 +219,24 @@ void DemodulatorWindowsTest::halfTypedEntries()
     enter(field, u"7"_s, Qt::Key_8);
     QVERIFY(timer->isRunning());
     QCOMPARE(sentOn("LBWB:0.02"), kNothing);
-    QCOMPARE(field->text(), u"78"_s); // still the operator's
+    QCOMPARE(field->text(), u"78"_s); // half-typed, so it stays
     timer->findChild<QTimer *>()->setInterval(1);
     QVERIFY(waitUntil([&] { return field->text() == "2.00"_L1; }));
-    QVERIFY(isFocusReturned() && timer->isRunning());
+    QVERIFY(isFocusReturned());
+    QVERIFY(timer->isRunning());
     timer->findChild<QTimer *>()->setInterval(FocusReturn::kDelayMs);
     enter(field, u"9"_s, Qt::Key_9); // given up by the Return in another field
     QCOMPARE(sentBy([&] { enter(line(u"StepSizedmd"_s), u"5"_s); }), QByteArrayList{ "D1:SWRT:5" });
-    QVERIFY(!timer->isRunning() && field->text() == "2.00"_L1);
+    QVERIFY(!timer->isRunning());
+    QVERIFY(field->text() == "2.00"_L1);
 
     card().ignore("D1:LBWB");
     enter(field, u"3"_s);
-    card().sendFrame("D1:LBWB:0.01"); // older than what was entered
+    card().sendFrame("D1:LBWB:0.01"); // older than the entry
     QVERIFY(waitUntil([&] { return channel()->getLBWB() == "0.01"_L1; }));
     QCoreApplication::processEvents();
     QCOMPARE(field->text(), u"3"_s);
-    (void)sentBy([] {}); // unanswered in the end
+    (void)sentBy([] {}); // until the time-out
     QCOMPARE(field->text(), u"1.00"_s);
     card().behave("D1:LBWB");
 }
@@ -250,7 +257,7 @@ void DemodulatorWindowsTest::valuesThatAreNoNumber()
     for (const QString &back : { u"--"_s, u"70"_s }) { // refused, then accepted
         const auto type = [&] {
             QTest::mouseClick(field, Qt::LeftButton, {}, field->rect().center());
-            QTest::keyClicks(field, u"70"_s); // replaces what is shown
+            QTest::keyClicks(field, u"70"_s); // replaces the text shown
             QTest::keyClick(field, Qt::Key_Return);
         };
         QCOMPARE(sentBy(type), QByteArrayList{ "D1:SWRG:70" });
@@ -286,11 +293,11 @@ void DemodulatorWindowsTest::lockedControls()
     QCOMPARE(line(u"SweepRangedmd"_s)->text() + line(u"StepSizedmd"_s)->text(), u"1001M"_s);
 }
 
-/// Bit 0 of the variant chooses; either layout opens with what the card has reported.
+/// Bit 0 of the variant chooses the layout; both open with the values in force.
 void DemodulatorWindowsTest::layouts()
 {
     const auto isHidden = [](const QWidget *control) { return !control->isVisible(); };
-    QStringList texts; // of the window that has followed the reports, then of one that opens after them
+    QStringList texts; // of a window that followed the reports, then of one opened after them
     const auto addText = [&texts](const QWidget *w) {
         texts += w->property(w->inherits("QComboBox") ? "currentText" : "text").toString();
         return true;
@@ -307,8 +314,9 @@ void DemodulatorWindowsTest::layouts()
     QCOMPARE(m_window->findChild<QLabel *>(u"lblMPUvaldmd"_s)->text(), u"v23"_s); // the register holds 0017
     open(3);
     QVERIFY(isFocusReturned());
-    QCOMPARE(sentOn("VCFG:0"), kNothing); // locks the clock polarity, which this layout has not
-    QVERIFY(box(u"ClkPhasedmd"_s)->isEnabled() && m_window->findChild<QLabel *>(u"lblClkPoldmd"_s)->isEnabled());
+    QCOMPARE(sentOn("VCFG:0"), kNothing); // locks the clock polarity, which this layout does not have
+    QVERIFY(box(u"ClkPhasedmd"_s)->isEnabled());
+    QVERIFY(m_window->findChild<QLabel *>(u"lblClkPoldmd"_s)->isEnabled());
     QCOMPARE(controls(isHidden), u"ClkPol Coupling DeEmphasis LowPassFilter"_s);
     open(-1);
     QCOMPARE(sentOn("DSDM:-1"), kNothing);
@@ -322,7 +330,7 @@ void DemodulatorWindowsTest::closedWhileUnanswered()
     card().ignore("D1:DSDM");
     const QByteArrayList sent = sentBy([&] {
         pick(box(u"DataPoldmd"_s), 0);
-        enter(line(u"StepSizedmd"_s), u"0"_s); // and with its box open
+        enter(line(u"StepSizedmd"_s), u"0"_s); // its box stays open
         QVERIFY(m_open);
         m_window->close();
         QVERIFY(waitUntil([&] { return !m_window && !m_open; }));

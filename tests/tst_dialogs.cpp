@@ -70,13 +70,14 @@ private Q_SLOTS:
     {
         m_bench = std::make_unique<WindowBench>();
         chassis().setValue("U0:PLIST", "a b c ");
-        QApplication::clipboard()->setText(u"\x02"_s); // no name may hold it
+        QApplication::clipboard()->setText(u"\x02"_s); // not allowed in a name
     }
     void cleanup() { m_bench.reset(); }
 
     void presets_data()
     {
-        QTest::addColumn<QByteArrayList>("steps"); // acts of one moment, "=", and what is seen after them
+        QTest::addColumn<QByteArrayList>(
+            "steps"); // acts without an event loop between them, "=", and the state after them
         QTest::addColumn<QByteArray>("sent");
         const auto row = [](const char *name, const QByteArrayList &steps, const char *sent) {
             QTest::newRow(name) << steps << QByteArray(sent);
@@ -126,24 +127,27 @@ private Q_SLOTS:
             QTest::newRow(entries) << QString::fromLatin1(entries).split(u' ');
     }
 
-    /// Only a choice that can be answered opens a dialog, and only one however often it was made.
+    /// Only an answered choice opens a dialog, and only one dialog however often it was made.
     void listing()
     {
         QFETCH(QStringList, entries);
         m_bench->start();
         window().LoadPreset_triggered();
         window().SavePreset_triggered();
-        QVERIFY(!window().LoadPresetPending() && !window().SavePresetPending());
-        QVERIFY(m_bench->goLive() && !chassis().frames().contains("U0:PLIST"));
+        QVERIFY(!window().LoadPresetPending());
+        QVERIFY(!window().SavePresetPending());
+        QVERIFY(m_bench->goLive());
+        QVERIFY(!chassis().frames().contains("U0:PLIST"));
         m_bench->report({ "U0:PLIST:unasked " });
         const auto isNothingPending = [this] { return !window().LoadPresetPending() && !window().SavePresetPending(); };
         const QString other = entries.last() == "Load"_L1 ? u"SavePreset"_s : u"LoadPreset"_s;
-        for (const bool isRefused : { true, false }) { // the choice ends with its request, or would come up below
+        for (const bool isRefused :
+             { true, false }) { // the choice ends with its query, else it would open a dialog below
             isRefused ? chassis().refuse("U0:PLIST") : chassis().ignore("U0:PLIST");
             QCOMPARE(m_bench->sentBy([&] { choose(other); }), QByteArrayList{ "U0:PLIST" });
             QVERIFY(isNothingPending());
         }
-        const auto waits = [&] { // longer than the operator does
+        const auto waits = [&] { // longer than the choice is kept
             choose(other);
             QVERIFY(chassis().waitForFrame("U0:PLIST"));
             QTimer *const patience = m_bench->runningTimer(10'000);
@@ -155,7 +159,8 @@ private Q_SLOTS:
         };
         chassis().clear();
         (void)m_bench->sentBy(waits);
-        QVERIFY(state() == "closed" && window().PresetNames() == QStringList{ u"late"_s });
+        QVERIFY(state() == "closed");
+        QVERIFY(window().PresetNames() == QStringList{ u"late"_s });
 
         m_bench->typeHalfAnEntry();
         chassis().clear();
@@ -174,7 +179,8 @@ private Q_SLOTS:
         };
         QCOMPARE(m_bench->sentBy(answers), QByteArrayList({ "U0:PLIST", "U0:PLIST" }));
         QCOMPARE(state(), "closed");
-        QVERIFY(!window().LoadPresetPending() && !window().SavePresetPending());
+        QVERIFY(!window().LoadPresetPending());
+        QVERIFY(!window().SavePresetPending());
         QVERIFY(m_bench->isEntryGivenUp());
     }
 
@@ -182,7 +188,7 @@ private Q_SLOTS:
     void aroundWaitBox()
     {
         QVERIFY(m_bench->goLive());
-        QList<WindowBench::Step> steps; // what is seen, and what is done or reported then
+        QList<WindowBench::Step> steps; // state, and the act or report that follows
         for (const QByteArray step :
              { "closed=LoadPreset", "a,b,c|a+=U0:PDONE:0", "box=U0:PDONE:1", "a,b,c|a+=Down", "a,b,c|b+=Enter",
                "closed=U0:UPDT:0", "box=SavePreset", "a,b,c|-box=type:n", "a,b,c|n+box=U0:UPDT:1", "a,b,c|n+=press" }) {
@@ -197,7 +203,8 @@ private Q_SLOTS:
         m_bench->typeHalfAnEntry();
         QCOMPARE(m_bench->sentBy([&] { QVERIFY(WindowBench::takeSteps(steps)); }),
                  QByteArrayList({ "U0:PLIST", "U0:RESTORE:b", "U0:PLIST", "U0:STORE:n" }));
-        QVERIFY(m_bench->isEntryGivenUp() && window().isActiveWindow());
+        QVERIFY(m_bench->isEntryGivenUp());
+        QVERIFY(window().isActiveWindow());
     }
 
     /// The windows that do not block the main one: none before all settings are known, one of each, and a half-typed
@@ -221,7 +228,9 @@ private Q_SLOTS:
             QCOMPARE(m_bench->sentBy([&] { choose(entry); }), QByteArrayList());
             QVERIFY(m_bench->isEntryGivenUp(false));
             QWidget *const active = QApplication::activeWindow();
-            QVERIFY(active && active != &window() && opened.value(entry, active) == active);
+            QVERIFY(active);
+            QVERIFY(active != &window());
+            QVERIFY(opened.value(entry, active) == active);
             opened[entry] = active;
             QCOMPARE(WindowBench::visible<QWidget>().size(), 1 + opened.size());
         }
@@ -237,12 +246,14 @@ private Q_SLOTS:
         QCOMPARE(list->count(), 3);
         QCOMPARE(list->item(1)->text(), u"TUNER;A2;X;0104;MPU;2.30122;FPGA1;1.9"_s);
         QCOMPARE(list->geometry(), QRect(10, 10, 265, 310));
-        const QRect room = list->visualItemRect(list->item(2)); // the long text's; it takes more than one line
-        QVERIFY(room.height() > 2 * list->fontMetrics().height() && room.width() <= list->viewport()->width());
+        const QRect room = list->visualItemRect(list->item(2)); // of the long text
+        QVERIFY(room.height() > 2 * list->fontMetrics().height());
+        QVERIFY(room.width() <= list->viewport()->width());
 
-        first->close(); // and at once, before it is gone:
+        first->close(); // and at once, before it is deleted:
         window().SystemCardsConfiguration_triggered();
-        QVERIFY(!first && WindowBench::visible<CardConfigWindow>().size() == 1);
+        QVERIFY(!first);
+        QVERIFY(WindowBench::visible<CardConfigWindow>().size() == 1);
         QTest::keyClick(WindowBench::visible<CardConfigWindow>().front(), Qt::Key_Escape);
         QVERIFY(waitUntil(
             [this] { return WindowBench::visible<CardConfigWindow>().isEmpty() && window().isActiveWindow(); }));
@@ -276,8 +287,7 @@ private Q_SLOTS:
 
     void naming_data()
     {
-        QTest::addColumn<QStringList>(
-            "row"); // further cards, names typed, what is sent, and labels with names of before
+        QTest::addColumn<QStringList>("row"); // further cards, typed names, frames sent, labels with the former names
         const auto row = [](const QByteArray &text) { QTest::newRow(text) << QString::fromLatin1(text).split(u'|'); };
         // The second demodulator of the chassis, whatever its number; an emptied field changes nothing.
         row("DEMOD1 MPU 1 K3050 S1,DEMOD3 MPU 1 K3050 S3|Dmd2=Third,Dmd3=X,Cmb1=X,Rcv1=,Rcv2=South 2,Sys=Range 5|"
@@ -327,7 +337,7 @@ private Q_SLOTS:
         QTest::newRow("cable out") << false << u"System Name\nRCV.2 Name"_s;
     }
 
-    /// The window stays with what was typed, and can save it once more.
+    /// The window stays open with the typed names, which can be saved once more.
     void namesNotTaken()
     {
         QFETCH(bool, isPlugged);
@@ -345,7 +355,9 @@ private Q_SLOTS:
         save();
         const QString text = u"The chassis did not accept:\n"_s + listed;
         QVERIFY(waitUntil([&] { return WindowBench::box(text); }));
-        QVERIFY(naming && naming->isVisible() && WindowBench::boxCount() == 1);
+        QVERIFY(naming);
+        QVERIFY(naming->isVisible());
+        QVERIFY(WindowBench::boxCount() == 1);
         QTest::keyClick(WindowBench::box(text), Qt::Key_Return);
         QCOMPARE(line(u"SysName"_s)->text() + u'|' + line(u"Rcv2Name"_s)->text(), u"Range 5|South"_s);
         if (!isPlugged)

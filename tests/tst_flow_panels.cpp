@@ -76,7 +76,7 @@ void FlowPanelsTest::operatorChanges_data()
                      "D1:VFIR:7|cboVFBWdmd1|0|D1:VFIR:0|cboVFBWdmd1.shownText=0.5 MHz, "
                      "D1:VGN1:300|sldrAnalogGainAdmd1|Up|D1:VGN1:255|lblAnalogGainAValdmd1.text=255dB, "
                      "D1:ALBW:on|checkBoxAutoBWdmd1|Space|D1:ALBW:1|checkBoxAutoBWdmd1.standIn=");
-    // Never read, and set from there
+    // Never read, then set
     addRows("K3050/silent", "U0:LAGC:0|doubleSpinBoxFREQch1|2300|R1:FREQ:2300.0|doubleSpinBoxFREQch1.text=2300.0, "
                             "U0:LAGC:0|cboIFBWch1|0|R1:IFBW:0|cboIFBWch1.shownText=1 MHz, "
                             "U0:LAGC:0|btnAGCZch1|click|R1:AGCZ:0|btnAGCZch1.text=OFF, "
@@ -114,7 +114,7 @@ void FlowPanelsTest::neverRead()
                  "lblAnalogBWBValdmd1.text=--|lblAnalogAVoltagedmd1.text=--|lblFreqOffsetValdmd1.text=--|"
                  "lblPeakDevValdmd1.text=--"),
              QByteArray());
-    for (const QByteArray entry : { "lineDataRateAdmd1", "doubleSpinBoxFREQch1" }) { // Return enters nothing
+    for (const QByteArray entry : { "lineDataRateAdmd1", "doubleSpinBoxFREQch1" }) { // Return sends nothing
         const QByteArrayList warnings = PanelBench::warningsDuring([&] {
             widget(entry).setFocus();
             QCOMPARE(bench().sentBy([&] { QTest::keyClick(&widget(entry), Qt::Key_Return); }), kNothing);
@@ -126,7 +126,7 @@ void FlowPanelsTest::neverRead()
 
 void FlowPanelsTest::reports_data()
 {
-    QTest::addColumn<QByteArrayList>("row"); // cards, reports, then all that they move
+    QTest::addColumn<QByteArrayList>("row"); // cards, reports, everything that they change
     addRows("K3050",
             "C1:CLCS:1|lblCMBstatuscmb1.styleSheet=<one>|lblCMBmodecmb1.text=Channel 1, "
             "C1:CLCS:2|lblCMBstatuscmb1.styleSheet=<one>|lblCMBmodecmb1.text=Channel 2, "
@@ -179,7 +179,7 @@ void FlowPanelsTest::reports_data()
                      "D1:VFIR:0, D1:VFBW:0|cboVFBWdmd1.currentIndex=0, "
                      "D1:VFLS:a,b|cboVFBWdmd1.count=2, D1:VFLS:a|cboVFBWdmd1.count=1|cboVFBWdmd1.currentIndex=-1, "
                      "C1:IFLS:a,b,c,d|cboIFBWcmb1.count=4, C1:IFLS:a|cboIFBWcmb1.count=1|cboIFBWcmb1.currentIndex=-1");
-    addRows("K412W", "D3:VFBW:2|cboVFBWdmd3.currentIndex=2"); // out of sight, but ready
+    addRows("K412W", "D3:VFBW:2|cboVFBWdmd3.currentIndex=2"); // hidden, but filled
     addRows("D2 alone", "U0:SDM2:B|cboInputSourcedmd1.currentIndex=4, U0:SDM1:B");
 }
 
@@ -239,7 +239,7 @@ void FlowPanelsTest::halfTypedRates()
         PanelBench::type(widget(field), u"3"_s);
         QCOMPARE(bench().sentBy([this] { bench().window().RemoveControlFocusTmr_Tick(); }), kNothing);
         QCOMPARE(bench().mistakes(field + ".text=7M|lblRFFQch1.focus=true"), QByteArray());
-        bench().report({ setting + "8000000" }); // no entry stands in its way any more
+        bench().report({ setting + "8000000" }); // no half-typed text any more
         QCOMPARE(bench().mistakes(field + ".text=8M"), QByteArray());
         const QByteArray other = place.startsWith('A') ? "B" : "A";
         PanelBench::type(widget(field), u"3"_s); // given up by the Return in the other field
@@ -251,13 +251,14 @@ void FlowPanelsTest::halfTypedRates()
 
 void FlowPanelsTest::focusOfWhatGoes_data()
 {
-    QTest::addColumn<QByteArrayList>("row"); // cards, report that brings a control, its name, report that takes it
+    QTest::addColumn<QByteArrayList>(
+        "row"); // cards, report that shows a control, its name, report that hides or disables it
     addRows("K3050", "D1:DMOD:6|lineDataRateBdmd1|D1:DMOD:4, D2:DMOD:4|checkBoxAutoSweepRangedmd2|D2:DMOD:0, "
                      "D3:VCFG:0|sldrAnalogGainAdmd3|D3:VCFG:1, R1:ACFE:1|lineAntennaCFch1|R1:ACFE:0, "
                      "R2:AFC:4|sldrAFCMch2|R2:AFC:0");
 }
 
-/// What is typed on must not reach the control that comes next.
+/// Further keys must not reach the next control.
 void FlowPanelsTest::focusOfWhatGoes()
 {
     QFETCH(QByteArrayList, row);
@@ -334,7 +335,7 @@ void FlowPanelsTest::families_data()
         "lineDataRateA lblDerandomizer cboDerandomizer frameOffsetPeak";
     const QByteArray full =
         "lblSlaved lblChanDemod checkBoxAutoFMSweep lblAnalogPol cboAnalogPol lblPeakDev lblPeakDevVal";
-    for (const char *cards : { "plain", "QLN412W" }) // of which only the kind holds K412W, not the model
+    for (const char *cards : { "plain", "QLN412W" }) // the kind contains K412W, not the model
         addRows(cards, "Cmbr1 Dmd1 Dmd2 Dmd3|" + noAgc + '|' + reduced);
     addRows("QLN424", "Cmbr1 Dmd1 Dmd2 Dmd3|" + noAgc + " lblIFBW cboIFBW|" + full + " lblVFBW cboVFBW");
     addRows("K412W", "Cmbr1|" + noAgc + '|' + reduced + " lblVFBW cboVFBW lblAnalogPol cboAnalogPol");
@@ -345,7 +346,7 @@ void FlowPanelsTest::families_data()
     addRows("both", "Cmbr1 Dmd1 Dmd2 Dmd3|lblIFBW cboIFBW|" + full + " lblAnalogBWA lblAnalogBWAVal");
 }
 
-/// Names without suffix of what is hidden in a panel; what is in a hidden frame goes without saying.
+/// Names without suffix of the hidden parts of a panel, except those in a hidden frame.
 QByteArray FlowPanelsTest::hiddenIn(const QByteArray &panel, const QByteArray &suffix)
 {
     const auto isHidden = [](const QWidget *part) {

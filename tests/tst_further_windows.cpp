@@ -31,11 +31,13 @@ private Q_SLOTS:
         Q_INIT_RESOURCE(resources); // of a static library
         m_bench.links().fit({ LinkBench::kReceivers, LinkBench::kTape });
         QVERIFY(m_bench.goLive());
-        QVERIFY(!m_bench.action(u"actionTMoIP"_s).isEnabled() && m_bench.action(u"actionTape"_s).isEnabled());
+        QVERIFY(!m_bench.action(u"actionTMoIP"_s).isEnabled());
+        QVERIFY(m_bench.action(u"actionTape"_s).isEnabled());
         for (const char *const unanswered : { "TM1-3:PROT", "TM1-3:MTUS", "TM1-3:RMIP", "TM1-3:FLOW" })
             chassis().ignore(unanswered);
         m_bench.report({ "U0:TLST:TM1" });
-        QVERIFY(chassis().waitForFrame("TM1-3:ENDN", 20'000) && m_bench.action(u"actionTMoIP"_s).isEnabled());
+        QVERIFY(chassis().waitForFrame("TM1-3:ENDN", 20'000));
+        QVERIFY(m_bench.action(u"actionTMoIP"_s).isEnabled());
         m_bench.stopReadingBack();
     }
     void cleanup()
@@ -46,7 +48,7 @@ private Q_SLOTS:
 
     void addresses_data()
     {
-        // Field, what it sends, complaint, accepted, refused
+        // Field | set | complaint | accepted | refused
         const QString good = u"|0.0.0.0 255.255.255.255 10.020.3.4|"_s;
         const QString bad = u"256.1.1.1 1.2.3 1.2.3.4.5 1..2.3 a.1.1.1 1.2.3.-4 1.2.3.99999999999 1.2.3.+4 1.2.3."_s;
         addRows(u"ADDR|TM1-0:ADDR|Invalid Address%1%2; MASK|TM1-0:MASK|Invalid Mask%1%2; "
@@ -68,8 +70,11 @@ private Q_SLOTS:
         for (const QString &address : parts[4].split(u' ')) {
             QCOMPARE(sentBy([&] { enter(field, address); }), kNothing);
             QMessageBox *const box = WindowBench::box(parts[2]);
-            QVERIFY(box && WindowBench::boxCount() == 1 && field->text() == held);
-            QVERIFY(box->windowTitle() == "Error"_L1 && box->icon() == QMessageBox::Information);
+            QVERIFY(box);
+            QVERIFY(WindowBench::boxCount() == 1);
+            QVERIFY(field->text() == held);
+            QVERIFY(box->windowTitle() == "Error"_L1);
+            QVERIFY(box->icon() == QMessageBox::Information);
             QTest::keyClick(box, Qt::Key_Return);
             QVERIFY(waitUntil([] { return WindowBench::boxCount() == 0 && tmoip()->isActiveWindow(); }));
         }
@@ -78,7 +83,7 @@ private Q_SLOTS:
         QCOMPARE(field->text(), held);
         chassis().behave(set);
         QTest::keyClicks(field, u"7"_s);
-        m_bench.report({ set + ":1.1.1.1" }); // the field is still the operator's
+        m_bench.report({ set + ":1.1.1.1" }); // the field has a half-typed text
         QVERIFY(field->text() != "1.1.1.1"_L1);
         QCOMPARE(sentBy([&] { QTest::keyClick(tmoip(), Qt::Key_Escape); }), kNothing);
     }
@@ -109,7 +114,7 @@ private Q_SLOTS:
             if (const auto *const spin = qobject_cast<QSpinBox *>(control))
                 QVERIFY(spin->text() == QString::number(spin->value()) || spin->value() == spin->minimum());
             else if (qobject_cast<QComboBox *>(control)->itemText(step.section(u'=', 0, 0).toInt()) != shown())
-                QCOMPARE(control->property("shownText"), step.section(u'=', 0, 0)); // in front of the item kept
+                QCOMPARE(control->property("shownText"), step.section(u'=', 0, 0)); // over the item that stays selected
         }
         for (const QString &step : parts[3].split(u' ')) {
             const QString value = step.section(u'=', 1);
@@ -155,19 +160,19 @@ private Q_SLOTS:
         };
         const QByteArrayList sent{ "TM1-3:MTUS:1000", "TM1-3:RMIP:1.2.3.4", "TM1-3:FLOW:0", "TM1-3:PROT:0" };
         QCOMPARE(sentBy(set), sent);
-        QCOMPARE(shown(), unknown); // not answered either
+        QCOMPARE(shown(), unknown); // nor answered now
         for (const QByteArray &frame : sent)
             chassis().behave(frame.first(10));
         QCOMPARE(sentBy(set), sent);
         QCOMPARE(shown(), QStringList({ u"UDP"_s, u"1000"_s, u"1.2.3.4"_s, u"OFF"_s }));
-        for (const QString &typed : { u""_s, u"15"_s }) { // no number brings back what was shown, and sends nothing
+        for (const QString &typed : { u""_s, u"15"_s }) { // no number: the former text returns, nothing is sent
             m_bench.report({ "TM1-3:MTUS:9000" });
             enter(mtu, u"1"_s, Qt::Key_Backspace);
             QCOMPARE(sentBy([&] { (QTest::keyClicks(mtu, typed), QTest::keyClick(mtu, Qt::Key_Return)); }), kNothing);
             QCOMPARE(mtu->text(), u"9000"_s);
         }
         QCOMPARE(sentBy([&] { m_bench.report({ "TM1-3:PROT:7" }); }), kNothing);
-        QCOMPARE(sentBy([&] { pick(protocol, 0); }), QByteArrayList{ "TM1-3:PROT:0" }); // the item that was kept
+        QCOMPARE(sentBy([&] { pick(protocol, 0); }), QByteArrayList{ "TM1-3:PROT:0" }); // the item that stayed selected
     }
 
     void clickElsewhere_data()
@@ -252,7 +257,8 @@ private Q_SLOTS:
         auto *const source = find<QComboBox>(u"cmbTSRC"_s);
         QCOMPARE(sentBy([&] { pick(source, 0); }), QByteArrayList{ "TM1-0:TSRC:0" });
         QCOMPARE(sentBy([&] { m_bench.report({ "TM1-0:TSRC:1" }); }), kNothing);
-        QVERIFY(source->currentText().isEmpty() && source->property("shownText") == u"1"_s);
+        QVERIFY(source->currentText().isEmpty());
+        QVERIFY(source->property("shownText") == u"1"_s);
         chassis().refuse("TM1-0:TSRC");
         QCOMPARE(sentBy([&] { pick(source, 0); }), QByteArrayList{ "TM1-0:TSRC:0" });
         QCOMPARE(source->currentText(), QString());
@@ -278,7 +284,8 @@ private Q_SLOTS:
     {
         QFETCH(const QStringList, parts);
         auto *const window = m_bench.open<TapeCtrlWindow>(u"actionTape"_s);
-        QVERIFY(window && m_bench.open<TapeCtrlWindow>(u"actionTape"_s) == window);
+        QVERIFY(window);
+        QVERIFY(m_bench.open<TapeCtrlWindow>(u"actionTape"_s) == window);
         auto *const slider = window->findChild<QSlider *>(u"sldrTapeGain%1tape1"_s.arg(parts[0]));
         const auto *const label = window->findChild<QLabel *>(u"lblTapeGain%1Valtape1"_s.arg(parts[0]));
         const QByteArray set = "T1:" + parts[1].toLatin1() + ':';
@@ -290,10 +297,12 @@ private Q_SLOTS:
         const auto act = [&] { QTest::keyClick(slider, Qt::Key_End); };
         chassis().refuse(set.chopped(1));
         QCOMPARE(sentBy(act), QByteArrayList{ set + "255" });
-        QVERIFY(slider->value() == 100 && label->text() == "39 %"_L1);
+        QVERIFY(slider->value() == 100);
+        QVERIFY(label->text() == "39 %"_L1);
         chassis().behave(set.chopped(1));
         QCOMPARE(sentBy(act), QByteArrayList{ set + "255" });
-        QVERIFY(slider->value() == 255 && label->text() == "100 %"_L1);
+        QVERIFY(slider->value() == 255);
+        QVERIFY(label->text() == "100 %"_L1);
     }
 
     void tapeFrequency()
@@ -309,12 +318,16 @@ private Q_SLOTS:
             const QStringList entry = words.split(u'=');
             const QByteArrayList set{ "T1:TFREQ:" + entry[1].toLatin1() };
             QCOMPARE(sentBy([&] { enter(line, entry[0]); }), entry[1].isEmpty() ? kNothing : set);
-            QVERIFY(line->text() == entry[2] && !line->hasFocus() && !timer->isRunning());
+            QVERIFY(line->text() == entry[2]);
+            QVERIFY(!line->hasFocus());
+            QVERIFY(!timer->isRunning());
         }
         enter(line, u"7"_s, Qt::Key_8);
         m_bench.report({ "T1:TFREQ:1500" });
-        QCOMPARE(line->text(), u"78"_s); // still the operator's
-        QVERIFY(waitUntil([&] { return line->text() == "1.5K"_L1; }) && !line->hasFocus() && !timer->isRunning());
+        QCOMPARE(line->text(), u"78"_s); // half-typed, so it stays
+        QVERIFY(waitUntil([&] { return line->text() == "1.5K"_L1; }));
+        QVERIFY(!line->hasFocus());
+        QVERIFY(!timer->isRunning());
         QTest::keyClick(window, Qt::Key_Escape);
         QVERIFY(waitUntil([] { return WindowBench::visible<TapeCtrlWindow>().isEmpty(); }));
         QVERIFY(m_bench.open<TapeCtrlWindow>(u"actionTape"_s));
@@ -328,7 +341,8 @@ private Q_SLOTS:
             for (const QString &name : names) {
                 lamp.setColor(name);
                 const QString color = name.isEmpty() || name == "green"_L1 ? u"Black"_s : name;
-                QVERIFY(lamp.getColor() == color && lamp.accessibleDescription() == color);
+                QVERIFY(lamp.getColor() == color);
+                QVERIFY(lamp.accessibleDescription() == color);
                 const QPixmap image(images + color.toLower() + u".png"_s);
                 QVERIFY(!image.isNull());
                 QCOMPARE(lamp.findChild<QLabel *>(u"LED"_s)->pixmap().toImage(), image.toImage());
@@ -338,7 +352,7 @@ private Q_SLOTS:
         check(ledSquare(), u":/led_square_"_s);
     }
 
-    /// The last one: behind a set that went unanswered, settings are read back.
+    /// The last case, since settings are read back after an unanswered set.
     void closedWhileUnanswered()
     {
         openTmoip(0);
@@ -363,7 +377,7 @@ private:
         QVERIFY(QTest::qWaitForWindowActive(tmoip()));
         find<QTabWidget>(u"tabWidget"_s)->setCurrentIndex(tab);
     }
-    /// A control of the window, on its front page if every page has one.
+    /// A control of the window; of those with one name, the visible one.
     template <typename W>
     [[nodiscard]] static W *find(const QString &name)
     {

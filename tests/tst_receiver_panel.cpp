@@ -59,13 +59,13 @@ void ReceiverPanelTest::operatorChanges_data()
     tune("2395.5 2200.5", "2250.50", "3000", ""); // confirmed with another spelling
     for (const char *nonsense : { "", "2395.5", "inf -inf", "2395.5  2200.5", "a b" })
         tune(nonsense, "2250.5", "2300", "");
-    tune("2199.9 2200.0,2299.9 2300.0", "2250.5", "2199.9", ""); // the wrong way round, each leads to the other
+    tune("2199.9 2200.0,2299.9 2300.0", "2250.5", "2199.9", ""); // wrong order of bounds: each leads to the other
 
     const auto walk = [&tune](const QByteArray &ranges, const QByteArray &low, const QByteArray &high) {
         tune(ranges, low, "Up", high);
         tune(ranges, high, "Down", low);
     };
-    // Not every sum of tenths is exact: each last digit takes both ways over both edges.
+    // Not every sum of tenths is exact: steps in both directions over both edges, for each last digit.
     for (char tenth = '0'; tenth <= '9'; ++tenth) {
         const QByteArray point = QByteArray(".") + tenth;
         const QByteArray ranges = "2395" + point + " 2200" + point + ",1485" + point + " 1435" + point;
@@ -178,12 +178,12 @@ void ReceiverPanelTest::halfTypedEntries()
     QCOMPARE(bench().sentBy([this] { bench().operate("doubleSpinBoxFREQch1", "3000"); }), kNothing);
     QCOMPARE(bench().mistakes("doubleSpinBoxFREQch1.text=2250.5|lineAntennaCFch1.text=5"), QByteArray());
 
-    // The operator who leaves the field means it.
+    // Leaving the field with Tab commits the entry.
     PanelBench::type(widget("doubleSpinBoxFREQch1"), u"2300"_s);
     QCOMPARE(bench().sentBy([this] { QTest::keyClick(&widget("doubleSpinBoxFREQch1"), Qt::Key_Tab); }),
              QByteArrayList{ "R1:FREQ:2300.0" });
 
-    // A menu only borrows the focus.
+    // A menu takes the focus only for a while.
     PanelBench::type(widget("doubleSpinBoxFREQch1"), u"2300"_s);
     QMenuBar *const menus = bench().window().menuBar();
     QCOMPARE(bench().sentBy([menus] {
@@ -198,11 +198,11 @@ void ReceiverPanelTest::halfTypedEntries()
 void ReceiverPanelTest::reportsDuringEntry()
 {
     bench().report({ "R1:ACFE:1" });
-    // Playback takes the field away in the middle of an entry.
+    // Playback disables the field with a half-typed text.
     PanelBench::type(widget("doubleSpinBoxFREQch1"), u"2300"_s);
     QCOMPARE(bench().sentBy([this] { bench().report({ "R1:FREQ:2260.5", "R1:PLYB:1", "R1:PLYB:0" }); }), kNothing);
     QCOMPARE(bench().mistakes("doubleSpinBoxFREQch1.text=2260.5"), QByteArray());
-    // Otherwise the entry is the operator's until it is committed or given up.
+    // Otherwise a half-typed text stays until it is committed or given up.
     for (const auto &[field, report, sent] : { std::tuple("doubleSpinBoxFREQch1", "R1:FREQ:2275.5", "R1:FREQ:2300.0"),
                                                std::tuple("lineAntennaCFch1", "R1:ANCF:-3", "R1:ANCF:2300") }) {
         PanelBench::type(widget(field), u"2300"_s);
@@ -213,10 +213,11 @@ void ReceiverPanelTest::reportsDuringEntry()
         QCOMPARE(frames, QByteArrayList{ sent });
     }
     PanelBench::type(widget("doubleSpinBoxFREQch1"), u"23"_s);
-    bench().report({ "R1:FREQ:9999" }); // no frequency of the box; giving up leads to it all the same
+    bench().report({ "R1:FREQ:9999" }); // out of the box's range, but in force
     QCOMPARE(bench().mistakes("doubleSpinBoxFREQch1.text=23"), QByteArray());
     bench().window().RemoveControlFocusTmr_Tick();
-    QCOMPARE(bench().sentBy([this] { bench().operate("doubleSpinBoxFREQch1", "Up"); }), kNothing); // from where?
+    QCOMPARE(bench().sentBy([this] { bench().operate("doubleSpinBoxFREQch1", "Up"); }),
+             kNothing); // no number to step from
     QCOMPARE(bench().mistakes("doubleSpinBoxFREQch1.text=9999"), QByteArray());
 }
 
@@ -238,7 +239,7 @@ void ReceiverPanelTest::stepsAheadOfTheAnswers()
     QCOMPARE(bench().chassis().framesSince(mark).count("R1:FREQ:2250.7"), 1);
 }
 
-/// The list stays under the operator's finger; what is chosen from it means its place in the new list.
+/// An open list stays as it is; the chosen item is looked up in the new list.
 void ReceiverPanelTest::listChangesWhileOpen()
 {
     auto *const box = qobject_cast<QComboBox *>(&widget("cboIFBWch1"));
@@ -249,7 +250,8 @@ void ReceiverPanelTest::listChangesWhileOpen()
             box->showPopup();
             QTest::keyClick(box->view(), Qt::Key_End);
             bench().report({ "R1:IFBW:0", "R1:IFLS:10 MHz,20 MHz", "R1:IFBW:1" });
-            QVERIFY(box->view()->currentIndex().data().toString() == "10 MHz"_L1 && box->count() == 3);
+            QVERIFY(box->view()->currentIndex().data().toString() == "10 MHz"_L1);
+            QVERIFY(box->count() == 3);
             QTest::keyClick(box->view(), pressed);
         }),
                  sent);
@@ -260,7 +262,7 @@ void ReceiverPanelTest::listChangesWhileOpen()
     bench().report({ "R1:IFLS:1 MHz,5 MHz,10 MHz", "R1:IFBW:1" });
     box->showPopup();
     bench().report({ "R1:IFLS:10 MHz,20 MHz" });
-    box->view()->window()->close(); // as a wait box that comes up does
+    box->view()->window()->close(); // as a wait box does that opens
     QVERIFY(waitUntil([this] { return bench().mistakes("cboIFBWch1.count=2|cboIFBWch1.shownText=20 MHz").isEmpty(); }));
 }
 
@@ -294,7 +296,8 @@ void ReceiverPanelTest::wheelNeedsTheFocus()
         QVERIFY(widget("lblRFFQch1").hasFocus());
         widget(name).setFocus();
         const QByteArrayList frames = bench().sentBy([&] { PanelBench::turnWheel(widget(name)); });
-        QVERIFY(frames.size() == 1 && frames.first().startsWith(sent));
+        QVERIFY(frames.size() == 1);
+        QVERIFY(frames.first().startsWith(sent));
     }
 }
 

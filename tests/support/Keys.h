@@ -5,7 +5,7 @@
 #include <QLineEdit>
 #include <QTest>
 
-// What an operator does with a keyboard, and rows of data that are one text.
+// Keys of an operator, and rows of data in one text.
 
 /// Chooses an item from the list of a box; the arrow keys alone would send every item on the way.
 inline void pick(QComboBox *box, int index)
@@ -17,7 +17,7 @@ inline void pick(QComboBox *box, int index)
     QTest::keyClick(box->view(), Qt::Key_Return);
 }
 
-/// Types a text in place of what a field holds.
+/// Replaces the text of a field by a typed one.
 inline void enter(QWidget *field, const QString &text, Qt::Key end = Qt::Key_Return)
 {
     field->setFocus();

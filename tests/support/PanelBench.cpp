@@ -1,10 +1,10 @@
 #include "support/PanelBench.h"
 
 #include "controls/FocusReturn.h"
+#include "support/Keys.h"
 
 #include <QApplication>
 #include <QComboBox>
-#include <QListView>
 #include <QRegularExpression>
 #include <QTest>
 #include <QTimer>
@@ -16,7 +16,7 @@ using namespace Qt::StringLiterals;
 
 bool PanelBench::startCase(const QByteArrayList &reports)
 {
-    window().activateWindow(); // a box's list takes it away
+    window().activateWindow(); // an open list deactivates it
     if (!QTest::qWaitForWindowActive(&window()))
         return false;
     window().RemoveControlFocusTmr_Tick();
@@ -84,18 +84,13 @@ void PanelBench::operate(const QByteArray &name, const QByteArray &input)
     QVERIFY2(control.isVisible() && control.isEnabled(), "out of the operator's reach");
     control.setFocus();
     if (auto *const box = qobject_cast<QComboBox *>(&control)) {
-        box->showPopup(); // the arrow keys would send every item on the way
-        QTest::keyClick(box->view(), Qt::Key_Home);
-        for (int i = 0; i < input.toInt(); ++i)
-            QTest::keyClick(box->view(), Qt::Key_Down);
-        QTest::keyClick(box->view(), Qt::Key_Return);
+        pick(box, input.toInt());
     } else if (input == "click") {
         QTest::mouseClick(&control, Qt::LeftButton);
     } else if (keys.contains(input)) {
         QTest::keyClick(&control, keys[input]);
     } else {
-        type(control, QString::fromLatin1(input));
-        QTest::keyClick(&control, Qt::Key_Return);
+        enter(&control, QString::fromLatin1(input));
     }
 }
 

@@ -25,7 +25,7 @@ const QHash<QByteArray, QByteArray> kCards{
     { "D2 alone", "DEMOD2 MPU 1.2 K3050 S2" },
 };
 
-/// What every chassis holds at start and what is reported again before each case, by addresses.
+/// Values at start, reported again before each case, by addresses.
 const QList<std::pair<QByteArray, QByteArray>> kStart{
     { "U0", "SLAVE=0;SDM1=2;SDM2=3;SDM3=A" },
     { "R1 R2",
@@ -45,7 +45,7 @@ const QByteArrayList kStartStatus{ "R1:SYNL:1",   "R2:SYNL:1",   "R1:MAFL:1",   
 const QByteArray kModes = "0 PCM-FM,1 TRELLIS FM,2 PM,3 BPSK,4 QPSK,5 UQPSK,6 AQPSK,7 AUQPSK,8 SOQPSK,9 MULTI-H CPM,"
                           "10 OQPSK,13 FM,17 NTSC-Video";
 
-/// Documented style sheets, by the names that rows have for them
+/// Names of documented style sheets in rows
 const QList<std::pair<QByteArray, QByteArray>> kStyles{
     { "<good>", "background-color: #24d620;" },
     { "<bad>", "background-color: #f11029;" },
@@ -135,11 +135,11 @@ void PanelTest::setUp(const QByteArray &cards)
     m_bench->stopReadingBack();
     QVERIFY(m_bench->startCase(kStartStatus));
     const QByteArrayList filled = m_bench->everythingShown();
-    QVERIFY(m_bench->startCase(m_start)); // shows no more than the panels were filled with
+    QVERIFY(m_bench->startCase(m_start)); // the panels were filled with the same
     QCOMPARE(m_bench->everythingShown(), filled);
 }
 
-/// Everything but lists and names is refused from the start.
+/// Refuses the queries of everything but lists and names.
 void PanelTest::keepSilent()
 {
     QByteArrayList queries = LinkBench::receiverQueries("R1") + LinkBench::combinerQueries();

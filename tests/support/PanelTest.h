@@ -11,7 +11,8 @@
 /// a channel in turn:
 ///   - operatorChanges: reports before | control | input, as for PanelBench::operate() | frame sent | what is shown ...
 ///   - reports: reports | what they change ...; with "..." as the last item they may change more
-/// Reports are separated by blanks. What is shown is written "widget.property=value".
+/// Reports are separated by blanks, and "_" stands for a blank within one. "<good>" and the like stand for documented
+/// style sheets. What is shown is written "widget.property=value".
 class PanelTest : public QObject
 {
     Q_OBJECT
@@ -42,5 +43,5 @@ private:
     std::unique_ptr<PanelBench> m_bench;
 };
 
-/// Names of items that were sorted.
+/// The names in sorted order, separated by blanks.
 [[nodiscard]] QByteArray sorted(QByteArrayList names);

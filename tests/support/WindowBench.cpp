@@ -56,7 +56,7 @@ bool WindowBench::goLive()
     if (!QTest::qWaitForWindowActive(m_window.get()))
         return false;
     QByteArrayList sent = sentBy([] {});
-    sent.removeIf([](const QByteArray &frame) { // a demodulator asks for its filters behind the end of start-up
+    sent.removeIf([](const QByteArray &frame) { // a demodulator queries its filters after the end of start-up
         return frame.startsWith('D') && (frame.endsWith(":IFFL") || frame.endsWith(":VFFL"));
     });
     return sent.isEmpty();
@@ -65,7 +65,7 @@ bool WindowBench::goLive()
 void WindowBench::stopReadingBack()
 {
     m_commandLink->findChild<SettingsCheck *>()->setActive(false);
-    (void)sentBy([] {}); // what is on its way
+    (void)sentBy([] {}); // until pending messages are answered
 }
 
 FocusReturn &WindowBench::focusReturn() const { return *m_window->findChild<FocusReturn *>(); }
@@ -124,7 +124,7 @@ QByteArrayList WindowBench::sentBy(const std::function<void()> &act)
 {
     const auto mark = chassis().frames().size();
     act();
-    QCoreApplication::processEvents(); // what waits in queued calls, or the marker would overtake it
+    QCoreApplication::processEvents(); // queued calls first, else the marker would overtake them
     const QString marker = QString::number(++m_marker);
     system()->setTIME(marker);
     if (!waitUntil([&] { return system()->getTIME() == marker; }, 10'000))
@@ -168,7 +168,7 @@ bool WindowBench::hasStarted(SerialPortController &link, const FarEnd &end)
     using State = LinkStatus::State;
     const State state = link.status().state;
     const auto &queue = link.txmtCmdQueue();
-    // While answers are on their way the countdown would throw them away.
+    // The countdown would discard answers that are under way.
     if ((state == State::Opening || state == State::Waiting) && !queue.inFlight() && queue.waitingCount() == 0)
         link.EstablishCommTmr_Tick();
     return end.frames().contains("U0:TRON:ON");

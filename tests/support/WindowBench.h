@@ -29,17 +29,17 @@ public:
     [[nodiscard]] LinkBench &links() { return m_links; }
     [[nodiscard]] FarEnd &chassis() { return m_links.command(); }
     [[nodiscard]] ZIRVOFSMainWindow &window() { return *m_window; }
-    /// Ends the window alone; the links go on to the end of the bench.
+    /// Ends the window alone; the links stay until the bench ends.
     void endWindow();
     [[nodiscard]] SerialPortController *commandLink() const { return m_commandLink; }
 
     /// Shows the window and opens the command link.
     void start();
-    /// Goes through the whole start-up, from the opening of the command link if that is still to come; the panels are
-    /// filled and the window has the focus afterwards.
+    /// Runs the whole start-up, including start() if that was not called. Afterwards the panels are filled and the
+    /// window is active.
     [[nodiscard]] bool goLive();
 
-    /// From now on only what the windows send is on the wire, not what the link reads back behind lost answers.
+    /// Stops the reading back after lost answers, so that only the windows send.
     void stopReadingBack();
 
     template <typename W>
@@ -58,21 +58,21 @@ public:
     [[nodiscard]] DmdChan *demodulator(int index) const;
 
     static void type(QWidget &field, const QString &text);
-    /// Leaves "2300" half-typed in the first receiver's frequency, where 2250.5 is in force, and the focus return at
-    /// rest.
+    /// Leaves "2300" half-typed in the first receiver's frequency, where 2250.5 is in force, and stops the focus
+    /// return.
     void typeHalfAnEntry() const;
-    /// Whether the entry is given up, and the focus return is running again if @p returns.
+    /// Whether that text is given up, and whether the focus return is running as @p returns says.
     [[nodiscard]] bool isEntryGivenUp(bool returns = true) const;
     /// The window's timer that runs with this interval; null if none does.
     [[nodiscard]] QTimer *runningTimer(int intervalMs) const;
 
-    /// What the status line shows of the links as they are now.
+    /// The present texts of the status line.
     [[nodiscard]] QStringList words() const;
 
-    /// Frames that @p act makes the window send. A marker request made behind it ends the list; when this returns,
-    /// every one of them is answered or timed out, and the outcome is shown.
+    /// The frames that the window sends because of @p act. A marker request behind them ends the list: when this
+    /// returns, all of them are answered or timed out, and the outcome is shown.
     [[nodiscard]] QByteArrayList sentBy(const std::function<void()> &act);
-    /// The chassis reports unasked; shown when this returns.
+    /// The chassis sends unsolicited reports; they are shown when this returns.
     void report(const QByteArrayList &frames);
 
     struct Step
@@ -80,10 +80,10 @@ public:
         std::function<bool()> when;
         std::function<void()> then;
     };
-    /// Takes one step after another, each as soon as its condition holds, also while a modal box runs its own event
-    /// loop. If one never holds, every modal dialog is closed and the result is false.
+    /// Runs the steps in order, each as soon as its condition holds, also while a modal box runs its own event loop. If
+    /// a condition never holds, closes every modal dialog and returns false.
     [[nodiscard]] static bool takeSteps(QList<Step> steps);
-    /// The windows of a class that the operator sees.
+    /// The visible windows of a class.
     template <typename W>
     [[nodiscard]] static QList<W *> visible()
     {
@@ -94,7 +94,7 @@ public:
         }
         return windows;
     }
-    /// Chooses a menu entry; gives the window of the class, or null if there is not exactly one.
+    /// Chooses a menu entry; returns the window of the class, or null if there is not exactly one.
     template <typename W>
     [[nodiscard]] W *open(const QString &actionName) const
     {
@@ -102,8 +102,8 @@ public:
         QCoreApplication::processEvents();
         return visible<W>().size() == 1 ? visible<W>().front() : nullptr;
     }
-    /// Whether a standard link has gone through its start, or the repeated one of a link that is back; the seconds that
-    /// it lets pass are over at once. To be asked until it has.
+    /// Whether a standard link has finished its start, or the restart after a loss. Skips the countdown; to be called
+    /// until it returns true.
     [[nodiscard]] static bool hasStarted(SerialPortController &link, const FarEnd &end);
     /// The visible message box with this text; null if there is none.
     [[nodiscard]] static QMessageBox *box(const QString &text);
