@@ -1,9 +1,9 @@
 #pragma once
 
+#include "support/Talk.h"
 #include "support/Terminal.h"
 
 #include <QProcess>
-#include <QRegularExpression>
 #include <QTemporaryDir>
 
 /// Runs the chassis simulator as a user would and talks to it: bytes through its terminals, lines on its console.
@@ -49,6 +49,10 @@ public:
         m_bytes.clear();
         return shows(m_link + "=plugged");
     }
+    bool reopen(const char *name = "ttyUSB0", const QByteArray &link = "command")
+    {
+        return close() && open(name, link);
+    }
     /// The terminal that is open.
     [[nodiscard]] const Terminal &terminal() const { return m_terminal; }
     /// Whether poll() reports @p event on the terminal in time.
@@ -60,15 +64,15 @@ public:
         if (m_terminal.writeBytes(frame) != frame.size())
             qFatal("the terminal took no request");
     }
-    /// Next bytes; empty after @p ms without any.
-    [[nodiscard]] QByteArray readBytes(int ms = 3000) const { return m_terminal.readBytes(ms); }
+    /// What came behind the last frame, and the next bytes; empty after @p ms without any.
+    QByteArray readBytes(int ms = 3000) { return std::exchange(m_bytes, {}) + m_terminal.readBytes(ms); }
     /// Text of the next frame with ACK and NAK spelt out; "(nothing)" after @p ms without one.
     QByteArray nextFrame(int ms = 3000)
     {
-        static const QRegularExpression frame(QStringLiteral("\\x02([^\\r]*)\\r"));
+        static const QRegularExpression frame(QStringLiteral("\\x02([^\\x02\\r]*)\\r"));
         QRegularExpressionMatch match;
         while (!(match = frame.match(QString::fromLatin1(m_bytes))).hasMatch()) {
-            const QByteArray more = readBytes(ms);
+            const QByteArray more = m_terminal.readBytes(ms);
             if (more.isEmpty())
                 return "(nothing)";
             m_bytes += more;
@@ -93,26 +97,13 @@ public:
         const QByteArrayList frames = framesUntil("U0:VERTSKB:");
         return frames.first(frames.size() - (frames.last() == "(nothing)" ? 0 : 1)).join(' ');
     }
-    /// Goes through steps "request > answer" separated by ";" and gives the first that went otherwise. The answer is a
-    /// regular expression; one that begins with ":" repeats the request, one after ">>" may take repeated requests.
-    /// A request that begins with "$" is for the console.
+    /// Goes through steps as talk() does; a request that begins with "$" is for the console.
     QByteArray talk(const QByteArray &steps)
     {
-        for (const QByteArray &step : steps.split(';')) {
-            const QByteArray said = step.left(step.indexOf('>')).trimmed();
-            const QByteArray wanted = step.mid(step.lastIndexOf('>') + 1).trimmed();
-            const QByteArray answer = (wanted.startsWith(':') ? said : QByteArray()) + wanted;
-            const QRegularExpression pattern(QRegularExpression::anchoredPattern(QString::fromLatin1(answer)));
-            const QDeadlineTimer deadline(step.contains(">>") ? 5000 : 0);
-            while (true) {
-                const QByteArray heard = said.startsWith('$') ? order(said.mid(1)) : ask(said);
-                if (pattern.match(QString::fromLatin1(heard)).hasMatch())
-                    break;
-                if (deadline.hasExpired())
-                    return step + " was " + heard;
-            }
-        }
-        return {};
+        const auto request = [this](const QByteArray &said) {
+            return said.startsWith('$') ? order(said.mid(1)) : ask(said);
+        };
+        return ::talk(steps, request, [this] { (void)m_terminal.sees(POLLHUP, 20); });
     }
 
     /// Waits until the chassis shows @p state, "command=open" for a client at that link, "command=plugged" for none.
