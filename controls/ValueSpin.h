@@ -77,7 +77,7 @@ protected:
     void focusOutEvent(QFocusEvent *event) override
     {
         if (event->reason() == Qt::PopupFocusReason || event->reason() == Qt::MenuBarFocusReason)
-            QWidget::focusOutEvent(event);
+            Box::update(); // the frame shows the focus; the base class would commit
         else
             Box::focusOutEvent(event);
     }

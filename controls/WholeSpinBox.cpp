@@ -3,7 +3,7 @@
 void WholeSpinBox::focusOutEvent(QFocusEvent *event)
 {
     if (event->reason() == Qt::ActiveWindowFocusReason)
-        QWidget::focusOutEvent(event);
+        update(); // the frame shows the focus; the base class would commit
     else
         ValueSpin::focusOutEvent(event);
 }

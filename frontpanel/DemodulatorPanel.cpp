@@ -150,7 +150,7 @@ void DemodulatorPanel::cboDMOD_currentIndexChanged(int index)
         const auto *const mode = DemodulationMode::withName(ui->cboDemodMode->itemText(index));
         channel()->setDMOD((mode ? *mode : DemodulationMode::fallback()).code);
         if (!channel()->isSetPending(Commands::DMOD))
-            DisplayDemodMode(channel()->getDMOD()); // a name without a code sends the mode in force, that is nothing
+            DisplayDemodMode(channel()->getDMOD()); // nothing was sent: the mode that stands for the name is in force
     });
 }
 

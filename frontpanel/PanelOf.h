@@ -39,7 +39,7 @@ protected:
         settings().add(C::Commands::NAME, m_channel, &C::getNAME,
                        [this, box, besideName](const QString &name) { showName(box, name, besideName); });
     }
-    /// A position in a list, and the handler of the operator's choice. Without a handler the box cannot be operated.
+    /// A position in a list, and the handler of the operator's choice. Without a handler a choice sends nothing.
     template <typename Panel>
     void addChoice(QLatin1StringView mnemonic, Get get, ChoiceBox *box, void (Panel::*chosen)(int),
                    SettingTable::Show show = {})
