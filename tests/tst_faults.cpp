@@ -440,7 +440,7 @@ void addPulledCables()
     rows("live", u"live; used spectral"_s, u"tune 2260.5"_s, u"R1=2260.5 sent=R1:FREQ:2260.5"_s);
     row("cards changed meanwhile",
         u"live; unplug command; value U0:CLST=0103 MPU 2.3 TUNER A1 X; plug command; "_s
-        u"words live, other; tune 2260.5; settle"_s,
+        u"words cards changed; tune 2260.5; settle"_s,
         u"R1=2260.5 sent=U0:CLST,R1:FREQ:2260.5 Chassis: live; cards changed, restart to apply"_s);
     rows("half an entry", u"live; half"_s, u"settle"_s, u"R1=2300"_s);
     rows("wait box", u"live; send U0:PDONE:0; box"_s, u"send U0:PDONE:1; nobox"_s, {});
