@@ -48,8 +48,10 @@ template <typename Make>
 void AuxiliaryWindows::open(std::size_t name, Make make)
 {
     Place &place = m_places[name];
-    if (place.window && !place.window->isVisible())
-        delete place.window; // closed, but not yet gone
+    if (QWidget *const closed = place.window; closed && !closed->isVisible()) {
+        place = {};
+        delete closed; // else it would be deleted from the event loop only
+    }
     if (!place.open) {
         place.open = true;
         place.window = make(&place.open);

@@ -29,7 +29,7 @@ void TmoipEntry::refuse(const QWidget *widget, const QString &text)
 
 std::optional<QString> TmoipEntry::take(const EntryField &field, const QString &complaint)
 {
-    const auto typed = field.take();
+    auto typed = field.take();
     if (!typed || validateIP(*typed))
         return typed;
     field.end(true);
