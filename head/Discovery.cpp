@@ -44,7 +44,7 @@ Discovery::Discovery(StandardProtocol &protocol, LinkPort &port, ChannelLink &li
     , m_options(options)
     , m_inventory(link)
     , m_countdown(options.startupSeconds)
-    , m_rereading(link, [this] { return isReporting(); })
+    , m_rereading(link, startedClock(), [this] { return isReporting(); })
 {
     m_rereading.setParent(this);
     m_cardListTmr.setInterval(kCardListRetryMs);

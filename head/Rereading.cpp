@@ -11,14 +11,13 @@ constexpr int kSilenceCheckMs = 1000;
 
 } // namespace
 
-Rereading::Rereading(ChannelLink &link, std::function<bool()> isReporting)
+Rereading::Rereading(ChannelLink &link, const Clock &clock, std::function<bool()> isReporting)
     : m_link(link)
     , m_isReporting(std::move(isReporting))
-    , m_check(link, this)
-    , m_reading([this] { return m_clock.elapsed(); })
-    , m_silence([this] { return m_clock.elapsed(); })
+    , m_check(link, clock, this)
+    , m_reading(clock)
+    , m_silence(clock)
 {
-    m_clock.start();
     m_silenceTmr.setInterval(kSilenceCheckMs);
     connect(&m_silenceTmr, &QTimer::timeout, this, &Rereading::watchReports);
 }

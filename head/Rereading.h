@@ -1,11 +1,11 @@
 #pragma once
 
+#include "head/Clock.h"
 #include "head/SettingsCheck.h"
 #include "head/SettingsReading.h"
 #include "head/SilenceWatch.h"
 #include "link/StandardCommand.h"
 
-#include <QElapsedTimer>
 #include <QObject>
 #include <QTimer>
 
@@ -21,8 +21,9 @@ class Rereading : public QObject
 
 public:
     /// @param link        carries the queries; outlives this
+    /// @param clock       started; runs on while this lives
     /// @param isReporting whether a channel currently receives unsolicited readings
-    Rereading(ChannelLink &link, std::function<bool()> isReporting);
+    Rereading(ChannelLink &link, const Clock &clock, std::function<bool()> isReporting);
 
     /// A pass over all settings begins: its queries are queued, with the request for reports behind them.
     void begin();
@@ -39,6 +40,9 @@ public:
     /// The commands of the background were dropped.
     void noteBackgroundDropped() { m_check.noteBackgroundDropped(); }
 
+    /// Whether everything is to be read again; a timer calls it every second behind a pass.
+    void watchReports();
+
     /// How long expected reports have been missing, in ms; 0 if none are expected.
     [[nodiscard]] qint64 silentMs() const { return m_silence.silentMs(); }
     [[nodiscard]] SettingsCheck &check() { return m_check; }
@@ -49,13 +53,11 @@ Q_SIGNALS:
     void everythingDue();
 
 private:
-    void watchReports();
     void endPass(bool isAcknowledged);
     void follow(const SettingsReading::Advice &advice);
 
     ChannelLink &m_link;
     std::function<bool()> m_isReporting;
-    QElapsedTimer m_clock;
     SettingsCheck m_check;
     SettingsReading m_reading;
     SilenceWatch m_silence;

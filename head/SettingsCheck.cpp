@@ -21,9 +21,11 @@ constexpr qsizetype kMostEntries = 2'000;
 
 } // namespace
 
-SettingsCheck::SettingsCheck(ChannelLink &link, QObject *parent) : QObject(parent), m_link(link)
+SettingsCheck::SettingsCheck(ChannelLink &link, Clock clock, QObject *parent)
+    : QObject(parent)
+    , m_link(link)
+    , m_clock(std::move(clock))
 {
-    m_clock.start();
     m_askTmr.setSingleShot(true);
     connect(&m_askTmr, &QTimer::timeout, this, &SettingsCheck::askNext);
 }
@@ -35,7 +37,7 @@ void SettingsCheck::setActive(bool active)
     askNext();
 }
 
-bool SettingsCheck::isInTrouble() const { return m_clock.elapsed() - m_trouble < kTroubleMs; }
+bool SettingsCheck::isInTrouble() const { return m_clock() - m_trouble < kTroubleMs; }
 
 void SettingsCheck::noteSet(const StandardCommand &set)
 {
@@ -43,7 +45,7 @@ void SettingsCheck::noteSet(const StandardCommand &set)
     if (m_entries.size() >= kMostEntries)
         return;
     Entry &entry = entryFor(set.readingBack(), kTriesOfSet);
-    entry.changed = m_clock.elapsed();
+    entry.changed = m_clock();
     if (set.status() == StandardCommand::TimedOut || isInTrouble())
         doubt(entry);
 }
@@ -57,7 +59,7 @@ bool SettingsCheck::noteEnd(const StandardCommand &command, bool isProbe)
     const bool isTimedOut = command.status() == StandardCommand::TimedOut;
     // The card does not know a query that was never answered.
     if (m_wasActive && isTimedOut && (!isQuery || (m_isActive && m_answeredOnce.contains(command.commandText()))))
-        m_trouble = m_clock.elapsed();
+        m_trouble = m_clock();
     if (command.status() == StandardCommand::Completed)
         m_cards.remove(command.address());
     if (!isQuery)
@@ -76,7 +78,7 @@ void SettingsCheck::noteStrayAnswer()
 {
     if (!m_wasActive)
         return;
-    m_trouble = m_clock.elapsed();
+    m_trouble = m_clock();
     for (Entry &entry : m_entries) {
         if (m_trouble - entry.changed < kRecentMs)
             doubt(entry);
@@ -88,7 +90,7 @@ void SettingsCheck::noteUnsolicited(const StandardCommand &message)
     if (!isInTrouble() || message.status() != StandardCommand::Received)
         return;
     const auto entry = m_entries.find(message.readingBack().commandText());
-    if (entry != m_entries.end() && m_clock.elapsed() - entry->changed < kRecentMs)
+    if (entry != m_entries.end() && m_clock() - entry->changed < kRecentMs)
         doubt(*entry);
 }
 
@@ -131,7 +133,7 @@ void SettingsCheck::answered(const QString &text)
     if (isUnknown(*entry))
         m_nextUnknown = 0; // it was lost on the line, and so may be the others
     entry->mostTries = kTriesOfKnown;
-    if (m_clock.elapsed() - entry->unanswered < kLateMs)
+    if (m_clock() - entry->unanswered < kLateMs)
         entry->due = entry->unanswered + kLateMs;
     else
         entry->isInDoubt = false;
@@ -151,7 +153,7 @@ void SettingsCheck::failed(const StandardCommand &query, bool isProbe)
             addMissing(query);
         return;
     }
-    const qint64 now = m_clock.elapsed();
+    const qint64 now = m_clock();
     if (query.status() == StandardCommand::TimedOut)
         entry->unanswered = now;
     ++entry->tries;
@@ -176,7 +178,7 @@ void SettingsCheck::askNext()
 {
     if (!m_isActive || m_asked)
         return;
-    const qint64 now = m_clock.elapsed();
+    const qint64 now = m_clock();
     const auto isSooner = [this, now](const Entry &one, const Entry &other) {
         const qint64 oneDue = std::max(dueOf(one), now);
         const qint64 otherDue = std::max(dueOf(other), now);
@@ -205,6 +207,6 @@ void SettingsCheck::askNext()
 
 void SettingsCheck::prune()
 {
-    const qint64 oldest = m_clock.elapsed() - kRecentMs;
+    const qint64 oldest = m_clock() - kRecentMs;
     m_entries.removeIf([oldest](const auto &item) { return !item->isInDoubt && item->changed < oldest; });
 }

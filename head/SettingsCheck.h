@@ -1,8 +1,8 @@
 #pragma once
 
+#include "head/Clock.h"
 #include "link/StandardCommand.h"
 
-#include <QElapsedTimer>
 #include <QHash>
 #include <QObject>
 #include <QSet>
@@ -27,10 +27,12 @@ class SettingsCheck : public QObject
 
 public:
     /// @param link carries the queries; outlives this
-    SettingsCheck(ChannelLink &link, QObject *parent);
+    SettingsCheck(ChannelLink &link, Clock clock, QObject *parent);
 
     /// Starts or stops the queries; settings in doubt are kept meanwhile.
     void setActive(bool active);
+    /// Queues the check that is due next, if one is due and none is under way. A timer calls it in time.
+    void askNext();
 
     /// A set has ended and its channel has processed it.
     void noteSet(const StandardCommand &set);
@@ -78,13 +80,12 @@ private:
     void doubt(Entry &entry);
     void answered(const QString &text);
     void failed(const StandardCommand &query, bool isProbe);
-    void askNext();
     [[nodiscard]] qint64 dueOf(const Entry &entry) const;
     [[nodiscard]] static bool isUnknown(const Entry &entry);
     void prune();
 
     ChannelLink &m_link;
-    QElapsedTimer m_clock;
+    const Clock m_clock;
     QTimer m_askTmr;
     bool m_isActive = false;
     bool m_wasActive = false;                 ///< ever; before, acknowledgements belong to what was written at opening

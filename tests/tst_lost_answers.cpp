@@ -87,11 +87,8 @@ class LostAnswersTest : public QObject
 private Q_SLOTS:
     void readBack_data();
     void readBack();
-    void askedAgain();
     void clientSetsWhatIsHeld();
-    void rubbishIsBounded();
     void whileSettingsAreRead();
-    void settingsThatTheCardDoesNotKnow();
 };
 
 void LostAnswersTest::readBack_data()
@@ -117,15 +114,6 @@ void LostAnswersTest::readBack_data()
               "R1:AFC:0; R1 AFC 0; R1:AFC; R1 AFC 1");
     receivers("NAK that nobody waits for", "set R1:AFC:0; holds R1:AFC=1; send NAK",
               "R1:AFC:0; R1 AFC 0; R1:AFC; R1 AFC 1");
-    receivers(
-        "one that is never answered beside it",
-        "on R1:SLPA:0 =; on R1:SLPA =; on R1:SLPA =; on R1:SLPA =; on R1:AFC:0 =; holds R1:AFC=0; set R1:SLPA:0 & "
-        "R1:AFC:0; await R1:AFC",
-        "R1:SLPA:0; R1 SLPA 1; R1:AFC:0; R1 AFC 1; R1:SLPA; R1:AFC; R1 AFC 0; R1:SLPA");
-    receivers("late answer from before the last set",
-              "on R1:AFC:0 =; set R1:AFC:0; set R1:AGCT:3; holds R1:AGCT=3; send R1:AGCT:0; await R1:AGCT",
-              "R1:AFC:0; R1 AFC 1; R1:AFC; R1 AFC 1; R1:AGCT:3; R1 AGCT 3; R1:AGCT; R1 AGCT 3; R1 AGCT 0; R1:AGCT; "
-              "R1 AGCT 3");
     receivers("slave copy", "send U0:SLAVE:1; on R2:AFC:0 =; holds R2:AFC=0; set R1:AFC:0",
               "U0 SLAVE 1; R1 U0 SLAVE 1; R2 U0 SLAVE 1; R1:AFC:0; R1 AFC 0; R2:AFC:0; R2 AFC 1; R2:AFC; R2 AFC 0");
     const auto older = on(LinkBench::kOlderDemodulators);
@@ -155,19 +143,6 @@ void LostAnswersTest::readBack()
     QCOMPARE(played.join(u"; "_s), record);
 }
 
-/// A query that reads back is lost as well, and its late answer is from before another set.
-void LostAnswersTest::askedAgain()
-{
-    ScriptedBench bench({ LinkBench::kReceivers });
-    for (const auto *line : { "on R1:FREQ:2260.5 =", "on R1:FREQ =", "on R1:FREQ =" })
-        (void)bench.play(QString::fromLatin1(line));
-    bench.far.setValue("R1:FREQ", "2260.5");
-    QCOMPARE(bench.play(u"set R1:FREQ:2260.5"_s),
-             (QStringList{ u"R1:FREQ:2260.5"_s, u"R1 FREQ 2250.5"_s, u"R1:FREQ"_s }));
-    QVERIFY(waitUntil([&bench] { return bench.receiver(1)->getFREQ() == "2260.5"_L1; }, 12'000));
-    QCOMPARE(bench.takeRecord().count(u"R1:FREQ"_s), 2);
-}
-
 /// While a value is in doubt, a set of the client goes to the card although it is the value held.
 void LostAnswersTest::clientSetsWhatIsHeld()
 {
@@ -182,17 +157,6 @@ void LostAnswersTest::clientSetsWhatIsHeld()
     set(u"AFC"_s);
     set(u"FREQ"_s);
     QCOMPARE(bench.takeRecord(), (QStringList{ u"R1:AFC:1"_s, u"R1 AFC 1"_s }));
-}
-
-/// A far end that acknowledges without end does not have a setting read without end.
-void LostAnswersTest::rubbishIsBounded()
-{
-    ScriptedBench bench({ LinkBench::kReceivers });
-    (void)bench.play(u"set R1:AFC:0"_s);
-    for (int i = 0; i < 300; ++i)
-        bench.far.ack();
-    const qsizetype queries = bench.takeRecord().count(u"R1:AFC"_s);
-    QVERIFY2(queries == 1 || queries == 2, qPrintable(QString::number(queries)));
 }
 
 /// A late answer is taken for that of the next set behind a pulled cable as well.
@@ -210,30 +174,6 @@ void LostAnswersTest::whileSettingsAreRead()
     QVERIFY(waitUntil([&bench] { return bench.receiver(1)->getPOLA() == "1"_L1; }));
     QCOMPARE(bench.link.status().state, LinkStatus::State::Reading);
     QVERIFY(waitUntil([&bench] { return bench.receiver(1)->getPOLA() == "0"_L1; }, 10'000));
-}
-
-/// They are asked once more, with a pause, and nothing else waits for that.
-void LostAnswersTest::settingsThatTheCardDoesNotKnow()
-{
-    const QByteArrayList unknown{ "R1:ACFE", "R1:CAMP", "R1:AMIP" };
-    CommandLinkBench bench;
-    for (const QByteArray &key : unknown)
-        bench.far.ignore(key);
-    QVERIFY(bench.start());
-    const qsizetype end = bench.far.frames().lastIndexOf("U0:TRON:ON");
-    const auto asked = [&] {
-        return std::ranges::count_if(bench.far.framesSince(end),
-                                     [&unknown](const QByteArray &frame) { return unknown.contains(frame); });
-    };
-    QVERIFY(waitUntil([&asked] { return asked() == 1; }));
-    bench.far.ignore("R1:FREQ");
-    bench.receiver(1)->setFREQ(u"2260.5"_s);
-    QVERIFY(bench.far.waitForFrame("R1:FREQ:2260.5"));
-    bench.link.StartTimeOutTmr(1);
-    bench.far.setValue("R1:FREQ", "2260.5");
-    bench.far.behave("R1:FREQ");
-    QVERIFY(waitUntil([&bench] { return bench.receiver(1)->getFREQ() == "2260.5"_L1; }, 2000));
-    QVERIFY(!waitUntil([&asked] { return asked() > 1; }, 3000));
 }
 
 QTEST_MAIN(LostAnswersTest)
