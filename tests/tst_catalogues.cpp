@@ -7,10 +7,9 @@
 #include "channels/TmoipCard.h"
 #include "channels/TmoipChan.h"
 #include "channels/UniversalChan.h"
-#include "link/ChannelLink.h"
-#include "link/RemoteCommand.h"
 #include "remote/wire/Catalogue.h"
 #include "support/SimulatedChassis.h"
+#include "support/StubLink.h"
 
 #include <QFile>
 #include <QRegularExpression>
@@ -23,33 +22,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-/// Keeps the queries that are sent on it, as "R1:FREQ".
-class QueryRecord final : public ChannelLink
-{
-public:
-    void AddCmdToTxmtCmdQueue(StandardCommand *command) override
-    {
-        const std::unique_ptr<const StandardCommand> owned(command);
-        if (command->type() == StandardCommand::Query)
-            queries.insert((command->address() + u':' + command->mnemonic() + command->data()).toLatin1());
-    }
-    void queueForClient(RemoteCommand *message) override { delete message; }
-    [[nodiscard]] const QList<Channel *> &channels() const override { return m_none; }
-    [[nodiscard]] bool isStale() const override { return false; }
-    [[nodiscard]] bool isInDoubt(const StandardCommand &) const override { return false; }
-    void noteSet(const StandardCommand &) override {}
-    void noteReport() override {}
-    [[nodiscard]] std::size_t queuedCount() const override { return 0; }
-    [[nodiscard]] std::size_t takenCount() const override { return 0; }
-    [[nodiscard]] bool isClientAwaitingAnswers() const override { return false; }
-    [[nodiscard]] bool isClientHeldBack() const override { return false; }
-
-    QSet<QByteArray> queries;
-
-private:
-    QList<Channel *> m_none;
-};
 
 QByteArray content(const QString &path)
 {
@@ -120,7 +92,7 @@ private:
     void addRow(Channel *channel, const QString &title, const QByteArray &headOnly = {},
                 const QByteArray &clientOnly = {});
 
-    QueryRecord m_link;
+    StubLink m_link;
     UniversalChan m_system{ nullptr, u"0"_s, &m_link };
     RcvrChan m_receiver{ nullptr, u"1"_s, &m_link };
     CmbrChan m_combiner{ nullptr, u"1"_s, &m_link };
@@ -194,8 +166,13 @@ void CataloguesTest::simulatorAnswersEveryQuery()
     for (Channel *channel : QList<Channel *>{ &m_system, &m_receiver, &m_combiner, &m_demodulator, &m_tape, &m_card,
                                               m_card.tmoipChanSlots().value(u"1"_s), &m_spectrum, &m_selfTest })
         channel->RequestSettings();
-    QVERIFY(m_link.queries.size() > 200);
-    QCOMPARE(sorted(m_link.queries - answered), QByteArray());
+    QSet<QByteArray> queries;
+    for (const auto &command : m_link.queued) {
+        if (command->type() == StandardCommand::Query)
+            queries.insert((command->address() + u':' + command->mnemonic() + command->data()).toLatin1());
+    }
+    QVERIFY(queries.size() > 200);
+    QCOMPARE(sorted(queries - answered), QByteArray());
 }
 
 QTEST_GUILESS_MAIN(CataloguesTest)
