@@ -54,7 +54,7 @@ protected:
     /// change of it waits for its answer.
     void addItems(QLatin1StringView mnemonic, Get get, ChoiceBox *box, Items items, QLatin1StringView position)
     {
-        add(mnemonic, get, [this, box, items](const QString &) { box->refill((m_channel->*items)()); });
+        add(mnemonic, get, [channel = m_channel, box, items](const QString &) { box->refill((channel->*items)()); });
         connect(box, &ChoiceBox::refilled, this, [this, position] {
             if (!m_channel->isSetPending(position))
                 settings().showInForce(position);
@@ -66,16 +66,16 @@ protected:
     /// Sends the position of the chosen item.
     void choose(Set set, int index)
     {
-        onOperatorChange([this, set, index] { (m_channel->*set)(QString::number(index)); });
+        onOperatorChange([channel = m_channel, set, index] { (channel->*set)(QString::number(index)); });
     }
     /// Sends the state of a check box.
     void choose(Set set, bool checked) { choose(set, checked ? 1 : 0); }
     /// Sends the chosen slope of an AGC output; the scale of its bar follows at once.
     void chooseSlope(QProgressBar *bar, Set set, int index)
     {
-        onOperatorChange([this, bar, set, slope = QString::number(index)] {
+        onOperatorChange([channel = m_channel, bar, set, slope = QString::number(index)] {
             WidgetUpdate::agcSlope(bar, slope);
-            (m_channel->*set)(slope);
+            (channel->*set)(slope);
         });
     }
     /// Shows the other state of an on/off setting at once and sends it.
