@@ -156,7 +156,7 @@ void RemoteLinkTest::staleValue()
 void RemoteLinkTest::presenceAskedRegularly()
 {
     RemoteLinksBench bench({ LinkBench::kReceivers });
-    for (const int shortest : { 4500, 1900 }) {
+    for (const int shortest : { 4500, 1850 }) {
         QElapsedTimer clock;
         clock.start();
         QVERIFY(bench.client.waitForFrame("U0:REMOTE?", 30'000));
