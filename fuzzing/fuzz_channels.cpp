@@ -10,7 +10,9 @@
 #include "channels/RcvrChan.h"
 #include "channels/TmoipCard.h"
 #include "fuzzing/Fuzz.h"
+#include "head/ClientProtocol.h"
 #include "head/SerialPortController.h"
+#include "head/StandardProtocol.h"
 #include "inventory/ChannelDirectory.h"
 #include "link/EyeConstData.h"
 
@@ -65,7 +67,7 @@ SerialPortController &statusLink()
 /// The client reads all messages. Returns how many of them were answers.
 std::size_t readByClient(SerialPortController &link)
 {
-    auto &queue = link.txmtRemoteCmdQueue();
+    auto &queue = link.findChild<ClientProtocol *>()->queue();
     const std::size_t answers = queue.answerCount();
     (void)queue.takeWaiting();
     return answers;
@@ -81,7 +83,7 @@ public:
         m_link.ProcessCmd(version);
         m_link.GenerateChannelList(kCards + (olderCards ? kOlder : kNewer));
         m_link.generateTmoipCard(u"TM1"_s);
-        (void)m_link.txmtCmdQueue().takeWaiting();
+        (void)m_link.findChild<StandardProtocol *>()->queue().takeWaiting();
         for (Channel *channel : m_link.channels()) {
             channel->SetSlaveChanList(&m_link, QString::fromLatin1(channel->metaObject()->className()));
             channel->setSPCRemote(&remoteLink());
@@ -173,7 +175,7 @@ private:
 
     void answer(const QString &text)
     {
-        auto &queue = m_link.txmtCmdQueue();
+        auto &queue = m_link.findChild<StandardProtocol *>()->queue();
         if (!queue.isAwaitingAnswer())
             return;
         StandardCommand *const command = queue.inFlight();

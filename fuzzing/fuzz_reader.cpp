@@ -5,7 +5,9 @@
 // frames.
 
 #include "fuzzing/Fuzz.h"
+#include "head/ClientProtocol.h"
 #include "head/SerialPortController.h"
+#include "head/StandardProtocol.h"
 #include "link/RemoteCommand.h"
 #include "support/FarEnd.h"
 #include "support/Wait.h"
@@ -172,7 +174,7 @@ public:
         controller().disconnect(SIGNAL(RcvdCmd(StandardCommand *)));
         const auto take = [this](StandardCommand *message) {
             m_received += told(*message, message == m_command);
-            controller().txmtCmdQueue().release(message);
+            controller().findChild<StandardProtocol *>()->queue().release(message);
             m_command = message == m_command ? nullptr : m_command;
             delete message;
         };
@@ -254,7 +256,7 @@ public:
             stream, cuts, [this] { timeOutCards(); }, [&] { return m_received.size() >= wanted.size(); });
         Fuzz::require(m_received == wanted, "each message comes once, in order, and answers only what it fits");
         Fuzz::require((m_query != nullptr) == asks, "a question waits for its answer");
-        (void)controller().txmtRemoteCmdQueue().takeWaiting();
+        (void)controller().findChild<ClientProtocol *>()->queue().takeWaiting();
         controller().StopTimeOutTmr();
         controller().TimeOutTmrRemote_Tick();
         QCoreApplication::processEvents();
