@@ -71,6 +71,7 @@ private Q_SLOTS:
     void conversations();
     void reports();
     void presets();
+    void diversity();
     void spectrum();
     void samples();
     void faults();
@@ -174,10 +175,13 @@ void SimulatorLogicTest::conversations_data()
         "$signal 2250.5 -130 > ok; D1:DLCK >> :0; D1:BLCK > :0; D1:FSLK > :0; $signal 2250.5 -58 > ok; D1:BLCK >> :1;"
         "D1:RATEA:5100000 > ACK; D1:DLCK >> :0; D1:RATEA:5010000 > ACK; D1:DLCK >> :1; D1:DMOD:1 > ACK; D1:DLCK >> :0;"
         "D2:BLCK >> :1; R2:FREQ:2260.5 > ACK; D2:DLCK >> :0; D2:PDEV > :0");
-    row("bit errors",
-        "D1:BLCK >> :1; D1:BTEN:1 > ACK; D1:BTLK >> :1; D1:BETI >> :1; D1:BTCB > :[0-9]{7}; D1:BTCE > :0;"
-        "R1:IFBW:3 > ACK; $signal 2250.5 -94 > ok; D1:BTCE >> :[1-9].*; D1:BTER >> :.*e-.*; $signal 2250.5 -130 > ok;"
-        "D1:BTLK >> :0; D1:BTLS > :[1-9].*; D1:REST:1 > ACK; D1:REST > :0; D1:BTLS > :0; D1:BTCB > :0");
+    row("sweep range", "D1:SWRG:1 > ACK; R1:FREQ:2250.6 > ACK; D1:DLCK >> :0; D1:DLCK >> :1; D2:SWRG:50 > ACK;"
+                       "R2:FREQ:2275.6 > ACK; D2:DLCK >> :0; R2:SYNL >> :1; R2:AFC:4 > ACK; D2:DLCK > :0; D2:SWRG:150 "
+                       "> ACK; D2:DLCK >> :1");
+    row("bit errors", "D1:BLCK >> :1; D1:BTEN:1 > ACK; D1:BTLK >> :1; D1:BETI >> :1; D1:BTCB > :[0-9]{7}; D1:BTCE > :0;"
+                      "$signal 2250.5 -130 > ok; D1:BTLK >> :0; $signal 2250.5 -58 > ok; D1:BTLK >> :1; D1:BTLS > :1;"
+                      "R1:IFBW:3 > ACK; $signal 2250.5 -94 > ok; D1:BTCE >> :[1-9].*; D1:BTER >> :.*e-.*;"
+                      "D1:REST:1 > ACK; D1:REST > :0; D1:BTLS > :0; D1:BTCB > :0");
     row("combiner",
         "C1:CLCS >> :0; $signal 2275.5 -130 > ok; C1:CLCS >> :1; C1:CLCK > :1; $signal 2250.5 -130 > ok;"
         "C1:CLCK >> :0; C1:CLCS > :0; $signal 2275.5 -60 > ok; C1:CLCS >> :2; C1:CLCK > :1; C1:IFBW:7 > NAK;"
@@ -265,6 +269,19 @@ void SimulatorLogicTest::presets()
         bench.takeReports().join(' '),
         "U0:PDONE:0 U0:SLAVE:0 U0:SDM2:1 C1:CHZ1:0 D1:RDRG:85fe6b D2:DMOD:8 D2:RATEA:6000000 D2:DDCF:0 U0:PDONE:1"_ba);
     QCOMPARE(bench.talk("D1:RDRG:85 > D1:RDRG:85fe6b; D2:RATEA > :6000000; C1:CHZ1 > :0; R1:SLAVE > :0"), ""_ba);
+}
+
+/// Carriers add up if they are of one emission; of two the stronger counts.
+void SimulatorLogicTest::diversity()
+{
+    const auto distance = [](double secondRate) { // dBHz of the combined signal
+        sim::CombinerUnit combiner;
+        combiner.step({ { { sim::IfSignal{ .noiseDistance = 80, .mode = 0, .rate = 1e6 }, -60 },
+                          { sim::IfSignal{ .noiseDistance = 77, .mode = 0, .rate = secondRate }, -63 } } });
+        return combiner.output().value_or(sim::IfSignal()).noiseDistance;
+    };
+    QCOMPARE(qRound(distance(1e6) * 10), 818);
+    QCOMPARE(distance(2e6), 80.0);
 }
 
 /// The lines of a block that stand out of the noise are those of the signal.
