@@ -26,27 +26,25 @@ const QList<std::pair<QByteArray, QString>> kUnitRules{
     { "spectral or self-test", u".*(0170|0136)"_s },
 };
 
-/// What the head queries at the start and shows as status, behind the units that answer it.
-const QByteArrayList kQueries{
+/// What the head queries at the start and shows as status, after the units that answer it.
+const QByteArray kQueries =
     "R1,R2:NAME ACFE ANCF CAMP CAMF AMIP FLST CIFS FREQ IFLS IFBW AGCF AGCZ SLPA SLPB POLA POLB IMPA IMPB AGCT AFC "
-    "AFCM PLYB AIFB CINP CIF1 CATN MANG SYNL SSLV MAFL RLST AGCA AGCB",
+    "AFCM PLYB AIFB CINP CIF1 CATN MANG SYNL SSLV MAFL RLST AGCA AGCB;"
     "C1:NAME CVMD CMOD IFLS IFBW CHZC CHZ1 CHZ2 SLPA SLPB POLA POLB IMPA IMPB ABAL CAMF CAMP CLCK CLCS AGCA AGCB "
-    "CH1IN CH1OUT CH2IN CH2OUT TP2 TP4",
+    "CH1IN CH1OUT CH2IN CH2OUT TP2 TP4;"
     "D1,D2,D3:NAME DMLS IFFL VFFL VFLS DMOD VCFG BSDR ALBW ASRG ASRT TMID AFMS VGN1 VGN2 DVBW RATEA RATEB VFBW CPT0 "
     "CPT1 CPT2 CPT3 CPT4 CPT5 CPT6 CPT7 VIDP BSDP BSCP BSCL BSIL VCP1 VCP2 VLPF BSIC DFAQ DFIR VFIR VFIR2 DAFC LBWB "
     "LBWC SWRG SWRT TRKD VDE1 VDE2 DDCF DSDM VAFL VAF2 BTEN BTTL REST BTMO BTER BERG BTCB BTCE BERC BTLK BTLS BETI "
     "BAVL LDPCR LDPCB LDPCD LDPCS FBPW WPFM FSPT FSLN THRS FSLK SCBE SRT0 B0LB FCS0 MFS0 DC0E AG0E CF0E MF0E SEI0 "
-    "HI0Z BS0L AFIR AVF1 AVF2 AVF3 CSFQ CSDR CSLB CSLC DLCK BLCK FOFF PDEV VLV1 MSE0 SLAVE",
-    "older D1,older D2,older D3:DQMON DQMFS DEQE",
-    "T1:NAME TFREQ TGAINCH1 TGAINCH2 TGAINCMB SLAVE",
-    "TM1-0,TM2-0:ADDR MASK GWAY PORT IRIG TSRC NTPS TIME PHYS IEBS IEBR IREV CHAN NAME",
+    "HI0Z BS0L AFIR AVF1 AVF2 AVF3 CSFQ CSDR CSLB CSLC DLCK BLCK FOFF PDEV VLV1 MSE0 SLAVE;"
+    "older D1,older D2,older D3:DQMON DQMFS DEQE;"
+    "T1:NAME TFREQ TGAINCH1 TGAINCH2 TGAINCMB SLAVE;"
+    "TM1-0,TM2-0:ADDR MASK GWAY PORT IRIG TSRC NTPS TIME PHYS IEBS IEBR IREV CHAN NAME;"
     "TM1-1,TM1-3,TM2-1,TM1-4:NAME FLOW PROT RMIP PORT HEAD BUFF MTUS RBUF INPZ ID10 SPRT ENDN STAT RATE RRAT TXRT TXBT "
-    "RXBT RETX DROP OOPS",
-    "S:SP1,S:SP2,S:SP3,S:SP4:SPAN DATA",
+    "RXBT RETX DROP OOPS;"
+    "S:SP1,S:SP2,S:SP3,S:SP4:SPAN DATA;"
     "S:S1:CFRQ CATT_1 CATT_2 SCD1 SCD2 FMDV UNBL SCG1 SCG2 PNGN CBND CERR SCR1 SCR2 PRNR APNR SCF1 SCF2 BSINT CMOD "
-    "C1EN "
-    "C2EN PCEN IFSL CPRN CDLE CREF CPWR CEXT CDSC DDSF NAME SLAVE",
-};
+    "C1EN C2EN PCEN IFSL CPRN CDLE CREF CPWR CEXT CDSC DDSF NAME SLAVE";
 
 /// How near the first axis of an eye block comes to the middle where symbols are decided.
 double opening(const QByteArray &block)
@@ -110,7 +108,7 @@ void SimulatorLogicTest::families()
     QByteArrayList fitted = (made + ' ' + furtherUnits).split(' ');
     if (family.endsWith(u"k3050"))
         fitted += { "older D1", "older D2", "older D3" };
-    for (const QByteArray &line : kQueries) {
+    for (const QByteArray &line : kQueries.split(';')) {
         const qsizetype colon = line.lastIndexOf(':');
         for (const QByteArray &unit : line.first(colon).split(',')) {
             const QByteArray address = unit.sliced(unit.lastIndexOf(' ') + 1);

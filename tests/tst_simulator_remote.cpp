@@ -127,7 +127,7 @@ void SimulatorRemoteTest::holdsTheWriterBack()
     QVERIFY(client.open(sim.path(u"client-remote"_s)));
     QVERIFY(sim.shows("client-remote=open"));
     QByteArray sent;
-    for (int number = 0; sent.size() <= 256 * 1024; ++number)
+    for (int number = 0; sent.size() <= qsizetype(256) * 1024; ++number)
         sent += QByteArray::number(number) + ' ';
     qsizetype written = 0;
     const auto write = [&] { written += sim.terminal().writeBytes(QByteArrayView(sent).sliced(written)); };
