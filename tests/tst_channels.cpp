@@ -18,7 +18,7 @@ auto on(const QByteArray &cards)
     };
 }
 
-/// Every report of these is kept, none is told, and a set that fails changes nothing.
+/// Every report of these is kept, none is signalled, and a set that fails changes nothing.
 template <typename C>
 void addStatusRows(const QByteArray &cards, const QByteArray &keys,
                    std::initializer_list<QString (C::*)() const> getters)
@@ -231,8 +231,8 @@ void ChannelsTest::everySetter()
     });
     const QStringList silent{ u"D:BS0L"_s, u"C:AIFB"_s, u"TM:COMT"_s, u"TM:NAME"_s };
     for (const QString &role : { u"0"_s, u"1"_s, u"2"_s }) {
-        const QStringList told = first == u"TM1-0"_s ? QStringList{} : QStringList{ first + u" SLAVE "_s + role };
-        QCOMPARE(chassis.play(u"report %1:SLAVE:%2"_s.arg(first, role)), told);
+        const QString signalled = first == u"TM1-0"_s ? QString() : first + u" SLAVE "_s + role;
+        QCOMPARE(chassis.play(u"report %1:SLAVE:%2"_s.arg(first, role)), signalled);
         QStringList expected;
         for (auto setting = settings.begin(); setting != settings.end(); ++setting) {
             setting->set(chassis.channel(first), u"1"_s + role);
@@ -290,7 +290,7 @@ void ChannelsTest::conversation_data()
         "2300 2200 5000 4400 < 2395.5 2200.5,1485.5 1435.5");
     row("report R1:IFLS:20 MHz,40 MHz", "R1 IFLS 20 MHz,40 MHz", bandwidths, "20 MHz/40 MHz < 1 MHz,5 MHz,10 MHz");
 
-    // An owner goes before the address; other addresses and mnemonics are nobody's.
+    // The owner precedes the address; unknown addresses and mnemonics are ignored.
     row("ask R2:AFC:3", "R2:AFC; R1 R2 AFC 3", afc, "1 < Unknown");
     row("report R3:AFC:3; report R0:AFC:3; report R11:AFC:3; report r1:AFC:3; report :AFC:3; report R1:CARL:3; "
         "report U0:SDM1:3; report R1:AFC",
@@ -343,10 +343,7 @@ void ChannelsTest::conversation()
     QFETCH(QString, held);
 
     ChannelBench chassis({ cards });
-    QStringList played;
-    for (const QString &line : lines.split(u"; "_s))
-        played += chassis.play(line);
-    QCOMPARE(played.join(u"; "_s), record);
+    QCOMPARE(chassis.play(lines), record);
     if (get) {
         const QString last = lines.split(u"; "_s).last();
         const Channel *const channel = chassis.channel(last.section(u':', 0, 0).section(u' ', -1));

@@ -157,7 +157,8 @@ void EnduranceTest::tenThousandCommands()
         }
         bench.far.clear();
         const auto full = ::mallinfo2().uordblks;
-        QVERIFY(bench.far.waitForFrame(wanted.constLast(), 60'000) && bench.idle());
+        QVERIFY(bench.far.waitForFrame(wanted.constLast(), 60'000));
+        QVERIFY(bench.idle());
         QCOMPARE(bench.far.frames(), wanted + QByteArrayList{ "U0:VERTSKB" });
         wanted.clear();
         bench.far.clear();
@@ -175,7 +176,7 @@ void EnduranceTest::hundredPulledCables()
                                 &ends.spectral() };
     ends.spectral().setAnswering(true);
     ends.spectral().setHandler([&](const QByteArray &frame) {
-        if (frame == "U0:SYSID") // it is told no identifier
+        if (frame == "U0:SYSID") // it gets no identifier
             ends.spectral().ack();
     });
     QVERIFY(bench.goLive());
@@ -219,7 +220,8 @@ void EnduranceTest::hundredPulledCables()
         bench.receiver(0)->setIFBW(u"2"_s);
     }),
              QByteArrayList{ "R1:IFBW:2" });
-    QVERIFY(ends.remote().waitForFrame("R1:IFBW:2") && ends.remoteEyeAndStatus().waitForFrame("R1:SSLV:-61"));
+    QVERIFY(ends.remote().waitForFrame("R1:IFBW:2"));
+    QVERIFY(ends.remoteEyeAndStatus().waitForFrame("R1:SSLV:-61"));
     QCOMPARE(reports, 1);
     QVERIFY(waitUntil([&blocks] { return blocks > 0; }));
     QCOMPARE(blocks, 1);
@@ -320,7 +322,8 @@ void EnduranceTest::clockSet()
     bench.links().eye().plug();
     QVERIFY(waitUntil([&] { return !eye.isLost(); }, 3000));
     bench.report({ "R1:FREQ:2261.5" });
-    QVERIFY(bench.commandLink()->status().silentMs >= 0 && bench.commandLink()->status().silentMs < 3000);
+    QVERIFY(bench.commandLink()->status().silentMs >= 0);
+    QVERIFY(bench.commandLink()->status().silentMs < 3000);
     QCOMPARE(bench.find<QDoubleSpinBox>(u"doubleSpinBoxFREQch1"_s).text(), u"2261.5"_s);
 }
 

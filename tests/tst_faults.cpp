@@ -2,6 +2,7 @@
 #include "link/EyeConstData.h"
 #include "link/LinkGuard.h"
 #include "support/Keys.h"
+#include "support/Script.h"
 #include "support/WindowBench.h"
 
 #include <QDoubleSpinBox>
@@ -53,7 +54,7 @@ QByteArrayList queries(const QString &address)
     return address.startsWith(u'D') ? LinkBench::demodulatorQueries(address.toLatin1(), true) : QByteArrayList();
 }
 
-/// Stands for data that does not fit into a row.
+/// Puts in data that does not fit into a row.
 QByteArray expanded(QByteArray text)
 {
     QByteArray binary;
@@ -65,10 +66,9 @@ QByteArray expanded(QByteArray text)
 
 } // namespace
 
-/// Faults of the far ends as scripts, each with what is then other than at a healthy head at rest.
+/// Faults of the far ends as scripts, each with what then differs from a healthy head at rest.
 ///
-/// A script is acts with "; " between them; each waits for its condition, also while a box bars the window. See
-/// fillActs().
+/// Each line of a script waits for its condition, also while a box bars the window. See fillActs().
 class FaultsTest : public QObject
 {
     Q_OBJECT
@@ -146,13 +146,13 @@ QString FaultsTest::outcome()
     note(u"channels"_s, addresses.size() - addresses.filter(u"SP"_s).size(), 3);
     note(u"boxes"_s, WindowBench::visible<QDialog>().size(), 0);
     QByteArrayList sent = frames();
-    QByteArrayList unasked = m_requests;
+    QByteArrayList missing = m_requests;
     for (const QString &address : m_requests.isEmpty() ? QStringList() : addresses)
-        unasked += queries(address);
+        missing += queries(address);
     sent.removeAll("U0:TIME"); // the bench sets it, and it is read back behind what went wrong
-    sent.removeIf([&unasked](const QByteArray &frame) { return unasked.removeOne(frame); });
+    sent.removeIf([&missing](const QByteArray &frame) { return missing.removeOne(frame); });
     note(u"sent"_s, sent.join(','), QByteArray());
-    note(u"unasked"_s, unasked.join(','), QByteArray());
+    note(u"not queried"_s, missing.join(','), QByteArray());
     const QByteArrayList &asked = card().frames();
     note(u"doubled on the spectral link"_s, asked.size() - QSet<QByteArray>(asked.begin(), asked.end()).size(), 0);
     for (const QString &text : m_bench->words()) {
@@ -177,7 +177,7 @@ void FaultsTest::timeOut()
     m_bench->commandLink()->TimeOutTmr_Tick();
 }
 
-/// What @p link is for, done once at its far end.
+/// Uses the link once from its far end.
 void FaultsTest::use(const QString &name)
 {
     FarEnd &end = far(name);
@@ -204,7 +204,7 @@ bool FaultsTest::isUsed(const QString &name)
     return WindowBench::hasStarted(*link(name), end);
 }
 
-/// From here on a start is repeated.
+/// From here on every setting is re-read.
 void FaultsTest::expectReading()
 {
     m_mark = chassis().frames().size();
@@ -289,7 +289,7 @@ void FaultsTest::fillActs()
             ->findChild<QPushButton *>(QString::fromLatin1(t))
             ->click();
     });
-    act(u"anew"_s, [this](const QByteArray &) { expectReading(); }); // all is about to be asked again
+    act(u"reread"_s, [this](const QByteArray &) { expectReading(); }); // everything is about to be re-read
     // Cables
     act(u"unplug"_s, [this](const QByteArray &t) { pull(QString::fromLatin1(t)); });
     act(u"plug"_s, [this](const QByteArray &t) { putBack(QString::fromLatin1(t)); });
@@ -316,9 +316,8 @@ void FaultsTest::play(const QString &script, const QString &wanted)
 {
     QString heard;
     QList<Step> steps;
-    for (const QString &line : QString(script).replace(u"settle"_s, u"fence; passed"_s).split(u"; "_s)) {
-        const QString verb = line.section(u' ', 0, 0);
-        const QByteArray text = expanded(line.section(u' ', 1).toUtf8());
+    for (const auto &[verb, line] : Script::split(QString(script).replace(u"settle"_s, u"fence; passed"_s))) {
+        const QByteArray text = expanded(line.toUtf8());
         if (!m_acts.contains(verb) && !m_waits.contains(verb))
             qFatal("no such act: %s", qPrintable(verb));
         const auto when = m_waits.value(verb, [](const QByteArray &) { return true; });
@@ -348,7 +347,8 @@ void addWireFaults()
     row("no answer", unanswered, gaveUp);
     row("ACK behind the time-out", unanswered + u"; send \x06; settle"_s, gaveUp);
     row("NAK behind the time-out", unanswered + u"; send \x15; settle"_s, gaveUp);
-    row("value told behind the time-out", unanswered + u"; send R1:FREQ:2260.5; settle"_s, u"R1=2260.5 "_s + gaveUp);
+    row("value reported behind the time-out", unanswered + u"; send R1:FREQ:2260.5; settle"_s,
+        u"R1=2260.5 "_s + gaveUp);
     row("ACK twice", u"live; tune 2260.5; await R1:FREQ:2260.5; send \x06; settle; tune 2261.5; settle"_s,
         u"R1=2261.5 sent=R1:FREQ:2260.5,R1:FREQ,R1:FREQ:2261.5"_s);
 
@@ -382,10 +382,10 @@ void addWireFaults()
 void addStartFaults()
 {
     const QString asks = u"start 0; tick; "_s;
-    row("start: no setting told",
+    row("start: no setting answered",
         u"ignore U0:NAME; "_s + asks +
             u"await U0:NAME; power off; timeouts; "_s
-            u"words waiting for the chassis; anew; answer U0:NAME; power on; words Chassis: live; settle"_s,
+            u"words waiting for the chassis; reread; answer U0:NAME; power on; words Chassis: live; settle"_s,
         {});
     row("start: answers before their questions",
         u"ignore R1:FREQ; "_s + asks +
@@ -395,7 +395,7 @@ void addStartFaults()
     row("start: power cut while settings are read",
         u"ignore R1:FREQ; "_s + asks +
             u"await R1:FREQ; power off; timeout; await R1:IFLS; timeout; send loading; power on; answer R1:FREQ; "_s
-            u"words waiting for the chassis; anew; words Chassis: live; settle"_s,
+            u"words waiting for the chassis; reread; words Chassis: live; settle"_s,
         {});
     const QString first = u"value U0:CLST=0103 MPU 2.3 TUNER A1 X,0121 FPGA1 1.9 TUNER A1 X,"_s;
     row("start: card list cut off", first + u"0104 MPU 2.3 TU; "_s + asks + u"used command; settle"_s,
@@ -468,7 +468,7 @@ void FaultsTest::scenario()
         m_bench->links().fit({ LinkBench::kReceivers, "DEMOD1 MPU 1.2 K3050 S1" });
     card().setAnswering(true);
     card().setHandler([this](const QByteArray &frame) {
-        if (frame == "U0:SYSID") // it is told no identifier
+        if (frame == "U0:SYSID") // it gets no identifier
             card().ack();
     });
     if (script.startsWith("live; "_L1)) {

@@ -91,7 +91,7 @@ void FramingTest::command_data()
     };
     using enum StandardCommand::CommandStatus;
     row("colons in the request", Queued, u"12:30"_s, {}, "2|\x02U0:TRON:12:30\r|U0|TRON|12:30||||");
-    row("told unasked", Received, u"OFF"_s, {}, "3|||||\x02U0:TRON:OFF\r|U0|TRON|OFF");
+    row("unsolicited", Received, u"OFF"_s, {}, "3|||||\x02U0:TRON:OFF\r|U0|TRON|OFF");
     row("ACK, request without data", Sent, {}, { "\x06" }, "5|\x02U0:TRON\r|U0|TRON|||||");
     row("NAK", Sent, u"OFF"_s, { "\x15" }, "6|\x02U0:TRON:OFF\r|U0|TRON|OFF||||");
     row("colons in the reply", Sent, {}, { "R1:TIME:12:30" },

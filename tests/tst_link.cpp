@@ -20,7 +20,7 @@ using enum StandardCommand::CommandType;
 
 constexpr int kLong = 600'000; // ms; no test waits for it
 
-// The application's command line: two words, or also the third, which tells of an older board.
+// The application's command line: two words, or also the third, which selects the older board.
 char words[][16] = { "tst_link", "-legacyboard2", "-legacyboard" };
 char *arguments[] = { words[0], words[1], words[2], nullptr };
 int argumentCount = 2;
@@ -139,7 +139,7 @@ void LinkTest::incoming_data()
     row("reply without data", Query, "U0:PLIST", "U0:PLIST:", true, "5 PLIST U0 PLIST");
     row("two parts are no reply", Query, "U0:PLIST", "U0:PLIST", false, "3 U0 PLIST");
     row("other address, other mnemonic", Query, "R1:FREQ", "R2:FREQ:1|R1:FREX:1", false, "3 R2 FREQ 1|3 R1 FREX 1");
-    row("late ACK", Set, "R1:FREQ:2300", "\x06", true, "5 FREQ"); // it tells no name
+    row("late ACK", Set, "R1:FREQ:2300", "\x06", true, "5 FREQ"); // it names no setting
     row("late answer", Query, "R1:FREQ", "R1:LATE:7|R1:FREQ:8", true, "3 R1 LATE 7|5 FREQ R1 FREQ 8");
     row("ACK for a query", Query, "R1:FREQ", "\x06", false, "8");
     row("NAK for a query", Query, "R1:FREQ", "\x15", true, "6 FREQ");
@@ -147,7 +147,7 @@ void LinkTest::incoming_data()
     row("other register", Query, "D1:RDRG:1A", "D1:RDRG:1B7F", false, "3 D1 RDRG 1B7F");
     row("reply for a set", Set, "R1:FREQ:2300", "R1:FREQ:2300", false, "3 R1 FREQ 2300");
     row("two ACKs in one read", Set, "R1:FREQ:2300", "\x06|\x06", true, "5 FREQ|8"); // the next is not written yet
-    row("colons of unasked data", Query, "R1:FREQ", "U0:TIME:1:2|TM1-0:TIME:1:2|TM1-0:ADDR:1:2|T1:TIME:1:2", false,
+    row("colons of unsolicited data", Query, "R1:FREQ", "U0:TIME:1:2|TM1-0:TIME:1:2|TM1-0:ADDR:1:2|T1:TIME:1:2", false,
         "3 U0 TIME 12|3 TM1-0 TIME 1:2|3 TM1-0 ADDR 12|3 T1 TIME 12");
     row("stray bytes", Query, "R1:FREQ", "booting||Z|:|\xC3", false, "8|8|8|8|8");
     row("ACK for the marker", Marker, "U0:NOTIFY", "\x06", false, "8");
@@ -166,7 +166,7 @@ void LinkTest::incoming()
     const QByteArray bytes = '\x02' + frames.replace("|", "\r\x02") + '\r';
     for (const qsizetype pieceSize : { bytes.size(), qsizetype(1) }) {
         Rig rig;
-        rig.far.ack(); // nobody waits
+        rig.far.ack(); // stray
         QVERIFY(rig.settle());
         rig.queue(type == Set ? Set : Query, late);
         rig.queue(type, waiting);
@@ -194,7 +194,8 @@ void LinkTest::markerAndNoTimeOut()
     rig.queue(Marker, "U0:NOTIFY", 1);
     rig.queue(Query, "R1:NEXT", 0);
     rig.queue(Query, "R1:NEVER");
-    QVERIFY(rig.waitInFlight("R1:LAST") && rig.settle());
+    QVERIFY(rig.waitInFlight("R1:LAST"));
+    QVERIFY(rig.settle());
     rig.far.sendFrame("R1:LAST:1");
     QVERIFY(rig.far.waitForFrame("R1:NEXT"));
     QCOMPARE(rig.delivered.join('|'), QByteArray("5 LAST R1 LAST 1|7 NOTIFY"));
@@ -272,7 +273,7 @@ void LinkTest::remoteQueuesPace()
     }
 }
 
-/// The address sanitizer counts what is left behind, or deleted twice.
+/// The address sanitizer reports what is leaked or deleted twice.
 void LinkTest::destroyedHalfWay()
 {
     for (const QByteArray answer : { "", "R1:FREQ:1", "\x15\r\x02R1:AFC:1" }) {
@@ -283,7 +284,8 @@ void LinkTest::destroyedHalfWay()
         // Read without a pass of the event loop: delivered, not dispatched yet.
         rig.far.sendFrame(answer);
         QVERIFY(rig.link.port().waitForReadyRead(5000));
-        QVERIFY(!rig.delivered.isEmpty() && rig.link.txmtCmdQueue().inFlight());
+        QVERIFY(!rig.delivered.isEmpty());
+        QVERIFY(rig.link.txmtCmdQueue().inFlight());
     }
 }
 
@@ -302,10 +304,12 @@ void LinkTest::countdown()
         for (int second = first; second > 0; --second)
             QCOMPARE(labelAfterTick(), second);
 
-        // Both versions are asked for at every third tick; only an answer to the first one counts.
+        // Both versions are queried at every third tick; only an answer to the first one counts.
         rig.far.sendFrame("U0:VER:9.9");
         for (const QByteArray answer : { "\x15", "U0:VERTSKB:1.7" }) {
-            QVERIFY(rig.settle() && rig.link.channels().isEmpty() && label.isVisible());
+            QVERIFY(rig.settle());
+            QVERIFY(rig.link.channels().isEmpty());
+            QVERIFY(label.isVisible());
             QCOMPARE(labelAfterTick(), 0);
             QVERIFY(rig.waitInFlight("U0:VER"));
             rig.timeOutNow();
@@ -318,7 +322,8 @@ void LinkTest::countdown()
         QVERIFY(rig.waitInFlight("U0:VER"));
         rig.far.sendFrame("U0:VER:3.4");
         QCOMPARE(labelAfterTick(), 2);
-        QVERIFY(rig.waitInFlight("U0:VERTSKB") && label.isHidden());
+        QVERIFY(rig.waitInFlight("U0:VERTSKB"));
+        QVERIFY(label.isHidden());
         QCOMPARE(qobject_cast<UniversalChan *>(rig.link.channels().value(0))->verTsMain(), u"3.4"_s);
         rig.far.nak();
         QVERIFY(rig.far.waitForFrame("U0:SYSID:RACK-7"));

@@ -12,7 +12,7 @@ namespace {
 using Link = SerialPortController;
 using enum SerialPortController::PORT_TYPE;
 
-/// The frames of a start: what discovery asks, every setting, and the request that starts the reports.
+/// The frames of a start: what discovery queries, every setting, and the request for reports.
 QByteArrayList reading(const QByteArrayList &before)
 {
     return before + LinkBench::systemQueries() + LinkBench::receiverQueries("R1") + LinkBench::receiverQueries("R2") +
@@ -39,8 +39,8 @@ private Q_SLOTS:
 
 void LinkGuardTest::lostAndFound_data()
 {
-    QTest::addColumn<bool>("hasErrors"); // some versions of the serial library spin without a word
-    QTest::addRow("told by the port") << true;
+    QTest::addColumn<bool>("hasErrors"); // some versions of the serial library spin without reporting
+    QTest::addRow("reported by the port") << true;
     QTest::addRow("silent") << false;
 }
 
@@ -58,25 +58,26 @@ void LinkGuardTest::lostAndFound()
     bench.far.send("\x02R1:FREQ:99"); // never ended
     QVERIFY(bench.link.port().waitForReadyRead(5000));
 
-    QStringList told;
-    connect(receiver, &Channel::SettingChanged, this,
-            [&told](const QString &, const QString &mnemonic, const QString &data) { told += mnemonic + data; });
+    QStringList signalled;
+    connect(
+        receiver, &Channel::SettingChanged, this,
+        [&signalled](const QString &, const QString &mnemonic, const QString &data) { signalled += mnemonic + data; });
     bench.link.port().blockSignals(!hasErrors);
-    bench.link.findChild<LinkGuard *>()->watch(); // its time begins anew
+    bench.link.findChild<LinkGuard *>()->watch(); // restarts its timer
     bench.far.unplug();
     QVERIFY(waitUntil([&bench] { return bench.link.isLost(); }, hasErrors ? 250 : 600));
-    QVERIFY(waitUntil([&told] { return told.size() == 2; }, 100));
-    QCOMPARE(told, QStringList({ u"FREQ2250.5"_s, u"IFBW1"_s }));
-    receiver->setFREQ(u"2270.5"_s); // changes end at once while there is nobody
-    QVERIFY(waitUntil([&told] { return told.size() == 3; }, 100));
+    QVERIFY(waitUntil([&signalled] { return signalled.size() == 2; }, 100));
+    QCOMPARE(signalled, QStringList({ u"FREQ2250.5"_s, u"IFBW1"_s }));
+    receiver->setFREQ(u"2270.5"_s); // while the link is lost, changes end at once
+    QVERIFY(waitUntil([&signalled] { return signalled.size() == 3; }, 100));
     bench.link.port().blockSignals(false);
 
     bench.far.clear();
     bench.far.plug();
     bench.far.setValue("R2:FREQ", "2299.5"); // changed meanwhile
     QVERIFY(waitUntil([&bench] { return !bench.link.isLost(); }));
-    bench.far.send("9\r");               // the end of a frame of which nobody has the beginning
-    QVERIFY(bench.far.waitForFrames(2)); // the chassis still boots: asked again, the first two time out
+    bench.far.send("9\r");               // the end of a frame whose start was lost
+    QVERIFY(bench.far.waitForFrames(2)); // the chassis still boots: the first two queries time out
     bench.far.setAnswering(true);
     QVERIFY(bench.far.waitForFrame("U0:TRON:ON"));
     QByteArrayList frames = bench.far.frames();
@@ -86,18 +87,18 @@ void LinkGuardTest::lostAndFound()
     QVERIFY(bench.idle());
     QCOMPARE(bench.receiver(2)->getFREQ(), u"2299.5"_s);
     QCOMPARE(receiver->getFREQ(), u"2250.5"_s);
-    QVERIFY(!told.contains("FREQ999"_L1));
+    QVERIFY(!signalled.contains("FREQ999"_L1));
     QCOMPARE(allSettings.count(), 1);
     QCOMPARE(bench.link.channels().size(), 3);
 }
 
-/// What the serial library has taken in by then is read.
+/// What the serial library has buffered by then is read.
 void LinkGuardTest::strayError()
 {
     CommandLinkBench bench;
     QVERIFY(bench.start());
     QSerialPort &port = bench.link.port();
-    port.blockSignals(true); // the library forgets to tell
+    port.blockSignals(true); // the library does not report them
     bench.far.sendFrame("R1:SSLV:-61");
     QVERIFY(waitUntil([&port] { return port.bytesAvailable() == 13; }));
     port.blockSignals(false);
@@ -131,7 +132,7 @@ void LinkGuardTest::lostDuringDiscovery()
     bench.far.clear();
     QVERIFY(!waitUntil([&allSettings] { return allSettings.count() > 0; }, 50));
 
-    // A chassis that still boots for longer than a card list is waited for is asked for its version alone.
+    // A chassis that boots for longer than the card list's retry gets version queries only.
     bench.far.setAnswering(lastFrame != "U0:CLST");
     bench.far.plug();
     QVERIFY(bench.far.waitForFrames(2));
@@ -162,7 +163,7 @@ void LinkGuardTest::lostBehindAnAnswer()
     bench.far.behave("U0:VER");
     QVERIFY(pull());
     QVERIFY(bench.far.waitForFrame("U0:TRON:ON"));
-    QVERIFY(bench.link.status().timeOuts < 5); // nothing is asked of a link that is gone
+    QVERIFY(bench.link.status().timeOuts < 5); // a lost link gets no queries
 }
 
 void LinkGuardTest::linksToTheClient()
@@ -187,8 +188,9 @@ void LinkGuardTest::linksToTheClient()
     client.unplug();
     statusClient.unplug();
     remote.findChild<LinkGuard *>()->check();
-    QVERIFY(waitUntil([&] { return remote.isLost() && status.isLost(); }, 600));
-    QVERIFY(bench.far.waitForFrame("U0:REMOTE:0", 100)); // nobody has answered the question
+    for (const Link *link : { &remote, &status })
+        QVERIFY(waitUntil([link] { return link->isLost(); }, 600));
+    QVERIFY(bench.far.waitForFrame("U0:REMOTE:0", 100)); // the presence query was not answered
     bench.far.sendFrame("R1:FREQ:2261.5");
     bench.far.sendFrame("R1:SSLV:-61");
     QVERIFY(bench.idle());
@@ -196,13 +198,16 @@ void LinkGuardTest::linksToTheClient()
     client.clear();
     client.plug();
     statusClient.plug();
-    QVERIFY(waitUntil([&] { return !remote.isLost() && !status.isLost(); }));
+    for (const Link *link : { &remote, &status })
+        QVERIFY(waitUntil([link] { return !link->isLost(); }));
     client.sendFrame("R1:SSLV?");
     bench.far.sendFrame("R1:FREQ:2262.5");
     bench.far.sendFrame("R1:SSLV:-62");
-    QVERIFY(client.waitForFrame("R1:FREQ:2262.5") && statusClient.waitForFrame("R1:SSLV:-62"));
+    QVERIFY(client.waitForFrame("R1:FREQ:2262.5"));
+    QVERIFY(statusClient.waitForFrame("R1:SSLV:-62"));
     QVERIFY(client.waitForFrame("R1:SSLV:-61\x06") || client.frames().contains("R1:SSLV:-62\x06"));
-    QVERIFY(!client.frames().contains("R1:FREQ:2261.5") && !client.frames().contains("R1:IFBW:1\x06"));
+    QVERIFY(!client.frames().contains("R1:FREQ:2261.5"));
+    QVERIFY(!client.frames().contains("R1:IFBW:1\x06"));
     QVERIFY(!statusClient.frames().contains("R1:SSLV:-61"));
 }
 

@@ -13,10 +13,10 @@ const QByteArrayList kOlderChassis{ LinkBench::kReceivers, LinkBench::kOlderDemo
 const QByteArrayList kSpectralChassis{ LinkBench::kReceivers, LinkBench::kTmoip, LinkBench::kSpectral };
 
 /// Adds the mnemonics of one address, those that behave alike together, "; " between them. The words before them:
-/// reports are told on the "client" or the "status" link, and not kept if "unstored"; queries are answered, unless
+/// reports are pushed on the "client" or the "status" link, and not kept if "unstored"; queries are answered, unless
 /// "unserved"; a client's set is carried out ("set"; "always" means the value held as well), answered with ACK and
-/// forgotten ("echo"), passed to the card ("pass") or refused. What the chassis is never asked for starts with "from"
-/// the value.
+/// forgotten ("echo"), passed to the card ("pass") or refused. What is never queried from the chassis starts with
+/// "from" the value.
 void add(const QByteArrayList &cards, const QString &address, const QString &texts)
 {
     for (const QString &text : texts.split(u"; "_s)) {
@@ -130,7 +130,7 @@ void addDemodulatorTalk()
     talk(kChassis, "card D1:SLAVE:0|U0:SLAVE:2|R1:SLAVE:0|R1:RRSSI:1|D1:FOFF:1|D1:FOFF:1", "", "",
          "R1:RRSSI:1; D1:FOFF:1; D1:FOFF:1");
 
-    // Registers are told as what they mean, unless that stays the same.
+    // A register is pushed as its setting, or as it is if the setting stays the same.
     talk(kChassis, "card D1:RDRG:820030|D1:RDRG:820030|D1:RDRG:840200|D1:RDRG:85aBcD|D1:RDRG:860001|D1:RDRG:870002", "",
          "D1:DDQM:1; D1:RDRG:820030; D1:DFSZ:0200; D1:DFWD:aBcD; D1:MEAN:0001; D1:BEPO:0002");
     talk(kChassis, "card D1:RDRG:834000|D1:RDRG:830001|D1:RDRG:39012C|D1:RDRG:3a0100|D1:RDRG:3B0101|D1:RDRG:40abcd", "",
@@ -156,7 +156,7 @@ void addDemodulatorTalk()
     talk(kChassis, "client D1:TMID:0.354; client D1:TMID:0.350; client D1:TMID:x", "D1:TMID:0.354; D1:TMID:x",
          "D1:TMID:0.354+; D1:TMID:0.35; D1:TMID:0.350+; D1:TMID:x+; D1:TMID:0.00");
 
-    // What the head does not know is between the client and the card.
+    // What the head does not know is relayed between the client and the card.
     talk(kOlderChassis, "refuse D1:ZZZZ; client D1:ZZZZ?; client D1:ZZZZ?; card D1:ZZZZ:5|D1:ZZZZ:; client D1:ZZZZ?",
          "D1:ZZZZ", "D1:ZZZZ:+; D1:ZZZZ:+; D1:ZZZZ:5; D1:ZZZZ:5+");
     talk(kOlderChassis, "client D1:ZZZZ:5; client D1:ZZZZ:5; client D1:ZZZZ?", "D1:ZZZZ:5; D1:ZZZZ:5",
@@ -178,7 +178,7 @@ void addDemodulatorTalk()
 
 } // namespace
 
-/// What every channel answers to the remote client, and what it tells it.
+/// What every channel answers to the remote client, and what it pushes.
 class RemoteTest : public QObject
 {
     Q_OBJECT
@@ -261,18 +261,18 @@ void RemoteTest::everyMnemonic()
             texts += address + u':' + mnemonics[i] + pattern + values.value(i);
         return texts;
     };
-    /// The frames of one step, and what they make the card see, the client get as answers and the client be told.
+    /// The frames of one step, and what the card, the client as answers, and the client as pushed values get.
     const auto verify = [&](const QString &verb, const QString &frames, const QStringList &card,
-                            const QStringList &answers, const QStringList &told) {
+                            const QStringList &answers, const QStringList &pushed) {
         const RemoteLinksBench::Record record = bench.play(verb + u' ' + each(frames).join(u'|'));
         QStringList answered;
-        QStringList toldOnRemote;
+        QStringList pushedOnRemote;
         for (const QString &frame : record.client)
-            (frame.endsWith(u'+') || frame.endsWith(u'-') ? answered : toldOnRemote) += frame;
+            (frame.endsWith(u'+') || frame.endsWith(u'-') ? answered : pushedOnRemote) += frame;
         QCOMPARE(record.card, card);
         QCOMPARE(answered, answers);
-        QCOMPARE(toldOnRemote, words.contains(u"client"_s) ? told : QStringList());
-        QCOMPARE(record.status, words.contains(u"status"_s) ? told : QStringList());
+        QCOMPARE(pushedOnRemote, words.contains(u"client"_s) ? pushed : QStringList());
+        QCOMPARE(record.status, words.contains(u"status"_s) ? pushed : QStringList());
     };
     const auto verifyQueries = [&](const QStringList &values) {
         QStringList answers;
@@ -320,7 +320,7 @@ void RemoteTest::conversation()
              record);
 }
 
-/// A client may ask the card for many things at once, though not without bound.
+/// A client may have many queries of the card open, with a bound.
 void RemoteTest::openQuestions()
 {
     RemoteLinksBench bench(kOlderChassis);

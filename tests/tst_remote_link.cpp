@@ -125,8 +125,9 @@ void RemoteLinkTest::olderAnswer()
     card.behave(key);
     card.sendFrame(answer);
     const RemoteLinksBench::Record record = bench.play(u"card R1:XXXX:1"_s);
-    const QString told = QString::fromLatin1(set);
-    QCOMPARE((record.client + record.status).filter(told.section(u':', 0, 1)), QStringList({ told + u'+', told }));
+    const QString pushed = QString::fromLatin1(set);
+    QCOMPARE((record.client + record.status).filter(pushed.section(u':', 0, 1)),
+             QStringList({ pushed + u'+', pushed }));
 }
 
 /// A set of the value held is sent while the card may hold another one by now. What is written beside others waits for
@@ -147,8 +148,10 @@ void RemoteLinkTest::staleValue()
     QVERIFY(bench.far.waitForFrame("D1:CDRG:820035"));
     QVERIFY(bench.client.waitForFrame("D2:DDQM:0"));
     bench.far.behave("D2:RDRG");
-    QVERIFY(!bench.far.bytes().contains("D2:CDRG") && !bench.client.frames().contains("D1:DDQM:0"));
-    QVERIFY(bench.far.waitForFrame("U0:TRON:ON", 10'000) && bench.settle());
+    QVERIFY(!bench.far.bytes().contains("D2:CDRG"));
+    QVERIFY(!bench.client.frames().contains("D1:DDQM:0"));
+    QVERIFY(bench.far.waitForFrame("U0:TRON:ON", 10'000));
+    QVERIFY(bench.settle());
     bench.far.clear();
     QCOMPARE(bench.play(u"client R1:AGCT:1"_s).card, QStringList());
 }
@@ -209,11 +212,11 @@ void RemoteLinkTest::clientThatDoesNotRead()
 
     bench.client.setReading(true);
     bench.statusClient.setReading(true);
-    const auto [card, told, toldStatus] = bench.play(u"client X:0?"_s);
+    const auto [card, pushed, pushedStatus] = bench.play(u"client X:0?"_s);
     for (const QString &key : { u"R1:FREQ:"_s, u"R2:FREQ:"_s, u"R1:AFC:"_s, u"D1:RDRG:40"_s, u"D1:FOFF:"_s })
-        QCOMPARE((told + toldStatus).filter(key).constLast(), key + QString::number(kReports));
-    QCOMPARE(told.filter(u"X:"_s), answers << u"X:0:-"_s);
-    const QStringList series = told.filter(u"D1:ZZZZ:"_s);
+        QCOMPARE((pushed + pushedStatus).filter(key).constLast(), key + QString::number(kReports));
+    QCOMPARE(pushed.filter(u"X:"_s), answers << u"X:0:-"_s);
+    const QStringList series = pushed.filter(u"D1:ZZZZ:"_s);
     QVERIFY2(series.size() > 500 && series.size() < kReports, qPrintable(QString::number(series.size())));
     for (int i = 0; i < 500; ++i)
         QVERIFY(series.at(series.size() - 1 - i).endsWith(u'z' + QString::number(kReports - i)));

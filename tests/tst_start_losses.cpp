@@ -30,7 +30,7 @@ QByteArray family(const QByteArray &cards, const QByteArray &rest)
 } // namespace
 
 /// A head that loses an answer while it starts, and a chassis whose channels are not the first of their kind: in the
-/// end everything is known, shown and told under the right address, without a restart.
+/// end everything is known, shown and pushed under the right address, without a restart.
 class StartLossesTest : public QObject
 {
     Q_OBJECT
@@ -88,7 +88,7 @@ void StartLossesTest::atStart()
 void StartLossesTest::loneChannel_data()
 {
     QTest::addColumn<QByteArray>("family");
-    QTest::addColumn<QByteArray>("readings"); // that the client is told
+    QTest::addColumn<QByteArray>("readings"); // that the client gets
     QTest::addColumn<QByteArray>("list");     // of a box, and how many items it has
     QTest::addColumn<QByteArray>("change");   // what the next item of that box sends
     QTest::addColumn<QString>("shown");       // a widget with a reading, its property, and what it may be
@@ -120,7 +120,8 @@ void StartLossesTest::loneChannel()
     QFETCH(QString, shown);
     const QTemporaryDir folder;
     QFile file(folder.filePath(u"family"_s));
-    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(family) == family.size());
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QCOMPARE(file.write(family), family.size());
     file.close();
     SimulatedChassis chassis({ u"--family"_s, file.fileName() });
     LiveHead head;
@@ -129,14 +130,15 @@ void StartLossesTest::loneChannel()
     QCOMPARE(view.differences(chassis, view).join(u'\n'), QString());
     if (readings.startsWith('D'))
         QCOMPARE(chassis.order("set D2 DSDM 2"), "ok"_ba); // sample blocks
-    const QByteArray told = chassis.client({ u"watch"_s, u"--for"_s, u"2"_s }).output;
+    const QByteArray watched = chassis.client({ u"watch"_s, u"--for"_s, u"2"_s }).output;
     for (const QByteArray &key : readings.split(' '))
-        QVERIFY2(told.count(' ' + key + ' ') >= 3, key);
+        QVERIFY2(watched.count(' ' + key + ' ') >= 3, key);
     if (list.isEmpty())
         return verifyTmoipWindow(head);
 
     auto *const box = head.window().findChild<QComboBox *>(QString::fromLatin1(list.split(' ')[0]));
-    QVERIFY(box && box->isVisible());
+    QVERIFY(box);
+    QVERIFY(box->isVisible());
     QCOMPARE(box->count(), list.split(' ')[1].toInt());
     QTest::keyClick(box, Qt::Key_Down);
     QVERIFY(waitUntil([&] { return chassis.values().contains(change); }));

@@ -142,7 +142,8 @@ void StartupTest::tmoipCards()
     QSignalSpy cards(&chassis.link, &SerialPortController::TmoipCardObtained);
     chassis.bench.fit({ kReceiver1 });
     chassis.far.setValue("U0:TLST", ", ,TM, TM1 2.1,TM1,TM1x,TMWW 2,TM123,W");
-    QVERIFY(chassis.start() && chassis.idle());
+    QVERIFY(chassis.start());
+    QVERIFY(chassis.idle());
     QCOMPARE(chassis.far.frames(), everyRequest({ "R1" }) + LinkBench::tmoipQueries() << "U0:VERTSKB");
     QCOMPARE(chassis.allSettings.count(), 1);
     chassis.far.sendFrame("U0:TLST:TM2");
@@ -161,8 +162,8 @@ void StartupTest::cards_data()
                                  << u"TUNER;A1;N/A;0103;MPU;2.3|K3050;S9;N/A;DEMOD2;DEMOD;1.0"_s;
     QTest::newRow("other numbers of fields") << u"0103 MPU 2.3 TUNER,0103 MPU,0103,,"_s << QString();
     QTest::newRow("empty fields") << u"0103  2.3   "_s << u"N/A;N/A;N/A;0103;N/A;2.3"_s;
-    QTest::newRow("model told by the kind") << u"0101 K412W 1.1 QLN412 S1 X,0102 QLN412W 1.1 QLN412 S2 X"_s
-                                            << u"QLN412W;S1;X;0101;K412W;1.1|QLN412;S2;X;0102;QLN412W;1.1"_s;
+    QTest::newRow("model named by the kind") << u"0101 K412W 1.1 QLN412 S1 X,0102 QLN412W 1.1 QLN412 S2 X"_s
+                                             << u"QLN412W;S1;X;0101;K412W;1.1|QLN412;S2;X;0102;QLN412W;1.1"_s;
     QTest::newRow("one card: the same model and serial number")
         << u"0103 MPU 2.3 TUNER A1 X,0130 FPGA1 1.0 MODEM A1 X,0121 FPGA1 1.9 TUNER A1 Z"_s
         << u"TUNER;A1;X;0103;MPU;2.30121;FPGA1;1.9|MODEM;A1;X;0130;FPGA1;1.0"_s;
@@ -241,7 +242,7 @@ void StartupTest::endsOnceWhateverIsMissing()
     QCOMPARE(chassis.allSettings.count(), 1);
 }
 
-/// A list that names no card is none, and one that comes early has its card asked once.
+/// A list that names no card counts as none, and a card of an early list is queried once.
 void StartupTest::tmoipListBeforeTheCards()
 {
     Chassis chassis;

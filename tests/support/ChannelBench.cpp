@@ -90,6 +90,21 @@ Settings everySetter()
     return all;
 }
 
+/// "R1:FREQ:2250.5", in its parts.
+struct Message
+{
+    explicit Message(const QString &text)
+        : address(text.section(u':', 0, 0))
+        , mnemonic(text.section(u':', 1, 1))
+        , data(text.section(u':', 2))
+        , key((address + u':' + mnemonic).toLatin1())
+    {
+    }
+
+    QString address, mnemonic, data;
+    QByteArray key;
+};
+
 } // namespace
 
 QString kindOf(const QString &address)
@@ -112,6 +127,7 @@ ChannelBench::ChannelBench(const QByteArrayList &cards)
     far.clear();
     for (const Channel *channel : everyChannel())
         follow(channel);
+    fillScript();
 }
 
 QList<Channel *> ChannelBench::everyChannel() const
@@ -142,30 +158,35 @@ Channel *ChannelBench::channel(const QString &address) const
     return nullptr;
 }
 
-QStringList ChannelBench::play(const QString &line)
+void ChannelBench::fillScript()
 {
-    const QString verb = line.section(u' ', 0, 0);
-    const QString message = line.section(u' ', 1);
-    const QString address = message.section(u':', 0, 0);
-    const QString mnemonic = message.section(u':', 1, 1);
-    const QString data = message.section(u':', 2);
-    const QByteArray key = message.section(u':', 0, 1).toLatin1();
-    if (verb == u"refuse"_s) {
-        far.refuse(key);
-    } else if (verb == u"report"_s) {
-        far.sendFrame(message.toLatin1());
-    } else if (verb == u"set"_s) {
-        channelSettings()[kindOf(address) + u':' + mnemonic].set(channel(address), data);
-    } else if (verb == u"ask"_s) {
-        far.setValue(key, data.toLatin1());
-        queue(link.channels().value(1), address, mnemonic, {}, StandardCommand::Query);
-    } else {
-        far.ignore(key);
-        queue(link.channels().value(1), address, mnemonic, data, StandardCommand::Set);
-        if (far.waitForFrame(message.toLatin1()))
+    m_script.on(u"refuse"_s, [this](const QString &key) { far.refuse(key.toLatin1()); });
+    m_script.on(u"report"_s, [this](const QString &frame) { far.sendFrame(frame.toLatin1()); });
+    m_script.on(u"set"_s, [this](const QString &sets) {
+        for (const QString &text : sets.split(u" & "_s)) {
+            const Message set(text);
+            channelSettings()[kindOf(set.address) + u':' + set.mnemonic].set(channel(set.address), set.data);
+        }
+    });
+    m_script.on(u"ask"_s, [this](const QString &text) {
+        const Message query(text);
+        far.setValue(query.key, query.data.toLatin1());
+        queue(link.channels().value(1), query.address, query.mnemonic, {}, StandardCommand::Query);
+    });
+    m_script.on(u"lose"_s, [this](const QString &text) {
+        const Message set(text);
+        far.ignore(set.key);
+        queue(link.channels().value(1), set.address, set.mnemonic, set.data, StandardCommand::Set);
+        if (far.waitForFrame(text.toLatin1()))
             link.StartTimeOutTmr(1);
-    }
-    return takeRecord();
+    });
+}
+
+QString ChannelBench::play(const QString &lines)
+{
+    QStringList record;
+    m_script.play(lines, [&] { record += takeRecord(); });
+    return record.join(u"; "_s);
 }
 
 QStringList ChannelBench::takeRecord()

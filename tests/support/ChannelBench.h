@@ -5,6 +5,7 @@
 #include "channels/TmoipCard.h"
 #include "channels/TmoipChan.h"
 #include "support/CommandLinkBench.h"
+#include "support/Script.h"
 
 #include <QMap>
 
@@ -50,7 +51,7 @@ using Settings = QMap<QString, Setting>;
 /// comma as one for the card.
 [[nodiscard]] const Settings &channelSettings();
 
-/// A chassis that has told every setting, and the record of what passes from then on: "R1:FREQ:1" for a request that
+/// A chassis whose settings were all read, and the record of what passes from then on: "R1:FREQ:1" for a request that
 /// has reached it, "R1 FREQ 1" for a change that its channel reports; another channel's report names that channel.
 class ChannelBench : public CommandLinkBench
 {
@@ -59,17 +60,22 @@ public:
 
     /// The command link's channel or stream of this address; null if there is none.
     [[nodiscard]] Channel *channel(const QString &address) const;
-    /// Plays one line and gives the record. The verb is "set" (by the channel's setter), "lose" (a set of the first
-    /// channel behind the system that gets no answer), "ask" (its query that gets this answer), "report" or "refuse"
-    /// (from now on).
-    [[nodiscard]] QStringList play(const QString &line);
+    /// Plays a script and gives the record, "; " between its entries. The verbs are "set" (by the channels' setters,
+    /// several with " & " between them), "lose" (a set of the first channel behind the system that gets no answer),
+    /// "ask" (its query that gets this answer), "report" and "refuse" (from now on).
+    [[nodiscard]] QString play(const QString &lines);
     /// What has passed since it was taken last.
     [[nodiscard]] QStringList takeRecord();
 
+protected:
+    [[nodiscard]] Script &script() { return m_script; }
+
 private:
+    void fillScript();
     void noteRequests();
     void follow(const Channel *channel);
     [[nodiscard]] QList<Channel *> everyChannel() const;
 
+    Script m_script;
     QStringList m_record;
 };

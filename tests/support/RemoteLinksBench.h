@@ -1,16 +1,18 @@
 #pragma once
 
 #include "support/CommandLinkBench.h"
+#include "support/Script.h"
 
 #include <algorithm>
+#include <functional>
 #include <optional>
 
-/// A head that serves a remote client, and the record of what passes: at its far ends a chassis that has told every
-/// setting, and the client on both of its links.
+/// A head that serves a remote client, and the record of what passes: at its far ends a chassis whose settings were all
+/// read, and the client on both of its links.
 struct RemoteLinksBench : CommandLinkBench
 {
     /// What reached the cards, and the client on its two links. ACK stands as "+", NAK as "-". Of what a line of play()
-    /// brings the client, the answers stand first: a card's verdict may come between them.
+    /// sends to the client, the answers stand first: a card's verdict may come between them.
     struct Record
     {
         QStringList card, client, status;
@@ -28,30 +30,29 @@ struct RemoteLinksBench : CommandLinkBench
         if (hasSpectralLink)
             openSpectralLink();
         far.clear();
+        fillScript();
     }
 
     [[nodiscard]] FarEnd &cardOf(const QString &address) { return address.startsWith(u'S') ? bench.spectral() : far; }
-    /// Plays lines, "; " between them, each when all is quiet after the one before. The verb is "client" or "card"
-    /// (they send the frames that follow, "|" between them), "refuse" (the card does, from now on) or "ask" (whether
-    /// the client is there; it answers so, or not at all).
+    /// Plays a script, each line when everything before is processed. The verbs are "client" and "card" (they send the
+    /// frames that follow, "|" between them), "refuse" (the card does, from now on) and "ask" (whether the client is
+    /// present; it answers so, or not at all).
     Record play(const QString &lines)
     {
         Record record;
-        for (const QString &line : lines.split(QStringLiteral("; "))) {
-            for (const QString &frame : line.section(u' ', 1).split(u'|'))
-                act(line.section(u' ', 0, 0), frame, frame.section(u':', 0, 1).toLatin1());
+        m_script.play(lines, [&] {
             if (!settle())
-                return { { QStringLiteral("no end") }, {}, {} };
-            QStringList told = taken(client);
-            std::stable_partition(told.begin(), told.end(),
+                record.card += QStringLiteral("no end");
+            QStringList pushed = taken(client);
+            std::stable_partition(pushed.begin(), pushed.end(),
                                   [](const QString &text) { return text.endsWith(u'+') || text.endsWith(u'-'); });
             record.card += taken(far) + taken(bench.spectral());
-            record.client += told;
+            record.client += pushed;
             record.status += taken(statusClient);
-        }
+        });
         return record;
     }
-    /// Waits until all that the client and the cards have sent is dealt with and told.
+    /// Waits until all that the client and the cards have sent is processed and pushed.
     [[nodiscard]] bool settle()
     {
         const QString mark = QStringLiteral("MARK%1").arg(++m_mark);
@@ -85,16 +86,27 @@ struct RemoteLinksBench : CommandLinkBench
     std::optional<SerialPortController> spectral;
 
 private:
-    void act(const QString &verb, const QString &frame, const QByteArray &key)
+    /// Lets @p act be done with each frame of the line.
+    void onFrames(const QString &verb, const std::function<void(const QString &frame)> &act)
     {
-        if (verb == QStringLiteral("refuse"))
-            return cardOf(frame).refuse(key);
-        if (verb == QStringLiteral("ask"))
+        m_script.on(verb, [act](const QString &text) {
+            for (const QString &frame : text.split(u'|'))
+                act(frame);
+        });
+    }
+    void fillScript()
+    {
+        onFrames(QStringLiteral("client"), [this](const QString &frame) { client.sendFrame(frame.toLatin1()); });
+        onFrames(QStringLiteral("card"), [this](const QString &frame) { cardOf(frame).sendFrame(frame.toLatin1()); });
+        onFrames(QStringLiteral("refuse"),
+                 [this](const QString &frame) { cardOf(frame).refuse(frame.section(u':', 0, 1).toLatin1()); });
+        onFrames(QStringLiteral("ask"), [this](const QString &answer) {
             ask();
-        if (!frame.isEmpty())
-            (verb == QStringLiteral("card") ? cardOf(frame) : client).sendFrame(frame.toLatin1());
-        else
-            remote.StartTimeOutTmr(1);
+            if (answer.isEmpty())
+                remote.StartTimeOutTmr(1);
+            else
+                client.sendFrame(answer.toLatin1());
+        });
     }
     void ask()
     {
@@ -135,5 +147,6 @@ private:
         return waitUntil([&queue] { return !queue.inFlight() && queue.waitingCount() == 0; });
     }
 
+    Script m_script;
     int m_mark = 0;
 };

@@ -4,13 +4,15 @@
 
 void Script::on(const QString &verb, Handler handler) { m_handlers[verb] = std::move(handler); }
 
-void Script::play(const QString &lines) const
+void Script::play(const QString &lines, const std::function<void()> &afterLine) const
 {
     for (const Line &line : split(lines)) {
         const Handler handler = m_handlers.value(line.verb);
         if (!handler)
             qFatal("no such verb: %s", qPrintable(line.verb));
         handler(line.text);
+        if (afterLine)
+            afterLine();
     }
 }
 

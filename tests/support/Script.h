@@ -21,8 +21,8 @@ public:
 
     /// From now on @p verb does this.
     void on(const QString &verb, Handler handler);
-    /// Carries out one line after the other.
-    void play(const QString &lines) const;
+    /// Carries out one line after the other, and @p afterLine behind each.
+    void play(const QString &lines, const std::function<void()> &afterLine = {}) const;
 
     [[nodiscard]] static QList<Line> split(const QString &lines);
 
