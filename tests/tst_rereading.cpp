@@ -129,7 +129,7 @@ private:
     }
     void wait(int seconds)
     {
-        for (const qint64 until = m_now + seconds * 1000; m_now < until;) {
+        for (const qint64 until = m_now + seconds * qint64(1000); m_now < until;) {
             m_now += 1000;
             m_rereading.watchReports();
             check().askNext();
