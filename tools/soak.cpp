@@ -16,7 +16,7 @@ constexpr int kFlowMs = 60'000; // a chassis that was off is noticed, and all it
 constexpr int kAgreeMs = 10'000;
 constexpr int kLookSeconds = 2;
 
-// What a client is told while it looks on, and the least of it. The line to it carries a second's eye blocks in about
+// Values that a watching client gets, and the least count of each. The line to it carries a second's eye blocks in about
 // as much time.
 struct Told
 {
@@ -84,7 +84,7 @@ public:
         return missing;
     }
 
-    /// Puts everything right, closes what the operator has opened, and waits until the program has told of some quiet
+    /// Puts everything right, closes what the operator has opened, and waits until the program has logged some quiet
     /// seconds.
     [[nodiscard]] HealthWatch::Counts rest()
     {

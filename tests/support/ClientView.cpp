@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// What is told beside the settings, and is no reading.
+/// What is served beside the settings, and is no reading.
 const QByteArrayList kLists{ "FLST", "IFLS", "DMLS", "IFFL", "VFFL", "VFLS", "DDCF",  "FGA1",
                              "FGA2", "MPUV", "IREV", "CHAN", "TLST", "VER",  "SYSOPT" };
 

@@ -32,7 +32,7 @@ bool hasPast(const QWidget *widget, bool isHidden)
     return (isUnused && isHidden) || (name == u"lineSweepRangedmd" && !widget->isEnabled());
 }
 
-/// Labels with a reading, those that tell how a link fares, and the title that an advanced window was opened with.
+/// Labels with a reading, those with the state of a link, and the title that an advanced window was opened with.
 bool isReading(const QString &name)
 {
     static const QRegularExpression readings(
