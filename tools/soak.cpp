@@ -16,8 +16,8 @@ constexpr int kFlowMs = 60'000; // a chassis that was off is noticed, and all it
 constexpr int kAgreeMs = 10'000;
 constexpr int kLookSeconds = 2;
 
-// Values that a watching client gets, and the least count of each. The line to it carries a second's eye blocks in about
-// as much time.
+// Values that a watching client gets, and the least count of each. The line to it carries a second's eye blocks in
+// about as much time.
 struct Told
 {
     const char *key;

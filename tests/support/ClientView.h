@@ -4,8 +4,8 @@
 
 #include <QMap>
 
-/// What a head serves to its remote client, and how that differs from what the simulated chassis holds. Settings and lists
-/// are looked at, by the client's keys and in its form ("R1:FREQ" and "2250.5"); readings move on by themselves.
+/// What a head serves to its remote client, and how that differs from what the simulated chassis holds. Settings and
+/// lists are looked at, by the client's keys and in its form ("R1:FREQ" and "2250.5"); readings move on by themselves.
 class ClientView
 {
 public:
